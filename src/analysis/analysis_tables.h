@@ -1,0 +1,72 @@
+#pragma once
+// What the analysis finds in the drawn circuit: loose ends, traced chains, the
+// node order of the last name check and the augmented matrix.
+
+#include "document/slots.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace ampora {
+
+constexpr int kMaxLooseEnds = 20;
+constexpr int kMaxChains = 40;
+constexpr int kMatrixRows = 20;
+constexpr int kMatrixColumns = 21;
+
+// A current of this value is not known.
+constexpr double kUnknownCurrent = 999;
+
+struct LooseEnd {
+    float X = 0, Y = 0;
+};
+
+// One traced chain of wires. StartNode is a node slot, or -k for the k-th chain from a
+// loose end or the k-th closed loop; EndNode is 0 when the trace reached no node.
+struct Branch {
+    std::int16_t StartNode = 0;
+    std::int16_t EndNode = 0;
+    std::string Path; // "x,y;x,y;..." in trace order
+    float Resistance = 0;
+    float EMF = 0;
+    float SourceCurrent = 0;
+    std::string CurrentName; // "I3" for a chain of batteries and wire only, "-I3" for its twin
+    double Current = kUnknownCurrent;
+};
+
+struct Topology {
+    Slots<LooseEnd, kMaxLooseEnds> LooseEnds;
+    std::int16_t NumLooseEnds = 0;
+    Slots<Branch, kMaxChains> Branches;
+    std::int16_t NumBranches = 0;      // node-to-node chains
+    std::int16_t NumStubs = 0;         // from a node to nowhere
+    std::int16_t NumLooseBranches = 0; // from a loose end
+    std::int16_t NumLoops = 0;         // closed loops touching no node
+    std::int16_t NumCurrents = 0;      // named chain currents
+};
+
+struct NodeNaming {
+    std::int16_t HasReference = 0; // -1 when exactly one node is named "0"
+    Slots<std::int16_t, 20> NodeOrder;
+    Slots<std::int16_t, 20> NodeRank;
+};
+
+// The augmented matrix, rows 1..20 and columns 1..21, reduced in place.
+struct AugmentedMatrix {
+    std::array<double, kMatrixRows * kMatrixColumns> cells{};
+
+    double& operator()(int row, int column) { return cells[Index(row, column)]; }
+    double operator()(int row, int column) const { return cells[Index(row, column)]; }
+
+  private:
+    static std::size_t Index(int row, int column) {
+        if (row < 1 || row > kMatrixRows || column < 1 || column > kMatrixColumns) {
+            throw SlotOutOfRange("matrix cell (" + std::to_string(row) + ", " +
+                                 std::to_string(column) + ") is outside 20 x 21");
+        }
+        return static_cast<std::size_t>((row - 1) * kMatrixColumns + (column - 1));
+    }
+};
+
+} // namespace ampora

@@ -1,0 +1,26 @@
+#include "cli/cli.h"
+
+namespace ampora::cli {
+
+namespace {
+
+constexpr const char* kUsage =
+    "usage: ampora-cli check FILE.amq\n";
+
+} // namespace
+
+int RunCli(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    if (args.empty()) {
+        err << kUsage;
+        return kExitUsage;
+    }
+    const std::string& command = args.front();
+    const std::vector<std::string> rest(args.begin() + 1, args.end());
+    if (command == "check") {
+        return RunCheck(rest, out, err);
+    }
+    err << "ampora-cli: unknown command \"" << command << "\"\n" << kUsage;
+    return kExitUsage;
+}
+
+} // namespace ampora::cli

@@ -1,0 +1,394 @@
+#include "document/amq_file.h"
+
+#include "document/circuit_edit.h"
+#include "document/number_text.h"
+
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <random>
+#include <vector>
+
+namespace ampora {
+
+namespace {
+
+// Larger than any circuit the tables can hold by orders of magnitude; a bigger file is
+// read only this far, so that a stray multi-gigabyte file cannot exhaust memory.
+constexpr std::size_t kMaxFileBytes = 16 * 1024 * 1024;
+
+std::string Quoted(const std::string& text) {
+    std::string quoted = "\"";
+    for (const char c : text) {
+        quoted += c;
+        if (c == '"') {
+            quoted += '"'; // a quote inside a name is doubled, as in CSV
+        }
+    }
+    return quoted + "\"";
+}
+
+struct Field {
+    std::string text;
+    bool quoted = false;
+};
+
+// Splits one line into its fields; nullopt when a quoted field is not closed properly.
+std::optional<std::vector<Field>> SplitFields(std::string_view line, std::string& problem) {
+    std::vector<Field> fields;
+    std::size_t pos = 0;
+    while (true) {
+        Field field;
+        while (pos < line.size() && (line[pos] == ' ' || line[pos] == '\t')) {
+            ++pos;
+        }
+        if (pos < line.size() && line[pos] == '"') {
+            field.quoted = true;
+            ++pos;
+            bool closed = false;
+            while (pos < line.size()) {
+                if (line[pos] == '"') {
+                    if (pos + 1 < line.size() && line[pos + 1] == '"') {
+                        field.text += '"';
+                        pos += 2;
+                        continue;
+                    }
+                    ++pos;
+                    closed = true;
+                    break;
+                }
+                field.text += line[pos++];
+            }
+            if (!closed) {
+                problem = "a quoted text is not closed";
+                return std::nullopt;
+            }
+            while (pos < line.size() && (line[pos] == ' ' || line[pos] == '\t')) {
+                ++pos;
+            }
+            if (pos < line.size() && line[pos] != ',') {
+                problem = "text follows a closing quote";
+                return std::nullopt;
+            }
+        } else {
+            const std::size_t comma = line.find(',', pos);
+            const std::size_t end = comma == std::string_view::npos ? line.size() : comma;
+            std::string_view bare = line.substr(pos, end - pos);
+            while (!bare.empty() && (bare.back() == ' ' || bare.back() == '\t')) {
+                bare.remove_suffix(1);
+            }
+            field.text = std::string(bare);
+            pos = end;
+        }
+        fields.push_back(std::move(field));
+        if (pos >= line.size()) {
+            return fields;
+        }
+        ++pos; // the comma
+    }
+}
+
+class LineReader {
+  public:
+    explicit LineReader(std::string_view text) : text_(text) {}
+
+    // The next line without its CR LF or LF; nullopt at the end of the text.
+    std::optional<std::string_view> Next() {
+        if (pos_ >= text_.size()) {
+            return std::nullopt;
+        }
+        ++number_;
+        const std::size_t lf = text_.find('\n', pos_);
+        const std::size_t end = lf == std::string_view::npos ? text_.size() : lf;
+        std::string_view line = text_.substr(pos_, end - pos_);
+        if (!line.empty() && line.back() == '\r') {
+            line.remove_suffix(1);
+        }
+        pos_ = lf == std::string_view::npos ? text_.size() : lf + 1;
+        return line;
+    }
+
+    int Number() const { return number_; }
+
+  private:
+    std::string_view text_;
+    std::size_t pos_ = 0;
+    int number_ = 0;
+};
+
+struct Stop {
+    int line;
+    std::string reason;
+};
+
+class CircuitReader {
+  public:
+    CircuitReader(Circuit& circuit, std::string_view text) : circuit_(circuit), lines_(text) {}
+
+    ReadResult Run() {
+        try {
+            ReadWires();
+            ReadElements();
+            ReadNodes();
+        } catch (const Stop& stop) {
+            return ReadResult{false, stop.line, stop.reason};
+        }
+        return ReadResult{true, lines_.Number(), ""};
+    }
+
+  private:
+    [[noreturn]] void Fail(const std::string& reason) const {
+        throw Stop{lines_.Number(), "line " + std::to_string(lines_.Number()) + ": " + reason};
+    }
+
+    std::vector<Field> Fields(const std::string& what, std::size_t expected) {
+        const auto line = lines_.Next();
+        if (!line) {
+            throw Stop{lines_.Number() + 1,
+                       "the file ends where " + what + " should follow (line " +
+                           std::to_string(lines_.Number() + 1) + ")"};
+        }
+        std::string problem;
+        auto fields = SplitFields(*line, problem);
+        if (!fields) {
+            Fail(what + ": " + problem);
+        }
+        if (fields->size() != expected) {
+            Fail(what + " needs " + std::to_string(expected) + " field" +
+                 (expected == 1 ? "" : "s") + ", found " + std::to_string(fields->size()));
+        }
+        return std::move(*fields);
+    }
+
+    float Number(const Field& field, const std::string& what) const {
+        const auto value = field.quoted ? std::nullopt : ParseFloat(field.text);
+        if (!value) {
+            Fail(what + " is not a finite single-precision number: \"" + Abbreviated(field.text) +
+                 "\"");
+        }
+        return *value;
+    }
+
+    std::int16_t Count(const std::string& what, int capacity) {
+        const auto fields = Fields("the " + what, 1);
+        const auto value = fields[0].quoted ? std::nullopt : ParseInteger(fields[0].text);
+        if (!value) {
+            Fail("the " + what + " is not a whole number: \"" + Abbreviated(fields[0].text) +
+                 "\"");
+        }
+        if (*value < 0 || *value > capacity) {
+            Fail("the " + what + " " + std::to_string(*value) + " is outside 0.." +
+                 std::to_string(capacity));
+        }
+        return static_cast<std::int16_t>(*value);
+    }
+
+    static std::string Abbreviated(const std::string& text) {
+        return text.size() <= 40 ? text : text.substr(0, 40) + "...";
+    }
+
+    void ReadWires() {
+        const std::int16_t count = Count("wire count", kMaxWires);
+        circuit_.NumWires = count;
+        for (int slot = 1; slot <= count; ++slot) {
+            const std::string what = "wire " + std::to_string(slot);
+            const auto fields = Fields(what, 4);
+            Wire wire;
+            wire.X1 = Number(fields[0], what + " X1");
+            wire.Y1 = Number(fields[1], what + " Y1");
+            wire.X2 = Number(fields[2], what + " X2");
+            wire.Y2 = Number(fields[3], what + " Y2");
+            wire.Used = kTrue;
+            circuit_.Wires[slot] = wire;
+        }
+    }
+
+    void ReadElements() {
+        const std::int16_t count = Count("element count", kMaxElements);
+        for (int slot = 1; slot <= count; ++slot) {
+            const std::string what = "element " + std::to_string(slot);
+            const auto fields = Fields(what, 4);
+            Element element;
+            element.X = Number(fields[0], what + " X");
+            element.Y = Number(fields[1], what + " Y");
+            const auto kind = fields[2].quoted ? std::nullopt : ParseInteger(fields[2].text);
+            if (!kind || *kind < 1 || *kind > 10) {
+                Fail(what + " has kind \"" + Abbreviated(fields[2].text) +
+                     "\"; kinds run from 1 to 10");
+            }
+            element.Kind = static_cast<std::int16_t>(*kind);
+            element.Value = Number(fields[3], what + " value");
+            circuit_.Elements[slot] = element;
+            // Raised as each element arrives, so that every walk sees what was read even
+            // when the file stops early.
+            if (slot > circuit_.NumElements) {
+                circuit_.NumElements = static_cast<std::int16_t>(slot);
+            }
+        }
+    }
+
+    void ReadNodes() {
+        const std::int16_t count = Count("node count", kMaxNodes);
+        circuit_.NumNodes = 0;
+        for (int slot = 1; slot <= count; ++slot) {
+            const std::string what = "node " + std::to_string(slot);
+            const auto fields = Fields(what, 4);
+            NodeLabel node;
+            // The name is written twice; the second copy is the one that counts.
+            node.Name = fields[1].text;
+            node.X = Number(fields[2], what + " X");
+            node.Y = Number(fields[3], what + " Y");
+            circuit_.NodeLabels[slot] = node;
+            circuit_.NumNodes = static_cast<std::int16_t>(slot);
+        }
+    }
+
+    Circuit& circuit_;
+    LineReader lines_;
+};
+
+std::optional<std::string> ReadFileBytes(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) {
+        return std::nullopt;
+    }
+    std::string bytes;
+    char chunk[1 << 16];
+    while (bytes.size() < kMaxFileBytes) {
+        in.read(chunk, sizeof chunk);
+        bytes.append(chunk, static_cast<std::size_t>(in.gcount()));
+        if (!in) {
+            break;
+        }
+    }
+    if (in.bad()) {
+        return std::nullopt;
+    }
+    return bytes;
+}
+
+} // namespace
+
+std::string CircuitFileText(const Circuit& circuit) {
+    const std::string eol = "\r\n";
+    std::string text = std::to_string(CountLiveWires(circuit)) + eol;
+    for (int slot = 1; slot <= circuit.NumWires; ++slot) {
+        const Wire& w = circuit.Wires[slot];
+        if (w.Used != 0) {
+            text += ShortestText(w.X1) + "," + ShortestText(w.Y1) + "," + ShortestText(w.X2) +
+                    "," + ShortestText(w.Y2) + eol;
+        }
+    }
+    text += std::to_string(CountLiveElements(circuit)) + eol;
+    for (int slot = 1; slot <= circuit.NumElements; ++slot) {
+        const Element& e = circuit.Elements[slot];
+        if (e.Kind != kEmpty) {
+            text += ShortestText(e.X) + "," + ShortestText(e.Y) + "," + std::to_string(e.Kind) +
+                    "," + ShortestText(e.Value) + eol;
+        }
+    }
+    text += std::to_string(circuit.NumNodes) + eol;
+    for (int slot = 1; slot <= circuit.NumNodes; ++slot) {
+        const NodeLabel& n = circuit.NodeLabels[slot];
+        text += Quoted(n.Name) + "," + Quoted(n.Name) + "," + ShortestText(n.X) + "," +
+                ShortestText(n.Y) + eol;
+    }
+    return text;
+}
+
+ReadResult ReadCircuitText(Circuit& circuit, std::string_view text) {
+    return CircuitReader(circuit, text).Run();
+}
+
+ReadResult LoadFromIniFile(Circuit& circuit, const std::string& path) {
+    const auto bytes = ReadFileBytes(path);
+    if (!bytes) {
+        return ReadResult{false, 0, "the file cannot be opened"};
+    }
+    return ReadCircuitText(circuit, *bytes);
+}
+
+SaveResult SaveToIniFile(const Circuit& circuit, const std::string& path) {
+    namespace fs = std::filesystem;
+    const std::string text = CircuitFileText(circuit);
+    std::random_device random;
+    const fs::path target(path);
+    const fs::path temporary =
+        target.parent_path() /
+        ("." + target.filename().string() + ".saving-" + std::to_string(random()));
+    {
+        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
+        if (!out) {
+            return SaveResult{false, "The folder cannot be written to."};
+        }
+        out.write(text.data(), static_cast<std::streamsize>(text.size()));
+        out.close();
+        if (!out) {
+            std::error_code ignored;
+            fs::remove(temporary, ignored);
+            return SaveResult{false, "The file could not be written completely."};
+        }
+    }
+    std::error_code error;
+    fs::rename(temporary, target, error);
+    if (error) {
+        std::error_code ignored;
+        fs::remove(temporary, ignored);
+        return SaveResult{false, "The file could not be replaced: " + error.message() + "."};
+    }
+    return SaveResult{};
+}
+
+bool NeedFileSave(const Circuit& circuit, const std::string& currentFileName) {
+    if (CountLiveWires(circuit) == 0) {
+        return false;
+    }
+    if (currentFileName.empty()) {
+        return true;
+    }
+    Circuit saved;
+    if (!LoadFromIniFile(saved, currentFileName).complete) {
+        return true;
+    }
+    int fileSlot = 0;
+    if (CountLiveWires(circuit) != saved.NumWires) {
+        return true;
+    }
+    for (int slot = 1; slot <= circuit.NumWires; ++slot) {
+        const Wire& w = circuit.Wires[slot];
+        if (w.Used == 0) {
+            continue;
+        }
+        const Wire& f = saved.Wires[++fileSlot];
+        if (w.X1 != f.X1 || w.Y1 != f.Y1 || w.X2 != f.X2 || w.Y2 != f.Y2) {
+            return true;
+        }
+    }
+    if (CountLiveElements(circuit) != CountLiveElements(saved)) {
+        return true;
+    }
+    fileSlot = 0;
+    for (int slot = 1; slot <= circuit.NumElements; ++slot) {
+        const Element& e = circuit.Elements[slot];
+        if (e.Kind == kEmpty) {
+            continue;
+        }
+        const Element& f = saved.Elements[++fileSlot];
+        if (e.X != f.X || e.Y != f.Y || e.Kind != f.Kind || e.Value != f.Value) {
+            return true;
+        }
+    }
+    if (circuit.NumNodes != saved.NumNodes) {
+        return true;
+    }
+    for (int slot = 1; slot <= circuit.NumNodes; ++slot) {
+        const NodeLabel& n = circuit.NodeLabels[slot];
+        const NodeLabel& f = saved.NodeLabels[slot];
+        if (n.Name != f.Name || n.X != f.X || n.Y != f.Y) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace ampora

@@ -1,0 +1,288 @@
+#include "document/amq_file.h"
+#include "document/circuit_edit.h"
+#include "support/circuit_dump.h"
+#include "support/test_files.h"
+
+#include <gtest/gtest.h>
+
+namespace ampora {
+namespace {
+
+using test::DumpCircuit;
+using test::ReadBytes;
+using test::TempDir;
+using test::WriteBytes;
+
+// The reader's verdict on some bytes: "whole" or the reason it stopped.
+std::string Verdict(const std::string& bytes) {
+    Circuit circuit;
+    const ReadResult result = ReadCircuitText(circuit, bytes);
+    return result.complete ? "whole" : result.reason;
+}
+
+const std::string kOneBattery = "1\r\n"
+                                "40,80,200,80\r\n"
+                                "1\r\n"
+                                "120,80,3,12\r\n"
+                                "2\r\n"
+                                "\"A\",\"A\",40,80\r\n"
+                                "\"0\",\"0\",200,80\r\n";
+
+TEST(CircuitFile, TheDocumentedExampleIsWrittenByteForByte) {
+    Circuit circuit;
+    AddWire(circuit, 40, 80, 200, 80);
+    AddElement(circuit, kBatteryLeft, 12, 120, 80);
+    circuit.NumNodes = 2;
+    circuit.NodeLabels[1].Name = "A";
+    circuit.NodeLabels[1].X = 40;
+    circuit.NodeLabels[1].Y = 80;
+    circuit.NodeLabels[2].Name = "0";
+    circuit.NodeLabels[2].X = 200;
+    circuit.NodeLabels[2].Y = 80;
+    EXPECT_EQ(CircuitFileText(circuit), kOneBattery);
+}
+
+TEST(CircuitFile, ErasedSlotsArePackedOutAndReadBackWithoutHoles) {
+    Circuit circuit;
+    for (int i = 1; i <= 5; ++i) {
+        AddWire(circuit, 0, 16.0f * i, 96, 16.0f * i);
+    }
+    AddElement(circuit, kResistorHorizontal, 10, 48, 16);
+    AddElement(circuit, kResistorHorizontal, 20, 48, 32);
+    AddElement(circuit, kSourceLeft, 0.5f, 48, 48);
+    ClearUndoMemory(circuit);
+    EraseWireSlot(circuit, 2);
+    EraseWireSlot(circuit, 4);
+    EraseElementSlot(circuit, 2);
+    const std::string text = CircuitFileText(circuit);
+    EXPECT_EQ(text, "3\r\n0,16,96,16\r\n0,48,96,48\r\n0,80,96,80\r\n"
+                    "2\r\n48,16,6,10\r\n48,48,9,0.5\r\n0\r\n");
+
+    Circuit read;
+    ASSERT_TRUE(ReadCircuitText(read, text).complete);
+    EXPECT_EQ(DumpCircuit(read), "NumWires 3\n"
+                                 "wire 1 live 0,16 96,16\n"
+                                 "wire 2 live 0,48 96,48\n"
+                                 "wire 3 live 0,80 96,80\n"
+                                 "NumElements 2\n"
+                                 "element 1 kind 6 10 at 48,16\n"
+                                 "element 2 kind 9 0.5 at 48,48\n"
+                                 "NumNodes 0\n");
+}
+
+TEST(CircuitFile, ReadingFewerElementsNeverLowersTheElementCount) {
+    Circuit circuit;
+    for (int i = 0; i < 6; ++i) {
+        AddElement(circuit, kResistorVertical, 1, 8, 48.0f * i);
+    }
+    EraseWholeCircuit(circuit);
+    ASSERT_TRUE(ReadCircuitText(circuit, kOneBattery).complete);
+    EXPECT_EQ(circuit.NumElements, 6);
+    EXPECT_EQ(CountLiveElements(circuit), 1);
+    EXPECT_EQ(circuit.Elements[1].Kind, kBatteryLeft);
+}
+
+TEST(CircuitFile, LfOnlyLinesReadLikeCrLf) {
+    std::string lf = kOneBattery;
+    for (std::size_t at; (at = lf.find('\r')) != std::string::npos;) {
+        lf.erase(at, 1);
+    }
+    Circuit a, b;
+    ASSERT_TRUE(ReadCircuitText(a, lf).complete);
+    ASSERT_TRUE(ReadCircuitText(b, kOneBattery).complete);
+    EXPECT_EQ(DumpCircuit(a), DumpCircuit(b));
+}
+
+TEST(CircuitFile, AwkwardValuesAndNamesSurviveASaveAndARead) {
+    TempDir dir;
+    const std::string path = (dir / "awkward.amq").string();
+    Circuit circuit;
+    AddWire(circuit, -8, 0.1f, 1e-7f, 3.4e38f);
+    AddElement(circuit, kBatteryUp, 0.1f, 1.17549435e-38f, 123456792);
+    AddElement(circuit, kSourceRight, 1e-7f, 16777217.0f, -0.0f);
+    AddElement(circuit, kResistorVertical, 3.4e38f, 1.0f / 3.0f, 2.0f / 3.0f);
+    circuit.NumNodes = 3;
+    circuit.NodeLabels[1].Name = "a,b";
+    circuit.NodeLabels[2].Name = "say \"hi\"";
+    circuit.NodeLabels[3].Name = "\",\"";
+    circuit.NodeLabels[3].X = 0.3f;
+
+    ASSERT_TRUE(SaveToIniFile(circuit, path).saved);
+    EXPECT_FALSE(NeedFileSave(circuit, path));
+
+    Circuit read;
+    ASSERT_TRUE(LoadFromIniFile(read, path).complete);
+    EXPECT_EQ(DumpCircuit(read), DumpCircuit(circuit));
+    EXPECT_EQ(ReadBytes(path), CircuitFileText(read));
+}
+
+TEST(CircuitFile, EveryExampleReadsWholeAndSavesBackToTheSameBytes) {
+    TempDir dir;
+    for (const auto& example : test::ExampleFiles()) {
+        SCOPED_TRACE(example.filename().string());
+        Circuit circuit;
+        ASSERT_TRUE(LoadFromIniFile(circuit, example.string()).complete);
+        EXPECT_FALSE(NeedFileSave(circuit, example.string()));
+        const std::string copy = (dir / example.filename().string()).string();
+        ASSERT_TRUE(SaveToIniFile(circuit, copy).saved);
+        EXPECT_EQ(ReadBytes(copy), ReadBytes(example));
+    }
+    EXPECT_GE(test::ExampleFiles().size(), 6u);
+}
+
+TEST(NeedFileSave, AnEmptyDrawingNeverNeedsSavingEvenWithAMissingFile) {
+    Circuit circuit;
+    EXPECT_FALSE(NeedFileSave(circuit, "/nonexistent/folder/file.amq"));
+    EXPECT_FALSE(NeedFileSave(circuit, ""));
+}
+
+TEST(NeedFileSave, AnUntitledDrawingWithAWireNeedsSaving) {
+    Circuit circuit;
+    AddWire(circuit, 0, 0, 80, 0);
+    EXPECT_TRUE(NeedFileSave(circuit, ""));
+}
+
+TEST(NeedFileSave, SeesEachKindOfChangeAgainstTheFile) {
+    TempDir dir;
+    const std::string path = (dir / "c.amq").string();
+    WriteBytes(path, kOneBattery);
+    Circuit saved;
+    ASSERT_TRUE(LoadFromIniFile(saved, path).complete);
+    EXPECT_FALSE(NeedFileSave(saved, path));
+
+    Circuit moved = saved;
+    moved.Wires[1].X2 = 208;
+    EXPECT_TRUE(NeedFileSave(moved, path));
+    Circuit revalued = saved;
+    revalued.Elements[1].Value = 12.000001f;
+    EXPECT_TRUE(NeedFileSave(revalued, path));
+    Circuit reversed = saved;
+    reversed.Elements[1].Kind = kBatteryRight;
+    EXPECT_TRUE(NeedFileSave(reversed, path));
+    Circuit renamed = saved;
+    renamed.NodeLabels[1].Name = "B";
+    EXPECT_TRUE(NeedFileSave(renamed, path));
+    Circuit extra = saved;
+    AddWire(extra, 200, 80, 200, 160);
+    EXPECT_TRUE(NeedFileSave(extra, path));
+    Circuit erased = saved;
+    EraseElementSlot(erased, 1);
+    EXPECT_TRUE(NeedFileSave(erased, path));
+    // A file that no longer reads whole is treated as changed, so nothing is lost.
+    EXPECT_TRUE(NeedFileSave(saved, (dir / "gone.amq").string()));
+}
+
+TEST(SaveToIniFile, AFolderThatCannotBeWrittenGivesAReasonAndLeavesNoFile) {
+    Circuit circuit;
+    AddWire(circuit, 0, 0, 80, 0);
+    const SaveResult result = SaveToIniFile(circuit, "/nonexistent/folder/c.amq");
+    EXPECT_FALSE(result.saved);
+    EXPECT_EQ(result.reason, "The folder cannot be written to.");
+}
+
+TEST(SaveToIniFile, ReplacesTheOldFileAndLeavesNoTemporaryBehind) {
+    TempDir dir;
+    const auto path = dir / "c.amq";
+    WriteBytes(path, "old contents");
+    Circuit circuit;
+    AddWire(circuit, 0, 0, 80, 0);
+    ASSERT_TRUE(SaveToIniFile(circuit, path.string()).saved);
+    EXPECT_EQ(ReadBytes(path), "1\r\n0,0,80,0\r\n0\r\n0\r\n");
+    int files = 0;
+    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(dir.Path())) {
+        ++files;
+    }
+    EXPECT_EQ(files, 1);
+}
+
+// The tolerant reader: one malformed input per test, each with its exact reason.
+
+TEST(MalformedFile, Empty) {
+    EXPECT_EQ(Verdict(""), "the file ends where the wire count should follow (line 1)");
+}
+
+TEST(MalformedFile, Garbage) {
+    EXPECT_EQ(Verdict("\x01\xff garbage"), "line 1: the wire count is not a whole number: "
+                                           "\"\x01\xff garbage\"");
+}
+
+TEST(MalformedFile, NegativeCount) {
+    EXPECT_EQ(Verdict("-5\r\n"), "line 1: the wire count -5 is outside 0..100");
+}
+
+TEST(MalformedFile, CountBeyondSixteenBits) {
+    EXPECT_EQ(Verdict("0\r\n70000\r\n"), "line 2: the element count 70000 is outside 0..60");
+}
+
+TEST(MalformedFile, CountBeyondTheTable) {
+    EXPECT_EQ(Verdict("0\r\n0\r\n21\r\n"), "line 3: the node count 21 is outside 0..20");
+}
+
+TEST(MalformedFile, MissingLine) {
+    EXPECT_EQ(Verdict("2\r\n0,0,80,0\r\n"),
+              "the file ends where wire 2 should follow (line 3)");
+}
+
+TEST(MalformedFile, MissingField) {
+    EXPECT_EQ(Verdict("1\r\n0,0,80\r\n"), "line 2: wire 1 needs 4 fields, found 3");
+}
+
+TEST(MalformedFile, NotANumber) {
+    EXPECT_EQ(Verdict("1\r\n0,NaN,80,0\r\n"),
+              "line 2: wire 1 Y1 is not a finite single-precision number: \"NaN\"");
+}
+
+TEST(MalformedFile, Infinity) {
+    EXPECT_EQ(Verdict("0\r\n1\r\n0,0,5,inf\r\n"),
+              "line 3: element 1 value is not a finite single-precision number: \"inf\"");
+}
+
+TEST(MalformedFile, BeyondSinglePrecision) {
+    EXPECT_EQ(Verdict("1\r\n0,0,1e999,0\r\n"),
+              "line 2: wire 1 X2 is not a finite single-precision number: \"1e999\"");
+}
+
+TEST(MalformedFile, KindOutOfRange) {
+    EXPECT_EQ(Verdict("0\r\n1\r\n8,8,11,5\r\n"),
+              "line 3: element 1 has kind \"11\"; kinds run from 1 to 10");
+}
+
+TEST(MalformedFile, UnterminatedQuote) {
+    EXPECT_EQ(Verdict("0\r\n0\r\n1\r\n\"A\",\"A,0,0\r\n"),
+              "line 4: node 1: a quoted text is not closed");
+}
+
+TEST(MalformedFile, TextAfterAClosingQuote) {
+    EXPECT_EQ(Verdict("0\r\n0\r\n1\r\n\"A\"x,\"A\",0,0\r\n"),
+              "line 4: node 1: text follows a closing quote");
+}
+
+TEST(MalformedFile, TenMegabyteLine) {
+    const std::string line(10 * 1024 * 1024, '7');
+    EXPECT_EQ(Verdict("1\r\n" + line + "\r\n"), "line 2: wire 1 needs 4 fields, found 1");
+}
+
+TEST(MalformedFile, StopsWhereItStandsAndKeepsWhatWasRead) {
+    Circuit circuit;
+    const ReadResult result =
+        ReadCircuitText(circuit, "2\r\n0,0,80,0\r\n0,0,0,80\r\n3\r\n40,0,6,5\r\n0,x,1,1\r\n");
+    EXPECT_FALSE(result.complete);
+    EXPECT_EQ(result.line, 6);
+    EXPECT_EQ(DumpCircuit(circuit), "NumWires 2\n"
+                                    "wire 1 live 0,0 80,0\n"
+                                    "wire 2 live 0,0 0,80\n"
+                                    "NumElements 1\n"
+                                    "element 1 kind 6 5 at 40,0\n"
+                                    "NumNodes 0\n");
+}
+
+TEST(MalformedFile, AFileThatCannotBeOpened) {
+    Circuit circuit;
+    const ReadResult result = LoadFromIniFile(circuit, "/nonexistent/c.amq");
+    EXPECT_FALSE(result.complete);
+    EXPECT_EQ(result.line, 0);
+    EXPECT_EQ(result.reason, "the file cannot be opened");
+}
+
+} // namespace
+} // namespace ampora
