@@ -4,8 +4,7 @@ namespace ampora::cli {
 
 namespace {
 
-constexpr const char* kUsage =
-    "usage: ampora-cli check FILE.amq\n";
+constexpr const char* kUsage = "usage: ampora-cli check FILE.amq\n";
 
 } // namespace
 

@@ -85,10 +85,18 @@ void JsonWriter::Close(char bracket) {
     }
 }
 
-void JsonWriter::BeginObject() { Open('{'); }
-void JsonWriter::EndObject() { Close('}'); }
-void JsonWriter::BeginArray() { Open('['); }
-void JsonWriter::EndArray() { Close(']'); }
+void JsonWriter::BeginObject() {
+    Open('{');
+}
+void JsonWriter::EndObject() {
+    Close('}');
+}
+void JsonWriter::BeginArray() {
+    Open('[');
+}
+void JsonWriter::EndArray() {
+    Close(']');
+}
 
 void JsonWriter::Key(std::string_view key) {
     BeforeValue();

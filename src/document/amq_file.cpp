@@ -144,9 +144,9 @@ class CircuitReader {
     std::vector<Field> Fields(const std::string& what, std::size_t expected) {
         const auto line = lines_.Next();
         if (!line) {
-            throw Stop{lines_.Number() + 1,
-                       "the file ends where " + what + " should follow (line " +
-                           std::to_string(lines_.Number() + 1) + ")"};
+            throw Stop{lines_.Number() + 1, "the file ends where " + what +
+                                                " should follow (line " +
+                                                std::to_string(lines_.Number() + 1) + ")"};
         }
         std::string problem;
         auto fields = SplitFields(*line, problem);
@@ -173,8 +173,7 @@ class CircuitReader {
         const auto fields = Fields("the " + what, 1);
         const auto value = fields[0].quoted ? std::nullopt : ParseInteger(fields[0].text);
         if (!value) {
-            Fail("the " + what + " is not a whole number: \"" + Abbreviated(fields[0].text) +
-                 "\"");
+            Fail("the " + what + " is not a whole number: \"" + Abbreviated(fields[0].text) + "\"");
         }
         if (*value < 0 || *value > capacity) {
             Fail("the " + what + " " + std::to_string(*value) + " is outside 0.." +
@@ -275,8 +274,8 @@ std::string CircuitFileText(const Circuit& circuit) {
     for (int slot = 1; slot <= circuit.NumWires; ++slot) {
         const Wire& w = circuit.Wires[slot];
         if (w.Used != 0) {
-            text += ShortestText(w.X1) + "," + ShortestText(w.Y1) + "," + ShortestText(w.X2) +
-                    "," + ShortestText(w.Y2) + eol;
+            text += ShortestText(w.X1) + "," + ShortestText(w.Y1) + "," + ShortestText(w.X2) + "," +
+                    ShortestText(w.Y2) + eol;
         }
     }
     text += std::to_string(CountLiveElements(circuit)) + eol;
@@ -313,9 +312,8 @@ SaveResult SaveToIniFile(const Circuit& circuit, const std::string& path) {
     const std::string text = CircuitFileText(circuit);
     std::random_device random;
     const fs::path target(path);
-    const fs::path temporary =
-        target.parent_path() /
-        ("." + target.filename().string() + ".saving-" + std::to_string(random()));
+    const fs::path temporary = target.parent_path() / ("." + target.filename().string() +
+                                                       ".saving-" + std::to_string(random()));
     {
         std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
         if (!out) {

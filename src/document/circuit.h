@@ -38,9 +38,15 @@ enum ElementKind : std::int16_t {
     kSourceRight = 10,
 };
 
-inline bool IsBattery(int kind) { return kind >= 1 && kind <= 4; }
-inline bool IsResistor(int kind) { return kind > 4 && kind < 7; }
-inline bool IsCurrentSource(int kind) { return kind >= 7 && kind <= 10; }
+inline bool IsBattery(int kind) {
+    return kind >= 1 && kind <= 4;
+}
+inline bool IsResistor(int kind) {
+    return kind > 4 && kind < 7;
+}
+inline bool IsCurrentSource(int kind) {
+    return kind >= 7 && kind <= 10;
+}
 inline bool IsVerticalKind(int kind) {
     return kind == 1 || kind == 2 || kind == 5 || kind == 7 || kind == 8;
 }

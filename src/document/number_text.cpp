@@ -40,11 +40,21 @@ template <typename T> std::optional<T> Parse(std::string_view text) {
 
 } // namespace
 
-std::string ShortestText(float value) { return Shortest(value); }
-std::string ShortestText(double value) { return Shortest(value); }
+std::string ShortestText(float value) {
+    return Shortest(value);
+}
+std::string ShortestText(double value) {
+    return Shortest(value);
+}
 
-std::optional<float> ParseFloat(std::string_view text) { return Parse<float>(text); }
-std::optional<double> ParseDouble(std::string_view text) { return Parse<double>(text); }
-std::optional<long long> ParseInteger(std::string_view text) { return Parse<long long>(text); }
+std::optional<float> ParseFloat(std::string_view text) {
+    return Parse<float>(text);
+}
+std::optional<double> ParseDouble(std::string_view text) {
+    return Parse<double>(text);
+}
+std::optional<long long> ParseInteger(std::string_view text) {
+    return Parse<long long>(text);
+}
 
 } // namespace ampora

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-
 namespace ampora {
 namespace {
 
@@ -15,8 +14,8 @@ std::string Table(int sigFigs, std::initializer_list<double> values) {
 }
 
 TEST(FormatNumber, ThreeFiguresFollowTheTable) {
-    EXPECT_EQ(Table(3, {0, 5e-9, -5e-9, 0.0001, 0.00012345, 0.15, 2, -2.5, 123.456, 1234.5,
-                        9999.6, 10000, 12345, 3e-7, -0.00002}),
+    EXPECT_EQ(Table(3, {0, 5e-9, -5e-9, 0.0001, 0.00012345, 0.15, 2, -2.5, 123.456, 1234.5, 9999.6,
+                        10000, 12345, 3e-7, -0.00002}),
               "0\n0\n0\n1.00E-4\n0.000123\n0.15\n2\n-2.5\n123\n1230\n10000\n1.00E+4\n"
               "1.23E+4\n3.00E-7\n-2.00E-5\n");
 }

@@ -72,8 +72,9 @@ TEST(CliCheck, AFileThatStopsEarlySaysWhereAndExitsOne) {
     test::WriteBytes(path, "2\r\n0,0,80,0\r\n");
     const CliRun run = Cli({"check", path});
     EXPECT_EQ(run.code, 1);
-    EXPECT_EQ(run.err, "ampora-cli: " + path +
-                           ": reading stopped: the file ends where wire 2 should follow (line 3)\n");
+    EXPECT_EQ(run.err,
+              "ampora-cli: " + path +
+                  ": reading stopped: the file ends where wire 2 should follow (line 3)\n");
     EXPECT_NE(run.out.find("\"complete\": false"), std::string::npos);
 }
 

@@ -219,8 +219,7 @@ TEST(MalformedFile, CountBeyondTheTable) {
 }
 
 TEST(MalformedFile, MissingLine) {
-    EXPECT_EQ(Verdict("2\r\n0,0,80,0\r\n"),
-              "the file ends where wire 2 should follow (line 3)");
+    EXPECT_EQ(Verdict("2\r\n0,0,80,0\r\n"), "the file ends where wire 2 should follow (line 3)");
 }
 
 TEST(MalformedFile, MissingField) {

@@ -19,8 +19,8 @@ std::string DumpCircuit(const Circuit& circuit) {
                (circuit.ErasedKind[slot] != 0
                     ? "(undo " + std::to_string(circuit.ErasedKind[slot]) + ")"
                     : "") +
-               " " + ShortestText(e.Value) + " at " + ShortestText(e.X) + "," +
-               ShortestText(e.Y) + "\n";
+               " " + ShortestText(e.Value) + " at " + ShortestText(e.X) + "," + ShortestText(e.Y) +
+               "\n";
     }
     out += "NumNodes " + std::to_string(circuit.NumNodes) + "\n";
     for (int slot = 1; slot <= circuit.NumNodes; ++slot) {

@@ -7,7 +7,9 @@
 
 namespace ampora::test {
 
-std::filesystem::path ExamplesDir() { return std::filesystem::path(AMPORA_SOURCE_DIR) / "examples"; }
+std::filesystem::path ExamplesDir() {
+    return std::filesystem::path(AMPORA_SOURCE_DIR) / "examples";
+}
 
 std::vector<std::filesystem::path> ExampleFiles() {
     std::vector<std::filesystem::path> files;
