@@ -1,0 +1,15 @@
+#pragma once
+// Where the program finds the files it ships with: next to its binary once installed
+// (<prefix>/bin/ampora reads <prefix>/share/ampora/...), or in the source tree when it
+// runs from a build folder.
+
+#include <QString>
+
+namespace ampora::ui {
+
+// The folder holding index.htm and "dc cct help/theory.htm".
+QString HelpDir();
+// The folder of the sample circuits; file dialogs start here while no file is recent.
+QString ExamplesDir();
+
+} // namespace ampora::ui
