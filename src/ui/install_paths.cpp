@@ -6,10 +6,8 @@
 
 namespace ampora::ui {
 
-namespace {
-
-QString ShippedDir(const QString& name) {
-    const QDir binary(QCoreApplication::applicationDirPath());
+QString ShippedDir(const QString& binaryDir, const QString& name) {
+    const QDir binary(binaryDir);
     const QString installed = binary.absoluteFilePath("../share/ampora/" + name);
     if (QFileInfo(installed).isDir()) {
         return QDir::cleanPath(installed);
@@ -17,9 +15,11 @@ QString ShippedDir(const QString& name) {
     return QDir::cleanPath(QStringLiteral(AMPORA_SOURCE_DIR) + "/" + name);
 }
 
-} // namespace
-
-QString HelpDir() { return ShippedDir(QStringLiteral("help")); }
-QString ExamplesDir() { return ShippedDir(QStringLiteral("examples")); }
+QString HelpDir() {
+    return ShippedDir(QCoreApplication::applicationDirPath(), QStringLiteral("help"));
+}
+QString ExamplesDir() {
+    return ShippedDir(QCoreApplication::applicationDirPath(), QStringLiteral("examples"));
+}
 
 } // namespace ampora::ui

@@ -12,4 +12,8 @@ QString HelpDir();
 // The folder of the sample circuits; file dialogs start here while no file is recent.
 QString ExamplesDir();
 
+// The folder `name` (help, examples) for a program whose binary lies in binaryDir: the installed
+// <binaryDir>/../share/ampora/<name> when it exists, else the folder in the source tree.
+QString ShippedDir(const QString& binaryDir, const QString& name);
+
 } // namespace ampora::ui
