@@ -13,6 +13,7 @@ packages=(
     xvfb xauth fonts-liberation
     ngspice clang llvm libclang-rt-14-dev
     unrtf poppler-utils desktop-file-utils libxml2-utils
+    qt6-svg-dev librsvg2-bin dpkg-dev shared-mime-info
 )
 
 missing=()
