@@ -6,7 +6,9 @@
 
 // The picture lives in a resource of the static ampora_ui library, which the linker only keeps
 // when something asks for it by name; Q_INIT_RESOURCE must be called outside any namespace.
-static void LoadIconResources() { Q_INIT_RESOURCE(icons); }
+static void LoadIconResources() {
+    Q_INIT_RESOURCE(icons);
+}
 
 namespace ampora::ui {
 
