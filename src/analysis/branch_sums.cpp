@@ -1,0 +1,72 @@
+#include "analysis/branch_sums.h"
+
+#include "analysis/analysis_failure.h"
+#include "analysis/chain_path.h"
+#include "analysis/travel.h"
+
+#include <string>
+
+namespace ampora {
+
+namespace {
+
+void AddDevice(const Element& element, Travel travel, Branch& chain) {
+    const bool agrees = AgreesWithTravel(element.Kind, travel);
+    if (IsResistor(element.Kind)) {
+        chain.Resistance += element.Value;
+    } else if (IsBattery(element.Kind)) {
+        chain.EMF += agrees ? element.Value : -element.Value;
+    } else if (IsCurrentSource(element.Kind)) {
+        if (chain.SourceCurrent != 0) {
+            throw AnalysisFailure::TwoCurrentSources;
+        }
+        chain.SourceCurrent = agrees ? element.Value : -element.Value;
+    }
+}
+
+void SumChain(const Circuit& circuit, Branch& chain) {
+    chain.Resistance = 0;
+    chain.EMF = 0;
+    chain.SourceCurrent = 0;
+    const std::vector<Point> points = PathPoints(chain.Path);
+    for (std::size_t k = 1; k < points.size(); ++k) {
+        const Point from = points[k - 1];
+        const Point to = points[k];
+        const Travel travel = TravelAlong(from, to);
+        for (int slot = 1; slot <= circuit.NumElements; ++slot) {
+            const Element& element = circuit.Elements[slot];
+            if (element.Kind != kEmpty && LiesStrictlyInside({element.X, element.Y}, from, to)) {
+                AddDevice(element, travel, chain);
+            }
+        }
+    }
+}
+
+} // namespace
+
+void SumBranches(const Circuit& circuit, Topology& topology) {
+    topology.NumCurrents = 0;
+    for (int b = 1; b <= topology.NumBranches; ++b) {
+        Branch& chain = topology.Branches[b];
+        SumChain(circuit, chain);
+        chain.CurrentName.clear();
+        if (chain.Resistance != 0 || chain.SourceCurrent != 0) {
+            continue;
+        }
+        // A chain of batteries and wire only: its current is an unknown, named once and
+        // shared with its twin, the same chain traced from the other end.
+        for (int earlier = 1; earlier < b; ++earlier) {
+            const Branch& twin = topology.Branches[earlier];
+            if (IsReversedPath(twin.Path, chain.Path)) {
+                chain.CurrentName = "-" + twin.CurrentName;
+                break;
+            }
+        }
+        if (chain.CurrentName.empty()) {
+            ++topology.NumCurrents;
+            chain.CurrentName = "I" + std::to_string(topology.NumCurrents);
+        }
+    }
+}
+
+} // namespace ampora

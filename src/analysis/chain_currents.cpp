@@ -1,0 +1,81 @@
+#include "analysis/chain_currents.h"
+
+#include "analysis/chain_path.h"
+#include "analysis/travel.h"
+
+#include <cmath>
+#include <cstdlib>
+
+namespace ampora {
+
+namespace {
+
+struct Placement {
+    int chain = 0;
+    Travel travel = Travel::None;
+};
+
+Placement FindChainOf(const Topology& topology, Point centre) {
+    for (int b = 1; b <= topology.NumBranches; ++b) {
+        const std::vector<Point> points = PathPoints(topology.Branches[b].Path);
+        for (std::size_t k = 1; k < points.size(); ++k) {
+            if (LiesStrictlyInside(centre, points[k - 1], points[k])) {
+                return Placement{b, TravelAlong(points[k - 1], points[k])};
+            }
+        }
+    }
+    return Placement{};
+}
+
+} // namespace
+
+void ComputeCurrents(Circuit& circuit, Topology& topology) {
+    for (int b = 1; b <= topology.NumBranches; ++b) {
+        topology.Branches[b].Current = kUnknownCurrent;
+    }
+    for (int slot = 1; slot <= circuit.NumElements; ++slot) {
+        circuit.Elements[slot].Current = kUnknownCurrent;
+        circuit.Elements[slot].Branch = 0;
+    }
+    for (int slot = 1; slot <= circuit.NumElements; ++slot) {
+        Element& element = circuit.Elements[slot];
+        if (element.Kind == kEmpty) {
+            continue;
+        }
+        const Placement placement = FindChainOf(topology, Point{element.X, element.Y});
+        if (placement.chain == 0) {
+            continue;
+        }
+        const Branch& chain = topology.Branches[placement.chain];
+        double current = 0;
+        if (chain.SourceCurrent != 0) {
+            current = chain.SourceCurrent;
+        } else if (chain.Resistance != 0) {
+            current = (static_cast<double>(chain.EMF) +
+                       circuit.NodeLabels[chain.StartNode].Voltage -
+                       circuit.NodeLabels[chain.EndNode].Voltage) /
+                      static_cast<double>(chain.Resistance);
+        } else {
+            continue;
+        }
+        const int sign = TravelIsScreenPositive(placement.travel) ? 1 : -1;
+        element.Current = sign * current;
+        element.Branch = static_cast<std::int16_t>(sign * placement.chain);
+        SetChainCurrent(topology, element.Branch, element.Current);
+    }
+}
+
+void SetChainCurrent(Topology& topology, int signedChain, double current) {
+    Branch& chain = topology.Branches[std::abs(signedChain)];
+    const bool alongTravel = (current > 0 && signedChain > 0) || (current < 0 && signedChain < 0);
+    chain.Current = alongTravel ? std::fabs(current) : -std::fabs(current);
+    for (int b = 1; b <= topology.NumBranches; ++b) {
+        Branch& twin = topology.Branches[b];
+        if (IsReversedPath(twin.Path, chain.Path)) {
+            twin.Current = -chain.Current;
+            break;
+        }
+    }
+}
+
+} // namespace ampora

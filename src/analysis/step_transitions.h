@@ -1,0 +1,32 @@
+#pragma once
+// The moves between the three steps, as far as they change the tables. The window and
+// ampora-cli both call these; drawing and panels are the window's business.
+
+#include "document/prompts.h"
+#include "document/workspace.h"
+
+namespace ampora {
+
+enum class TransitionResult {
+    Entered,  // the next step began
+    Refused,  // a check failed and its message has been shown
+    Stopped,  // nothing to do, or a failure without a message (a table overflowed)
+};
+
+// "Next >" on step 1: cleans up the wires, finds nodes, loose ends and chains, runs the
+// step-1 checks and the branch sums, and enters step 2. The wire clean-up stays even when
+// the circuit is refused.
+TransitionResult LeaveStep1(Workspace& workspace, Prompts& prompts);
+
+// The name checks that open "Next >" on step 2: one reference node at most, unique names,
+// nodes ordered by name.
+bool CheckNamesOnLeavingStep2(Workspace& workspace, Prompts& prompts);
+
+// "< Prev" on step 2: the circuit and its node names stay.
+void BackToStep1(Workspace& workspace);
+
+inline constexpr const char* kStep1Status = " Step 1: Edit the circuit. ";
+inline constexpr const char* kStep2EntryStatus =
+    " Step 2: Click a node's label to name it.  Unnamed nodes are marked [ ]  ";
+
+} // namespace ampora
