@@ -4,7 +4,9 @@ namespace ampora::cli {
 
 namespace {
 
-constexpr const char* kUsage = "usage: ampora-cli check FILE.amq\n";
+constexpr const char* kUsage =
+    "usage: ampora-cli check FILE.amq\n"
+    "       ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] FILE.amq\n";
 
 } // namespace
 
@@ -17,6 +19,9 @@ int RunCli(const std::vector<std::string>& args, std::ostream& out, std::ostream
     const std::vector<std::string> rest(args.begin() + 1, args.end());
     if (command == "check") {
         return RunCheck(rest, out, err);
+    }
+    if (command == "solve") {
+        return RunSolve(rest, out, err);
     }
     err << "ampora-cli: unknown command \"" << command << "\"\n" << kUsage;
     return kExitUsage;

@@ -16,4 +16,6 @@ int RunCli(const std::vector<std::string>& args, std::ostream& out, std::ostream
 
 int RunCheck(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 
+int RunSolve(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
 } // namespace ampora::cli
