@@ -159,16 +159,15 @@ void TraceAll(Circuit& circuit, Topology& topology) {
             continue;
         }
         Trace trace = tracer.Walk(FirstEnd(wire), slot, false, true);
-        Record(topology, topology.NumLoops, static_cast<std::int16_t>(-(topology.NumLoops + 1)),
-               0, std::move(trace.Path));
+        Record(topology, topology.NumLoops, static_cast<std::int16_t>(-(topology.NumLoops + 1)), 0,
+               std::move(trace.Path));
     }
 }
 
 } // namespace
 
 int NumChains(const Topology& topology) {
-    return topology.NumBranches + topology.NumStubs + topology.NumLooseBranches +
-           topology.NumLoops;
+    return topology.NumBranches + topology.NumStubs + topology.NumLooseBranches + topology.NumLoops;
 }
 
 void TraceBranches(Circuit& circuit, Topology& topology) {

@@ -51,10 +51,10 @@ void ComputeCurrents(Circuit& circuit, Topology& topology) {
         if (chain.SourceCurrent != 0) {
             current = chain.SourceCurrent;
         } else if (chain.Resistance != 0) {
-            current = (static_cast<double>(chain.EMF) +
-                       circuit.NodeLabels[chain.StartNode].Voltage -
-                       circuit.NodeLabels[chain.EndNode].Voltage) /
-                      static_cast<double>(chain.Resistance);
+            current =
+                (static_cast<double>(chain.EMF) + circuit.NodeLabels[chain.StartNode].Voltage -
+                 circuit.NodeLabels[chain.EndNode].Voltage) /
+                static_cast<double>(chain.Resistance);
         } else {
             continue;
         }

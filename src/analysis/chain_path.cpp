@@ -39,8 +39,10 @@ std::vector<Point> PathPoints(const std::string& path) {
         if (comma == std::string_view::npos) {
             throw std::invalid_argument("not a path point: " + std::string(item));
         }
-        points.push_back(Point{Coordinate(item.substr(0, comma)), Coordinate(item.substr(comma + 1))});
-        rest = semicolon == std::string_view::npos ? std::string_view{} : rest.substr(semicolon + 1);
+        points.push_back(
+            Point{Coordinate(item.substr(0, comma)), Coordinate(item.substr(comma + 1))});
+        rest =
+            semicolon == std::string_view::npos ? std::string_view{} : rest.substr(semicolon + 1);
     }
     return points;
 }

@@ -8,9 +8,9 @@
 namespace ampora {
 
 enum class TransitionResult {
-    Entered,  // the next step began
-    Refused,  // a check failed and its message has been shown
-    Stopped,  // nothing to do, or a failure without a message (a table overflowed)
+    Entered, // the next step began
+    Refused, // a check failed and its message has been shown
+    Stopped, // nothing to do, or a failure without a message (a table overflowed)
 };
 
 // "Next >" on step 1: cleans up the wires, finds nodes, loose ends and chains, runs the

@@ -27,9 +27,9 @@ std::string CleanedUp(Circuit circuit) {
 
 TEST(WireCleanup, AWireEndingOnTheMiddleOfAnotherSplitsItIntoTwo) {
     EXPECT_EQ(CleanedUp(Drawn({{0, 0, 160, 0}, {80, 0, 80, 80}})), "NumWires 3\n"
-                                                                    "wire 1 0,0 80,0\n"
-                                                                    "wire 2 80,0 80,80\n"
-                                                                    "wire 3 80,0 160,0\n");
+                                                                   "wire 1 0,0 80,0\n"
+                                                                   "wire 2 80,0 80,80\n"
+                                                                   "wire 3 80,0 160,0\n");
 }
 
 TEST(WireCleanup, WiresThatMerelyCrossStayWhole) {

@@ -50,8 +50,8 @@ std::string DumpTopology(const Circuit& circuit, const Topology& topology) {
     out += "branches " + std::to_string(topology.NumBranches) + " stubs " +
            std::to_string(topology.NumStubs) + " loose " +
            std::to_string(topology.NumLooseBranches) + " loops " +
-           std::to_string(topology.NumLoops) + " currents " +
-           std::to_string(topology.NumCurrents) + "\n";
+           std::to_string(topology.NumLoops) + " currents " + std::to_string(topology.NumCurrents) +
+           "\n";
     return out;
 }
 
