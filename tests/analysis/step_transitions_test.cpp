@@ -1,0 +1,200 @@
+#include "analysis/circuit_checks.h"
+#include "analysis/node_naming.h"
+#include "analysis/step_transitions.h"
+#include "document/amq_file.h"
+#include "document/circuit_edit.h"
+#include "support/circuit_dump.h"
+#include "support/scripted_prompts.h"
+#include "support/test_files.h"
+
+#include <gtest/gtest.h>
+
+namespace ampora {
+namespace {
+
+struct W {
+    float x1, y1, x2, y2;
+};
+
+void Draw(Workspace& workspace, std::initializer_list<W> wires) {
+    for (const W& w : wires) {
+        AddWire(workspace.circuit, w.x1, w.y1, w.x2, w.y2);
+    }
+}
+
+// Two nodes joined by three branches, 10 ohms on each.
+void DrawThreeBranches(Workspace& workspace) {
+    Draw(workspace, {{80, 0, 0, 0},
+                     {0, 0, 0, 160},
+                     {0, 160, 80, 160},
+                     {80, 0, 80, 160},
+                     {80, 0, 160, 0},
+                     {160, 0, 160, 160},
+                     {160, 160, 80, 160}});
+    for (const float x : {0.0f, 80.0f, 160.0f}) {
+        AddElement(workspace.circuit, kResistorVertical, 10, x, 80);
+    }
+}
+
+struct Outcome {
+    TransitionResult result;
+    int step;
+    std::vector<std::string> messages;
+};
+
+Outcome LeaveStep1With(Workspace& workspace) {
+    test::ScriptedPrompts prompts;
+    const TransitionResult result = LeaveStep1(workspace, prompts);
+    return Outcome{result, workspace.Step, prompts.messages};
+}
+
+TEST(LeavingStep1, AnEmptyCanvasDoesNothingAndShowsNothing) {
+    Workspace ws;
+    const Outcome out = LeaveStep1With(ws);
+    EXPECT_EQ(out.result, TransitionResult::Stopped);
+    EXPECT_EQ(out.step, 1);
+    EXPECT_TRUE(out.messages.empty());
+}
+
+TEST(LeavingStep1, EachRefusalShowsItsOwnMessageAndStaysInStep1) {
+    struct Case {
+        const char* what;
+        std::vector<W> wires;
+        std::string message;
+    };
+    const std::vector<Case> cases = {
+        {"a lone wire", {{0, 0, 80, 0}}, kNoNodesMessage},
+        {"a T", {{0, 0, 160, 0}, {80, 0, 80, 80}}, kLooseEndsMessage},
+        {"a loop and a wire leading nowhere from a node",
+         {{0, 0, 80, 0}, {80, 0, 80, 80}, {80, 80, 0, 80}, {0, 80, 0, 0}, {200, 0, 280, 0},
+          {280, 0, 280, 80}, {280, 80, 200, 80}, {200, 80, 200, 0}, {200, 0, 200, -80},
+          {280, 0, 360, 0}},
+         kLooseEndsMessage},
+        {"a rectangle", {{0, 0, 80, 0}, {80, 0, 80, 80}, {80, 80, 0, 80}, {0, 80, 0, 0}},
+         kNoNodesMessage},
+    };
+    for (const Case& c : cases) {
+        Workspace ws;
+        for (const W& w : c.wires) {
+            AddWire(ws.circuit, w.x1, w.y1, w.x2, w.y2);
+        }
+        const Outcome out = LeaveStep1With(ws);
+        EXPECT_EQ(out.result, TransitionResult::Refused) << c.what;
+        EXPECT_EQ(out.step, 1) << c.what;
+        EXPECT_EQ(out.messages, std::vector<std::string>{c.message}) << c.what;
+    }
+}
+
+TEST(LeavingStep1, ALoopBesideACircuitWithNodesIsRefusedWithTheLoopMessage) {
+    Workspace ws;
+    DrawThreeBranches(ws);
+    Draw(ws, {{400, 0, 480, 0}, {480, 0, 480, 80}, {480, 80, 400, 80}, {400, 80, 400, 0}});
+    const Outcome out = LeaveStep1With(ws);
+    EXPECT_EQ(out.messages, std::vector<std::string>{kLoopsMessage});
+    EXPECT_EQ(std::string(kLoopsMessage),
+              "You have simple current loops containing no nodes.  They should be analyzed with "
+              "Ohm's law, not nodal analysis.  You must go back and delete them.");
+    EXPECT_EQ(std::string(kLooseEndsMessage),
+              "You have branches that lead nowhere and current cannot flow in them.  You must go "
+              "back and delete them.");
+}
+
+TEST(LeavingStep1, TwoCurrentSourcesOnOneBranchAreRefusedAfterTheOtherChecks) {
+    Workspace ws;
+    DrawThreeBranches(ws);
+    AddElement(ws.circuit, kSourceUp, 1, 160, 40);
+    AddElement(ws.circuit, kSourceUp, 1, 160, 120);
+    const Outcome out = LeaveStep1With(ws);
+    EXPECT_EQ(out.result, TransitionResult::Refused);
+    EXPECT_EQ(out.step, 1);
+    EXPECT_EQ(out.messages,
+              std::vector<std::string>{"You have two current sources in the same branch.  You "
+                                       "must go back and delete one of them."});
+}
+
+TEST(LeavingStep1, TablesThatOverflowEndTheMoveQuietlyWithTheDrawingIntact) {
+    Workspace ws;
+    // A ladder of 14 rungs has 24 nodes, more than the node table holds.
+    AddWire(ws.circuit, 0, 0, 520, 0);
+    AddWire(ws.circuit, 0, 80, 520, 80);
+    for (int k = 0; k < 14; ++k) {
+        AddWire(ws.circuit, 40.0f * static_cast<float>(k), 0, 40.0f * static_cast<float>(k), 80);
+    }
+    const Outcome out = LeaveStep1With(ws);
+    EXPECT_EQ(out.result, TransitionResult::Stopped);
+    EXPECT_EQ(out.step, 1);
+    EXPECT_TRUE(out.messages.empty());
+    for (int slot = 1; slot <= ws.circuit.NumWires; ++slot) {
+        EXPECT_NE(ws.circuit.Wires[slot].Used, 0) << slot;
+    }
+}
+
+TEST(LeavingStep1, ACircuitThatPassesEntersStep2WithItsBranchSums) {
+    Workspace ws;
+    DrawThreeBranches(ws);
+    const Outcome out = LeaveStep1With(ws);
+    EXPECT_EQ(out.result, TransitionResult::Entered);
+    EXPECT_EQ(out.step, 2);
+    EXPECT_TRUE(out.messages.empty());
+    EXPECT_EQ(ws.topology.NumBranches, 6);
+    EXPECT_EQ(ws.topology.Branches[6].Resistance, 10);
+}
+
+TEST(LeavingStep1, NamesSurviveGoingBackUnlessTheirNodeMoved) {
+    Workspace ws;
+    DrawThreeBranches(ws);
+    test::ScriptedPrompts prompts;
+    ASSERT_EQ(LeaveStep1(ws, prompts), TransitionResult::Entered);
+    ASSERT_TRUE(AutoName(ws, prompts));
+    BackToStep1(ws);
+    ASSERT_EQ(LeaveStep1(ws, prompts), TransitionResult::Entered);
+    EXPECT_EQ(ws.circuit.NodeLabels[1].Name, "V1");
+    EXPECT_EQ(ws.circuit.NodeLabels[2].Name, "0");
+
+    BackToStep1(ws);
+    // Redraw with the top node 40 units higher; the bottom node stays where it was.
+    EraseWholeCircuit(ws.circuit);
+    Draw(ws, {{80, -40, 0, -40},
+              {0, -40, 0, 160},
+              {0, 160, 80, 160},
+              {80, -40, 80, 160},
+              {80, -40, 160, -40},
+              {160, -40, 160, 160},
+              {160, 160, 80, 160}});
+    ASSERT_EQ(LeaveStep1(ws, prompts), TransitionResult::Entered) << test::DumpCircuit(ws.circuit);
+    EXPECT_EQ(ws.circuit.NodeLabels[1].Name, "[ ]");
+    EXPECT_EQ(ws.circuit.NodeLabels[1].Y, -40);
+    EXPECT_EQ(ws.circuit.NodeLabels[2].Name, "0");
+    EXPECT_TRUE(prompts.messages.empty());
+}
+
+TEST(LeavingStep1, EveryExampleEntersStep2WithTheNamesSavedInItsFile) {
+    for (const auto& file : test::ExampleFiles()) {
+        Workspace ws;
+        ASSERT_TRUE(LoadFromIniFile(ws.circuit, file.string()).complete) << file;
+        const Circuit saved = ws.circuit;
+        const Outcome out = LeaveStep1With(ws);
+        EXPECT_EQ(out.result, TransitionResult::Entered) << file;
+        ASSERT_EQ(ws.circuit.NumNodes, saved.NumNodes) << file;
+        for (int slot = 1; slot <= saved.NumNodes; ++slot) {
+            EXPECT_EQ(ws.circuit.NodeLabels[slot].Name, saved.NodeLabels[slot].Name) << file;
+            EXPECT_EQ(ws.circuit.NodeLabels[slot].X, saved.NodeLabels[slot].X) << file;
+            EXPECT_EQ(ws.circuit.NodeLabels[slot].Y, saved.NodeLabels[slot].Y) << file;
+        }
+        test::ScriptedPrompts prompts;
+        EXPECT_TRUE(CheckNamesOnLeavingStep2(ws, prompts)) << file;
+    }
+}
+
+TEST(LeavingStep2, TwoUnnamedNodesFailTheNameCheckAndStayInStep2) {
+    Workspace ws;
+    DrawThreeBranches(ws);
+    test::ScriptedPrompts prompts;
+    ASSERT_EQ(LeaveStep1(ws, prompts), TransitionResult::Entered);
+    EXPECT_FALSE(CheckNamesOnLeavingStep2(ws, prompts));
+    EXPECT_EQ(ws.Step, 2);
+    EXPECT_EQ(prompts.messages, std::vector<std::string>{kDuplicateNamesMessage});
+}
+
+} // namespace
+} // namespace ampora
