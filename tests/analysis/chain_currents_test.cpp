@@ -19,8 +19,12 @@ struct Fixture {
     Topology topology;
 
     explicit Fixture(double top, double bottom) {
-        for (const auto& w : {std::array<float, 4>{80, 0, 0, 0}, {0, 0, 0, 160}, {0, 160, 80, 160},
-                              {80, 0, 80, 160}, {80, 0, 160, 0}, {160, 0, 160, 160},
+        for (const auto& w : {std::array<float, 4>{80, 0, 0, 0},
+                              {0, 0, 0, 160},
+                              {0, 160, 80, 160},
+                              {80, 0, 80, 160},
+                              {80, 0, 160, 0},
+                              {160, 0, 160, 160},
                               {160, 160, 80, 160}}) {
             AddWire(circuit, w[0], w[1], w[2], w[3]);
         }
@@ -43,8 +47,8 @@ struct Fixture {
         std::string out;
         for (int slot = 1; slot <= circuit.NumElements; ++slot) {
             const Element& e = circuit.Elements[slot];
-            out += "element " + std::to_string(slot) + " " + ShortestText(e.Current) +
-                   " branch " + std::to_string(e.Branch) + "\n";
+            out += "element " + std::to_string(slot) + " " + ShortestText(e.Current) + " branch " +
+                   std::to_string(e.Branch) + "\n";
         }
         for (int b = 1; b <= topology.NumBranches; ++b) {
             out += "chain " + std::to_string(b) + " " + ShortestText(topology.Branches[b].Current) +

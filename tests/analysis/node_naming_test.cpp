@@ -56,7 +56,8 @@ TEST(NodeNaming, AutoNameNamesTopToBottomLeftToRightAndMakesTheLastNodeTheRefere
 }
 
 TEST(NodeNaming, AutoNameSkipsAnExistingReferenceAndUsesNoCounterValueForIt) {
-    Workspace ws = WithNodes({{400, 240, "[ ]"}, {80, 80, "[ ]"}, {240, 80, "[ ]"}, {80, 240, "0"}});
+    Workspace ws =
+        WithNodes({{400, 240, "[ ]"}, {80, 80, "[ ]"}, {240, 80, "[ ]"}, {80, 240, "0"}});
     test::ScriptedPrompts prompts;
     ASSERT_TRUE(AutoName(ws, prompts));
     EXPECT_EQ(Names(ws), "V3 V1 V2 0");
@@ -103,8 +104,8 @@ TEST(NodeNaming, LocationKeysAreRoundedFourDigitTextSoFiveDigitCoordinatesSortAs
 }
 
 TEST(NodeNaming, ByNameOrderComparesCharacterCodesAndKeepsTheSlotOrderOfEqualKeys) {
-    Workspace ws = WithNodes({{0, 0, "b"}, {0, 16, "V2"}, {0, 32, "a"}, {0, 48, "V10"}, {0, 64, "B"},
-                              {0, 80, "0"}});
+    Workspace ws = WithNodes(
+        {{0, 0, "b"}, {0, 16, "V2"}, {0, 32, "a"}, {0, 48, "V10"}, {0, 64, "B"}, {0, 80, "0"}});
     test::ScriptedPrompts prompts;
     ASSERT_TRUE(CheckNames(ws.circuit, ws.naming, NodeOrdering::ByName, prompts));
     EXPECT_EQ(Order(ws), "order 6 5 4 2 3 1 rank 6 4 5 3 2 1 reference -1");
