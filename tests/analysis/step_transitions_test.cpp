@@ -135,6 +135,15 @@ TEST(LeavingStep1, TablesThatOverflowEndTheMoveQuietlyWithTheDrawingIntact) {
     for (int slot = 1; slot <= ws.circuit.NumWires; ++slot) {
         EXPECT_NE(ws.circuit.Wires[slot].Used, 0) << slot;
     }
+
+    Workspace scattered; // 21 separate wires: 42 loose ends, more than their table holds
+    for (int k = 0; k < 21; ++k) {
+        AddWire(scattered.circuit, 0, 16.0f * static_cast<float>(k), 80,
+                16.0f * static_cast<float>(k));
+    }
+    const Outcome quiet = LeaveStep1With(scattered);
+    EXPECT_EQ(quiet.result, TransitionResult::Stopped);
+    EXPECT_TRUE(quiet.messages.empty());
 }
 
 TEST(LeavingStep1, ACircuitThatPassesEntersStep2WithItsBranchSums) {
