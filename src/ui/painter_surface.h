@@ -14,7 +14,7 @@ namespace ampora::ui {
 class PainterSurface : public DrawingSurface {
   public:
     // Paints on image, which must outlive the surface. Font sizes in points become pixels at
-    // logicalDpi (the screen's, normally 96).
+    // logicalDpi (the screen's, normally 96); the image is stamped with that resolution.
     explicit PainterSurface(QImage& image, double logicalDpi = 96);
     ~PainterSurface() override;
     PainterSurface(const PainterSurface&) = delete;
