@@ -1,0 +1,93 @@
+#include "report/rich_text_document.h"
+
+#include <algorithm>
+
+namespace ampora {
+
+namespace {
+
+bool StartsCharacter(char c) {
+    return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+}
+
+// Byte offset of the given character within UTF-8 text, or the text's size.
+std::size_t ByteOffset(std::string_view text, std::size_t character) {
+    std::size_t seen = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (StartsCharacter(text[i])) {
+            if (seen == character) {
+                return i;
+            }
+            ++seen;
+        }
+    }
+    return text.size();
+}
+
+std::size_t CharacterCount(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), StartsCharacter));
+}
+
+} // namespace
+
+void RichTextDocument::AppendText(const TextFormat& format, std::string_view text,
+                                  std::size_t characters) {
+    if (text.empty()) {
+        return;
+    }
+    if (runs_.empty() || runs_.back().IsPicture() || !(runs_.back().Format == format)) {
+        runs_.push_back({format, "", "", 0, 0});
+    }
+    runs_.back().Text += text;
+    length_ += characters;
+}
+
+void RichTextDocument::InsertText(std::string_view text) {
+    std::string normalised;
+    normalised.reserve(text.size());
+    for (const char c : text) {
+        // The LF of a CR LF pair split over two calls still makes one break.
+        if (c == '\n' && afterCarriageReturn_) {
+            afterCarriageReturn_ = false;
+            continue;
+        }
+        afterCarriageReturn_ = c == '\r';
+        normalised += c == '\r' ? '\n' : c;
+    }
+    AppendText(format_, normalised, CharacterCount(normalised));
+}
+
+void RichTextDocument::InsertPicture(const std::string& png, int width, int height) {
+    afterCarriageReturn_ = false;
+    if (png.empty()) {
+        return;
+    }
+    runs_.push_back({format_, "", png, width, height});
+    ++length_;
+}
+
+RichTextDocument RichTextDocument::Slice(std::size_t start, std::size_t end) const {
+    RichTextDocument slice;
+    slice.format_ = format_;
+    std::size_t position = 0;
+    for (const RichTextRun& run : runs_) {
+        const std::size_t size = run.IsPicture() ? 1 : CharacterCount(run.Text);
+        const std::size_t from = std::max(start, position);
+        const std::size_t to = std::min(end, position + size);
+        if (from < to) {
+            if (run.IsPicture()) {
+                slice.runs_.push_back(run);
+                ++slice.length_;
+            } else {
+                const std::size_t first = ByteOffset(run.Text, from - position);
+                const std::size_t last = ByteOffset(run.Text, to - position);
+                slice.AppendText(run.Format, std::string_view(run.Text).substr(first, last - first),
+                                 to - from);
+            }
+        }
+        position += size;
+    }
+    return slice;
+}
+
+} // namespace ampora
