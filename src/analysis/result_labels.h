@@ -1,0 +1,33 @@
+#pragma once
+// What each device's label shows in the four views of the diagram: its value, its
+// current, its voltage or its power, with an arrow giving the direction on the screen.
+
+#include "document/workspace.h"
+
+#include <string>
+#include <vector>
+
+namespace ampora {
+
+enum ViewModes { kViewValues = 0, kViewCurrents = 1, kViewVoltages = 2, kViewPower = 3 };
+
+// "12 V", "1000 Ω", "0.5 A": a device's value with its unit.
+std::string ValueWithUnit(const Element& element);
+
+// The voltage rise across a current source along its chain, or NaN when unknown.
+double SourceVoltageRise(const Workspace& ws, const Element& element);
+
+// The label of one live element in a view; "?" where the analysis left a quantity unknown.
+std::string ElementLabel(const Workspace& ws, int slot, int viewMode, int sigFigs);
+
+// Labels of element slots 1..NumElements (empty for empty slots) in ws.ViewMode; in the
+// power view this also sums PowerIn and PowerOut.
+std::vector<std::string> WriteLabels(Workspace& ws, int sigFigs);
+
+// The status-bar text of step 3 for the current view.
+std::string ResultsStatusText(const Workspace& ws, int sigFigs);
+
+// The status text each view button puts up.
+std::string ViewButtonStatusText(int viewMode);
+
+} // namespace ampora
