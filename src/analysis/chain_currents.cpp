@@ -8,26 +8,18 @@
 
 namespace ampora {
 
-namespace {
-
-struct Placement {
-    int chain = 0;
-    Travel travel = Travel::None;
-};
-
-Placement FindChainOf(const Topology& topology, Point centre) {
+ChainPlacement FindChainOf(const Topology& topology, float x, float y) {
+    const Point centre{x, y};
     for (int b = 1; b <= topology.NumBranches; ++b) {
         const std::vector<Point> points = PathPoints(topology.Branches[b].Path);
         for (std::size_t k = 1; k < points.size(); ++k) {
             if (LiesStrictlyInside(centre, points[k - 1], points[k])) {
-                return Placement{b, TravelAlong(points[k - 1], points[k])};
+                return ChainPlacement{b, TravelAlong(points[k - 1], points[k])};
             }
         }
     }
-    return Placement{};
+    return ChainPlacement{};
 }
-
-} // namespace
 
 void ComputeCurrents(Circuit& circuit, Topology& topology) {
     for (int b = 1; b <= topology.NumBranches; ++b) {
@@ -42,7 +34,7 @@ void ComputeCurrents(Circuit& circuit, Topology& topology) {
         if (element.Kind == kEmpty) {
             continue;
         }
-        const Placement placement = FindChainOf(topology, Point{element.X, element.Y});
+        const ChainPlacement placement = FindChainOf(topology, element.X, element.Y);
         if (placement.chain == 0) {
             continue;
         }

@@ -2,9 +2,18 @@
 // The current of every chain and of every device, from the solved node voltages.
 
 #include "analysis/analysis_tables.h"
+#include "analysis/travel.h"
 #include "document/circuit.h"
 
 namespace ampora {
+
+// Where a device sits: the first chain (in slot order) with a path segment that holds its
+// centre strictly between its ends, and which way that chain travels there.
+struct ChainPlacement {
+    int chain = 0; // 0 when the device lies on no chain
+    Travel travel = Travel::None;
+};
+ChainPlacement FindChainOf(const Topology& topology, float x, float y);
 
 // Every chain and device current starts unknown (999, Branch 0). A device on a chain with
 // a current source or a resistor then gets the chain's current, signed for the screen:

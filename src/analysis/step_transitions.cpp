@@ -3,11 +3,19 @@
 #include "analysis/analysis_failure.h"
 #include "analysis/branch_sums.h"
 #include "analysis/branch_tracing.h"
+#include "analysis/chain_currents.h"
 #include "analysis/circuit_checks.h"
+#include "analysis/gauss_jordan.h"
 #include "analysis/node_finding.h"
 #include "analysis/node_naming.h"
 #include "analysis/wire_cleanup.h"
+#include "equations/battery_currents.h"
+#include "equations/counting_text.h"
+#include "equations/kcl_equations.h"
+#include "equations/node_voltages.h"
+#include "equations/supernodes.h"
 
+#include <cmath>
 #include <string>
 
 namespace ampora {
@@ -57,6 +65,54 @@ TransitionResult LeaveStep1(Workspace& workspace, Prompts& prompts) {
 
 bool CheckNamesOnLeavingStep2(Workspace& workspace, Prompts& prompts) {
     return CheckNames(workspace.circuit, workspace.naming, NodeOrdering::ByName, prompts);
+}
+
+namespace {
+
+void SolveCircuit(Workspace& ws, Prompts& prompts) {
+    PutReferenceFirst(ws);
+    GetSuperNodes(ws);
+    EqnSet1(ws);
+    EqnSet2(ws);
+    const int n = ws.equations.NumUnknowns;
+    ws.equations.Augmented = ws.Matrix;
+    Solve(ws.Matrix, n, n);
+    ws.equations.Reduced = ws.Matrix;
+    for (const double cell : ws.Matrix.cells) {
+        if (!std::isfinite(cell)) {
+            throw AnalysisFailure::CannotSolve; // an overflow or a division by zero
+        }
+    }
+    ReadNodeVoltages(ws);
+    ComputeCurrents(ws.circuit, ws.topology);
+    GetSuperCurrents(ws, prompts);
+    ws.equations.CountingText = LoadTextboxWithCounting(ws);
+    ws.equations.EqnText = ChooseEqnText(ws, ws.preferences.SigFigs);
+}
+
+} // namespace
+
+TransitionResult LeaveStep2(Workspace& workspace, Prompts& prompts) {
+    if (!CheckNamesOnLeavingStep2(workspace, prompts)) {
+        return TransitionResult::Refused;
+    }
+    try {
+        SolveCircuit(workspace, prompts);
+    } catch (const AnalysisFailure failure) {
+        ShowCheckMessage(prompts, FailureMessage(failure));
+        return TransitionResult::Refused;
+    } catch (...) {
+        ShowCheckMessage(prompts, kCannotSolveMessage);
+        return TransitionResult::Refused;
+    }
+    workspace.Step = 3;
+    workspace.ViewMode = 0;
+    return TransitionResult::Entered;
+}
+
+void BackToStep2(Workspace& workspace) {
+    workspace.Step = 2;
+    workspace.ViewMode = 0;
 }
 
 void BackToStep1(Workspace& workspace) {

@@ -22,11 +22,24 @@ TransitionResult LeaveStep1(Workspace& workspace, Prompts& prompts);
 // nodes ordered by name.
 bool CheckNamesOnLeavingStep2(Workspace& workspace, Prompts& prompts);
 
+// "Next >" on step 2: the name checks, then supernodes, equations and their matrix, its
+// Gauss-Jordan reduction, node voltages, every current, the counting text and captions.
+// Any failure shows its message and leaves the circuit in step 2.
+TransitionResult LeaveStep2(Workspace& workspace, Prompts& prompts);
+
+// "< Prev" on step 3: back to naming, showing element values again.
+void BackToStep2(Workspace& workspace);
+
 // "< Prev" on step 2: the circuit and its node names stay.
 void BackToStep1(Workspace& workspace);
 
 inline constexpr const char* kStep1Status = " Step 1: Edit the circuit. ";
 inline constexpr const char* kStep2EntryStatus =
     " Step 2: Click a node's label to name it.  Unnamed nodes are marked [ ]  ";
+
+inline constexpr const char* kStep2ReturnStatus =
+    " Step 2: Click the label of a node to give it a name.  Unamed ones are marked [ ]  ";
+inline constexpr const char* kStep3Status =
+    " Step 3: Click a button above or click a tab on the report.  ";
 
 } // namespace ampora

@@ -1,5 +1,6 @@
 #include "analysis/branch_tracing.h"
 #include "analysis/node_naming.h"
+#include "analysis/result_labels.h"
 #include "analysis/step_transitions.h"
 #include "cli/cli.h"
 #include "cli/json_writer.h"
@@ -7,6 +8,7 @@
 #include "document/circuit_edit.h"
 #include "document/number_text.h"
 
+#include <array>
 #include <filesystem>
 #include <optional>
 
@@ -66,7 +68,16 @@ std::optional<SolveOptions> ParseOptions(const std::vector<std::string>& args) {
     return options;
 }
 
-void WriteNodes(JsonWriter& json, const Circuit& circuit) {
+void WriteKnown(JsonWriter& json, std::string_view key, double value) {
+    json.Key(key);
+    if (value == kUnknownCurrent) {
+        json.Null();
+    } else {
+        json.Number(value);
+    }
+}
+
+void WriteNodes(JsonWriter& json, const Circuit& circuit, bool solved) {
     json.Key("nodes");
     json.BeginArray();
     for (int slot = 1; slot <= circuit.NumNodes; ++slot) {
@@ -77,7 +88,11 @@ void WriteNodes(JsonWriter& json, const Circuit& circuit) {
         json.Member("x", node.X);
         json.Member("y", node.Y);
         json.Key("voltage");
-        json.Null(); // not solved yet
+        if (solved) {
+            json.Number(node.Voltage);
+        } else {
+            json.Null();
+        }
         json.EndObject();
     }
     json.EndArray();
@@ -98,15 +113,101 @@ void WriteBranches(JsonWriter& json, const Topology& topology) {
         json.Member("emf", chain.EMF);
         json.Member("source_current", chain.SourceCurrent);
         json.Member("current_name", chain.CurrentName);
-        json.Key("current");
-        if (chain.Current == kUnknownCurrent) {
-            json.Null();
-        } else {
-            json.Number(chain.Current);
-        }
+        WriteKnown(json, "current", chain.Current);
         json.EndObject();
     }
     json.EndArray();
+}
+
+void WriteElements(JsonWriter& json, Workspace& ws) {
+    std::array<std::vector<std::string>, 4> labels;
+    for (int view = 0; view < 4; ++view) {
+        ws.ViewMode = static_cast<std::int16_t>(view);
+        labels[static_cast<std::size_t>(view)] = WriteLabels(ws, ws.preferences.SigFigs);
+    }
+    ws.ViewMode = kViewValues;
+    json.Key("elements");
+    json.BeginArray();
+    for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
+        const Element& element = ws.circuit.Elements[slot];
+        if (element.Kind == kEmpty) {
+            continue;
+        }
+        json.BeginObject();
+        json.Member("slot", slot);
+        json.Member("kind", element.Kind);
+        json.Member("value", element.Value);
+        json.Member("x", element.X);
+        json.Member("y", element.Y);
+        json.Member("branch", element.Branch);
+        WriteKnown(json, "current", element.Current);
+        json.Key("labels");
+        json.BeginObject();
+        const char* keys[] = {"value", "current", "voltage", "power"};
+        for (std::size_t view = 0; view < 4; ++view) {
+            json.Member(keys[view], labels[view][static_cast<std::size_t>(slot)]);
+        }
+        json.EndObject();
+        json.EndObject();
+    }
+    json.EndArray();
+}
+
+void WriteStringArray(JsonWriter& json, const std::vector<std::string>& texts) {
+    json.BeginArray();
+    for (const std::string& text : texts) {
+        json.String(text);
+    }
+    json.EndArray();
+}
+
+void WriteStrings(JsonWriter& json, std::string_view key, const std::vector<std::string>& texts) {
+    json.Key(key);
+    WriteStringArray(json, texts);
+}
+
+void WriteMatrix(JsonWriter& json, std::string_view key, const AugmentedMatrix& matrix, int n) {
+    json.Key(key);
+    json.BeginArray();
+    for (int row = 1; row <= n; ++row) {
+        json.BeginArray();
+        for (int column = 1; column <= n + 1; ++column) {
+            json.Number(matrix(row, column));
+        }
+        json.EndArray();
+    }
+    json.EndArray();
+}
+
+void WriteResults(JsonWriter& json, Workspace& ws) {
+    WriteElements(json, ws);
+    ws.ViewMode = kViewPower;
+    WriteLabels(ws, ws.preferences.SigFigs);
+    ws.ViewMode = kViewValues;
+    json.Member("power_in", ws.PowerIn);
+    json.Member("power_out", ws.PowerOut);
+    const Equations& eq = ws.equations;
+    std::vector<std::string> unknowns;
+    for (const EqnVar& var : eq.EqnVars) {
+        unknowns.push_back(var.VarName);
+    }
+    WriteStrings(json, "unknowns", unknowns);
+    json.Key("supernodes");
+    json.BeginArray();
+    for (int s = 1; s <= eq.NumSuperNodes; ++s) {
+        std::vector<std::string> members;
+        for (const std::int16_t position : eq.SuperNodes[s].Nodes) {
+            members.push_back(ws.circuit.NodeLabels[ws.naming.NodeOrder[position]].Name);
+        }
+        WriteStringArray(json, members);
+    }
+    json.EndArray();
+    WriteStrings(json, "equations", eq.FirstWritten);
+    WriteStrings(json, "collected", eq.Collected);
+    WriteMatrix(json, "matrix", eq.Augmented, eq.NumUnknowns);
+    WriteMatrix(json, "rref", eq.Reduced, eq.NumUnknowns);
+    json.Member("counting", eq.CountingText);
+    WriteStrings(json, "captions", std::vector<std::string>(eq.EqnText.begin(), eq.EqnText.end()));
 }
 
 } // namespace
@@ -142,19 +243,20 @@ int RunSolve(const std::vector<std::string>& args, std::ostream& out, std::ostre
         passed = AutoName(workspace, prompts);
     }
     if (passed) {
-        passed = CheckNamesOnLeavingStep2(workspace, prompts);
+        passed = LeaveStep2(workspace, prompts) == TransitionResult::Entered;
     }
 
     JsonWriter json;
     json.BeginObject();
-    // The equations and their solution come in a later step; a circuit whose names pass
-    // the checks is reported as named, with what is known so far.
-    json.Member("status", passed ? "named" : "rejected");
+    json.Member("status", passed ? "solved" : "rejected");
     json.Member("step", static_cast<int>(workspace.Step));
     json.Member("message", prompts.message);
     if (left != TransitionResult::Stopped) {
-        WriteNodes(json, workspace.circuit);
+        WriteNodes(json, workspace.circuit, passed);
         WriteBranches(json, workspace.topology);
+    }
+    if (passed) {
+        WriteResults(json, workspace);
     }
     json.EndObject();
     out << json.Text();

@@ -39,11 +39,10 @@ struct Equations {
     std::int16_t NumUnknowns = 0;
     std::vector<BatteryConstraint> Constraints;
 
-    std::vector<std::string> FirstWritten;    // the KCL equation of each variable
-    std::vector<std::string> Collected;       // the same with terms collected
-    std::vector<std::string> BatteryCurrents; // how each battery current was found
-    AugmentedMatrix Augmented;                // the system as set up
-    AugmentedMatrix Reduced;                  // after Gauss-Jordan elimination
+    std::vector<std::string> FirstWritten; // the KCL equation of each variable
+    std::vector<std::string> Collected;    // the same with terms collected
+    AugmentedMatrix Augmented;             // the system as set up
+    AugmentedMatrix Reduced;               // after Gauss-Jordan elimination
     std::string CountingText;
     std::array<std::string, 7> EqnText; // the captions of the equations tab
 };

@@ -38,7 +38,10 @@ std::string MatrixRows(const Workspace& ws) {
     for (int r = 1; r <= n; ++r) {
         for (int c = 1; c <= n + 1; ++c) {
             char cell[32];
-            std::snprintf(cell, sizeof cell, "%s%.6g", c == n + 1 ? " | " : c > 1 ? " " : "",
+            std::snprintf(cell, sizeof cell, "%s%.6g",
+                          c == n + 1 ? " | "
+                          : c > 1    ? " "
+                                     : "",
                           ws.Matrix(r, c));
             text += cell;
         }

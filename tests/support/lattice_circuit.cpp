@@ -47,13 +47,13 @@ LatticeCircuit RandomLatticeCircuit(std::mt19937& random) {
         const double pick = unit(random);
         if (pick < 0.55) {
             edge.device = LatticeDevice::Resistor;
-            edge.value = static_cast<float>(std::round(unit(random) * 990 + 10) / 10);
+            edge.value = static_cast<float>(std::round(unit(random) * 3996 + 4) / 4);
         } else if (pick < 0.72) {
             edge.device = LatticeDevice::Battery;
-            edge.value = static_cast<float>(std::round(unit(random) * 230 + 10) / 10);
+            edge.value = static_cast<float>(std::round(unit(random) * 92 + 4) / 4);
         } else if (pick < 0.82) {
             edge.device = LatticeDevice::CurrentSource;
-            edge.value = static_cast<float>(std::round(unit(random) * 49 + 1) / 10);
+            edge.value = static_cast<float>(std::round(unit(random) * 38 + 1) / 8);
         }
         edge.forward = unit(random) < 0.5;
         lattice.edges.push_back(edge);

@@ -1,0 +1,96 @@
+#include "equations/battery_currents.h"
+
+#include "analysis/analysis_failure.h"
+#include "analysis/chain_currents.h"
+#include "analysis/gauss_jordan.h"
+#include "document/number_text.h"
+#include "equations/supernode_queries.h"
+
+#include <cstdlib>
+
+namespace ampora {
+
+namespace {
+
+// The variable number of a battery chain's current: 3 for "I3" and for "-I3".
+int CurrentVariable(const std::string& name) {
+    const auto digits = name.substr(name.front() == '-' ? 2 : 1);
+    const auto number = ParseInteger(digits);
+    if (!number) {
+        throw AnalysisFailure::CannotSolve;
+    }
+    return static_cast<int>(*number);
+}
+
+// One row per member other than the anchor: the battery currents leaving the member
+// balance the known currents leaving it through its other chains.
+int LoadSupernodeEquations(const Workspace& ws, AugmentedMatrix& matrix, int variables) {
+    int row = 0;
+    for (int s = 1; s <= ws.equations.NumSuperNodes; ++s) {
+        const auto& members = ws.equations.SuperNodes[s].Nodes;
+        for (std::size_t m = 1; m < members.size(); ++m) {
+            ++row;
+            const int slot = NodeAt(ws, members[m]);
+            for (int b = 1; b <= ws.topology.NumBranches; ++b) {
+                const Branch& chain = ws.topology.Branches[b];
+                if (chain.StartNode != slot) {
+                    continue;
+                }
+                if (IsBranchOfSN(ws.equations, b, s)) {
+                    const int k = CurrentVariable(chain.CurrentName);
+                    matrix(row, k) += chain.CurrentName.front() == '-' ? -1 : 1;
+                } else if (chain.Current == kUnknownCurrent) {
+                    throw AnalysisFailure::CannotSolve;
+                } else {
+                    matrix(row, variables + 1) -= chain.Current;
+                }
+            }
+        }
+    }
+    return row;
+}
+
+} // namespace
+
+void GetSuperCurrents(Workspace& ws, Prompts& prompts) {
+    const int variables = ws.topology.NumCurrents;
+    if (variables == 0) {
+        return;
+    }
+    AugmentedMatrix matrix;
+    if (LoadSupernodeEquations(ws, matrix, variables) != variables) {
+        prompts.ShowMessage(kEqnSet0Message, MessageIcon::None);
+        return;
+    }
+    Solve(matrix, variables, variables);
+    std::vector<double> current(static_cast<std::size_t>(variables) + 1, 0);
+    for (int row = 1; row <= variables; ++row) {
+        if (matrix(row, row) != 1) {
+            throw AnalysisFailure::CannotSolve; // a battery current left undetermined
+        }
+        current[static_cast<std::size_t>(row)] = matrix(row, variables + 1);
+    }
+    for (int b = 1; b <= ws.topology.NumBranches; ++b) {
+        Branch& chain = ws.topology.Branches[b];
+        if (!chain.CurrentName.empty()) {
+            const double i =
+                current.at(static_cast<std::size_t>(CurrentVariable(chain.CurrentName)));
+            chain.Current = chain.CurrentName.front() == '-' ? -i : i;
+        }
+    }
+    for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
+        Element& element = ws.circuit.Elements[slot];
+        if (element.Kind == kEmpty || element.Branch != 0) {
+            continue;
+        }
+        const ChainPlacement placement = FindChainOf(ws.topology, element.X, element.Y);
+        if (placement.chain == 0 || ws.topology.Branches[placement.chain].CurrentName.empty()) {
+            continue;
+        }
+        const int sign = TravelIsScreenPositive(placement.travel) ? 1 : -1;
+        element.Current = sign * ws.topology.Branches[placement.chain].Current;
+        element.Branch = static_cast<std::int16_t>(sign * placement.chain);
+    }
+}
+
+} // namespace ampora

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "document/workspace.h"
+
+namespace ampora {
+
+// Reads the node voltages off the reduced matrix: each variable's value, every supernode
+// member through its anchor, the reference at 0. Throws CannotSolve when the system left
+// a voltage undetermined (more than the one free voltage a circuit without reference has)
+// or contradicts itself.
+void ReadNodeVoltages(Workspace& ws);
+
+// Before the equations are written the reference node takes position 1 of the node order,
+// whatever its name sorts to.
+void PutReferenceFirst(Workspace& ws);
+
+} // namespace ampora
