@@ -24,14 +24,14 @@ std::string Example(const char* name) {
     return (test::ExamplesDir() / name).string();
 }
 
-TEST(CliSolve, ACircuitWhoseNamesPassIsReportedNamedWithItsNodesAndChains) {
+TEST(CliSolve, ASolvedCircuitReportsItsVoltagesAndChainCurrents) {
     const CliRun run = Cli({"solve", "--autoname=2", Example("voltage_divider.amq")});
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.err, "");
     EXPECT_EQ(run.out.substr(0, run.out.find("    {\n      \"slot\": 2,\n      \"start\"")),
               R"({
-  "status": "named",
-  "step": 2,
+  "status": "solved",
+  "step": 3,
   "message": "",
   "nodes": [
     {
@@ -39,14 +39,14 @@ TEST(CliSolve, ACircuitWhoseNamesPassIsReportedNamedWithItsNodesAndChains) {
       "name": "A",
       "x": 240,
       "y": 80,
-      "voltage": null
+      "voltage": 6
     },
     {
       "slot": 2,
       "name": "0",
       "x": 240,
       "y": 240,
-      "voltage": null
+      "voltage": 0
     }
   ],
   "branches": [
@@ -59,7 +59,7 @@ TEST(CliSolve, ACircuitWhoseNamesPassIsReportedNamedWithItsNodesAndChains) {
       "emf": -12,
       "source_current": 0,
       "current_name": "",
-      "current": null
+      "current": -0.0060000000000000001
     },
 )");
     EXPECT_NE(run.out.find("\"slot\": 6"), std::string::npos);
