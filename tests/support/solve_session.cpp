@@ -1,0 +1,38 @@
+#include "support/solve_session.h"
+
+#include "analysis/node_naming.h"
+#include "analysis/step_transitions.h"
+#include "document/amq_file.h"
+#include "document/circuit_edit.h"
+#include "support/test_files.h"
+
+namespace ampora::test {
+
+void Solve(SolveSession& session, const std::string& amqText, int autoName) {
+    EraseWholeCircuit(session.ws.circuit);
+    if (!ReadCircuitText(session.ws.circuit, amqText).complete) {
+        return;
+    }
+    if (LeaveStep1(session.ws, session.prompts) != TransitionResult::Entered) {
+        return;
+    }
+    if (autoName != 0) {
+        session.ws.preferences.AutoNamePattern = static_cast<std::int16_t>(autoName);
+        if (!AutoName(session.ws, session.prompts)) {
+            return;
+        }
+    }
+    session.solved = LeaveStep2(session.ws, session.prompts) == TransitionResult::Entered;
+}
+
+std::string ExampleText(const std::string& name, const std::string& from, const std::string& to) {
+    std::string text = ReadBytes(ExamplesDir() / name);
+    if (!from.empty()) {
+        for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
+            text.replace(at, from.size(), to);
+        }
+    }
+    return text;
+}
+
+} // namespace ampora::test
