@@ -274,12 +274,12 @@ bool FinishStretch(Circuit& circuit, EditorState& state, float x, float y) {
     }
     DragStretch(circuit, state, x, y);
     const bool movingFirst = state.DragState == 4 || state.DragState == 6;
-    state.DragState = static_cast<std::int16_t>(state.DragState == 4 ? 1
-                                                : state.DragState == 5 ? 2
-                                                                       : 3);
     float fixedX = 0;
     float fixedY = 0;
     FixedStretchEnd(circuit, state, fixedX, fixedY);
+    state.DragState = static_cast<std::int16_t>(state.DragState == 4 ? 1
+                                                : state.DragState == 5 ? 2
+                                                                       : 3);
     // A wire shrunk to a point would be no wire at all; the stretch is refused.
     if (state.EndX == fixedX && state.EndY == fixedY) {
         return false;
