@@ -14,8 +14,7 @@ CommandResult OpenPath(DocumentContext& context, const std::string& path) {
     Circuit scratch;
     const ReadResult check = LoadFromIniFile(scratch, path);
     if (!check.complete) {
-        context.prompts.ShowMessage("The file " + path + " cannot be read: " + check.reason +
-                                        ".",
+        context.prompts.ShowMessage("The file " + path + " cannot be read: " + check.reason + ".",
                                     MessageIcon::Exclamation);
         return CommandResult{};
     }

@@ -277,7 +277,7 @@ bool FinishStretch(Circuit& circuit, EditorState& state, float x, float y) {
     float fixedX = 0;
     float fixedY = 0;
     FixedStretchEnd(circuit, state, fixedX, fixedY);
-    state.DragState = static_cast<std::int16_t>(state.DragState == 4 ? 1
+    state.DragState = static_cast<std::int16_t>(state.DragState == 4   ? 1
                                                 : state.DragState == 5 ? 2
                                                                        : 3);
     // A wire shrunk to a point would be no wire at all; the stretch is refused.

@@ -25,8 +25,7 @@ int FinishWire(Circuit& circuit, EditorState& state, float x, float y);
 
 // Battery, Resistor and Current Source tools: places a device of the tool's kind on the
 // wire under the point and asks for its value. Returns the slot, 0 when nothing was placed.
-int PlaceDevice(Circuit& circuit, EditorState& state, Prompts& prompts, int tool, float x,
-                float y);
+int PlaceDevice(Circuit& circuit, EditorState& state, Prompts& prompts, int tool, float x, float y);
 
 // Number tool on device `slot`: asks for a new value.
 void RenumberDevice(Circuit& circuit, EditorState& state, Prompts& prompts, int slot);

@@ -82,7 +82,7 @@ TEST(SegmentTest, ADeviceNeedsMoreThanTwentyUnitsToBothEndsAndRoomFromOthers) {
     EXPECT_EQ(SegmentTest(circuit, 320, 80, 0), kNoSegment); // a 40-unit wire holds none
     EXPECT_EQ(SegmentTest(circuit, 160, 84, 0), kNoSegment);
     AddElement(circuit, kResistorHorizontal, 1, 136, 80);
-    EXPECT_EQ(SegmentTest(circuit, 168, 80, 0), kNoSegment); // 32 apart
+    EXPECT_EQ(SegmentTest(circuit, 168, 80, 0), kNoSegment);         // 32 apart
     EXPECT_EQ(SegmentTest(circuit, 176, 80, 0), kHorizontalSegment); // 40 apart
     EXPECT_EQ(SegmentTest(circuit, 168, 80, 1), kHorizontalSegment); // itself ignored
 }
@@ -134,10 +134,10 @@ TEST(DevicePlacement, NonNumericSourceValuesBecomeZeroWithTheirOwnWarning) {
     PlaceDevice(circuit, state, prompts, kBatteryTool, 160, 80);
     PlaceDevice(circuit, state, prompts, kSourceTool, 240, 160);
     PlaceDevice(circuit, state, prompts, kSourceTool, 80, 160);
-    EXPECT_EQ(prompts.messages,
-              (std::vector<std::string>{"(!) Warning: Invalid entry.  Battery voltage changed to 0.",
-                                        "(!) Warning: Invalid entry.  Current changed to 0.",
-                                        "(!) Warning: Invalid entry.  Current changed to 0."}));
+    EXPECT_EQ(prompts.messages, (std::vector<std::string>{
+                                    "(!) Warning: Invalid entry.  Battery voltage changed to 0.",
+                                    "(!) Warning: Invalid entry.  Current changed to 0.",
+                                    "(!) Warning: Invalid entry.  Current changed to 0."}));
     EXPECT_EQ(circuit.Elements[1].Kind, kBatteryLeft);
     EXPECT_EQ(circuit.Elements[2].Kind, kSourceUp);
     EXPECT_EQ(state.ValueText[3], "0");

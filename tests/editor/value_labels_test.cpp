@@ -26,7 +26,7 @@ TEST(ValueLabels, ALabelGoesToTheFirstSideThatCoversNoWire) {
     AddWire(circuit, 240, 80, 240, 240);
     AddElement(circuit, kResistorHorizontal, 1, 160, 80);
     AddElement(circuit, kBatteryUp, 1, 240, 160);
-    EXPECT_EQ(Where(PlaceValueLabel(circuit, 1, 40, 14)), "140,47"); // above
+    EXPECT_EQ(Where(PlaceValueLabel(circuit, 1, 40, 14)), "140,47");  // above
     EXPECT_EQ(Where(PlaceValueLabel(circuit, 2, 40, 14)), "259,153"); // right
     AddWire(circuit, 270, 100, 270, 200); // a wire on the right pushes it left
     EXPECT_EQ(Where(PlaceValueLabel(circuit, 2, 40, 14)), "181,153");
