@@ -112,9 +112,11 @@ void Canvas::PaintDevices(QPainter& painter) const {
         const LabelBox box =
             PlaceValueLabel(circuit, slot, static_cast<float>(metrics.horizontalAdvance(text)),
                             static_cast<float>(metrics.height()));
+        // On white, so that no grid dot runs into the text.
+        const QRectF area(box.Left, box.Top, box.Width + 1, box.Height);
+        painter.fillRect(area, Qt::white);
         painter.setPen(Qt::black);
-        painter.drawText(QRectF(box.Left, box.Top, box.Width + 1, box.Height),
-                         Qt::AlignLeft | Qt::AlignVCenter, text);
+        painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter, text);
     }
 }
 

@@ -170,7 +170,7 @@ class MainWindowTest : public QObject {
         ampora::Circuit reference;
         QVERIFY(ampora::LoadFromIniFile(reference, example.toStdString()).complete);
         Session s;
-        s.window->resize(760, 640);
+        s.window->resize(900, 600);
         s.DismissInstructions();
         DrawWithTheMouse(s, reference);
         QVERIFY(s.answers.Idle());
