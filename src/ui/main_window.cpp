@@ -5,7 +5,9 @@
 #include "document/workspace.h"
 #include "editor/editing_tools.h"
 #include "settings/recent_files.h"
+#include "ui/about_box.h"
 #include "ui/canvas.h"
+#include "ui/help_window.h"
 #include "ui/install_paths.h"
 #include "ui/qt_file_dialogs.h"
 #include "ui/qt_prompts.h"
@@ -375,12 +377,14 @@ void MainWindow::BuildMenus() {
         SetHint(QString());
     });
 
-    // The help window and the About box are connected to these by their own code.
     QMenu* mnuHelp = menuBar()->addMenu(QStringLiteral("&Help"));
     mnuHelp->setObjectName(QStringLiteral("mnuHelp"));
-    add(mnuHelp, "Help with the &program", "mnuHelpProgram", QKeySequence::HelpContents, nullptr);
-    add(mnuHelp, "Help with &electricity and math", "mnuHelpTheory", QKeySequence(), nullptr);
-    add(mnuHelp, "&About DC Ampora", "mnuHelpAbout", QKeySequence(), nullptr);
+    add(mnuHelp, "Help with the &program", "mnuHelpProgram", QKeySequence::HelpContents,
+        [this] { ShowHelpTopic(this, QStringLiteral("index.htm")); });
+    add(mnuHelp, "Help with &electricity and math", "mnuHelpTheory", QKeySequence(),
+        [this] { ShowHelpTopic(this, QStringLiteral("dc cct help/theory.htm")); });
+    add(mnuHelp, "&About DC Ampora", "mnuHelpAbout", QKeySequence(),
+        [this] { ShowAboutBox(this); });
 }
 
 void MainWindow::OptionsAboutToShow() {
@@ -469,6 +473,11 @@ void MainWindow::FileOpenClicked() {
 void MainWindow::RecentFileClicked(int index) {
     DocumentContext context = Context();
     const QString path = mnuRecentFile_[static_cast<std::size_t>(index)]->data().toString();
+    AfterCommand(OpenRecent(context, path.toStdString()));
+}
+
+void MainWindow::OpenFileFromDesktop(const QString& path) {
+    DocumentContext context = Context();
     AfterCommand(OpenRecent(context, path.toStdString()));
 }
 

@@ -55,6 +55,9 @@ class MainWindow : public QMainWindow {
     void mnuF_Click(int index);
     void mnuAName_Click(int index);
 
+    // Opens the file the desktop handed over (a double-click on an .amq file).
+    void OpenFileFromDesktop(const QString& path);
+
     Canvas* canvas() const { return canvas_; }
     EditorState& editor() { return editor_; }
     QString StatusText() const;

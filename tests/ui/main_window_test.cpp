@@ -155,6 +155,14 @@ class MainWindowTest : public QObject {
         auto* ok = s.window->findChild<QPushButton*>(QStringLiteral("cmdOKInstruct1"));
         QTest::mouseClick(ok, Qt::LeftButton);
         QVERIFY(!s.window->findChild<QFrame*>(QStringLiteral("frInstruct1"))->isVisible());
+        // F1 opens the help window on its first page.
+        s.canvas()->setFocus();
+        QTest::keyClick(s.canvas(), Qt::Key_F1);
+        bool helpShown = false;
+        for (QWidget* top : QApplication::topLevelWidgets()) {
+            helpShown = helpShown || (top->inherits("ampora::ui::HelpWindow") && top->isVisible());
+        }
+        QVERIFY(helpShown);
     }
 
     void everyExampleCanBeDrawnWithTheMouseSavedAndReopenedToTheSameBytes_data() {
