@@ -114,7 +114,7 @@ void Canvas::PaintDevices(QPainter& painter) const {
                             static_cast<float>(metrics.height()));
         // On white, so that no grid dot runs into the text.
         const QRectF area(box.Left, box.Top, box.Width + 1, box.Height);
-        painter.fillRect(area, Qt::white);
+        painter.fillRect(area.adjusted(-3, 0, 2, 0), Qt::white);
         painter.setPen(Qt::black);
         painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter, text);
     }

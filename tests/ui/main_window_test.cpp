@@ -266,12 +266,12 @@ class MainWindowTest : public QObject {
                                           "240,160,5,100\r\n0\r\n"));
         // Over the wire's lower end the pointer shows that it can be stretched.
         QTest::mouseMove(s.canvas(), QPoint(242, 238));
-        QCOMPARE(s.canvas()->cursor().shape(), Qt::SizeVerCursor);
+        QTRY_COMPARE(s.canvas()->cursor().shape(), Qt::SizeVerCursor);
         s.Drag(QPoint(242, 238), QPoint(238, 400));
         QCOMPARE(s.Dump(), QStringLiteral("2\r\n80,80,240,80\r\n240,80,240,400\r\n1\r\n"
                                           "240,240,5,100\r\n0\r\n"));
         QTest::mouseMove(s.canvas(), QPoint(160, 160));
-        QCOMPARE(s.canvas()->cursor().shape(), Qt::ArrowCursor);
+        QTRY_COMPARE(s.canvas()->cursor().shape(), Qt::ArrowCursor);
     }
 
     void eraseAndUndoEraseWithTheMouse() {
