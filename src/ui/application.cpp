@@ -4,10 +4,16 @@
 #include "ui/app_icon.h"
 #include "ui/main_window.h"
 
+#include "ui/canvas.h"
+
 #include <QApplication>
+#include <QDateTime>
 #include <QFileInfo>
+#include <QTimer>
 #include <QUrl>
 #include <clocale>
+#include <cstdio>
+#include <string>
 
 namespace ampora::ui {
 
@@ -24,6 +30,38 @@ QString CircuitFileFromArguments(const QStringList& arguments) {
     return QFileInfo(path).absoluteFilePath();
 }
 
+namespace {
+
+// Prints the wall-clock time in milliseconds once the first paint has been processed.
+class FirstPaintProbe : public QObject {
+  public:
+    using QObject::QObject;
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint && !seen_) {
+            seen_ = true;
+            QTimer::singleShot(0, this, [] {
+                const std::string line =
+                    "first-paint-ms " + std::to_string(QDateTime::currentMSecsSinceEpoch()) + "\n";
+                std::fputs(line.c_str(), stdout);
+                std::fflush(stdout);
+                QApplication::quit();
+            });
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+  private:
+    bool seen_ = false;
+};
+
+void QuitAfterFirstPaint(MainWindow& window) {
+    window.canvas()->installEventFilter(new FirstPaintProbe(&window));
+}
+
+} // namespace
+
 int RunApplication(int argc, char* argv[]) {
     QApplication app(argc, argv);
     QApplication::setOrganizationName("Ampora");
@@ -37,6 +75,14 @@ int RunApplication(int argc, char* argv[]) {
     Workspace workspace;
     MainWindow window(workspace);
     window.show();
+    const QString file = CircuitFileFromArguments(QApplication::arguments());
+    if (!file.isEmpty()) {
+        window.OpenFileFromDesktop(file);
+    }
+    // For the start-up benchmark: report when the window has first been painted, and stop.
+    if (qEnvironmentVariableIsSet("AMPORA_QUIT_AFTER_FIRST_PAINT")) {
+        QuitAfterFirstPaint(window);
+    }
     return QApplication::exec();
 }
 

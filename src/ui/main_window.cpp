@@ -1,20 +1,564 @@
 #include "ui/main_window.h"
 
+#include "document/circuit_edit.h"
+#include "document/document_commands.h"
 #include "document/workspace.h"
+#include "editor/editing_tools.h"
+#include "settings/recent_files.h"
+#include "ui/about_box.h"
+#include "ui/canvas.h"
+#include "ui/help_window.h"
+#include "ui/install_paths.h"
+#include "ui/qt_file_dialogs.h"
+#include "ui/qt_prompts.h"
+#include "ui/qt_settings_store.h"
+#include "ui/tool_icons.h"
+
+#include <QActionGroup>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QFrame>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QScreen>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QStatusTipEvent>
+#include <QToolBar>
+#include <QVBoxLayout>
 
 namespace ampora::ui {
 
-MainWindow::MainWindow(Workspace& workspace, QWidget* parent)
+namespace {
+
+struct ToolButton {
+    const char* tip;
+    const char* hint;
+};
+
+const ToolButton kToolButtons[9] = {
+    {"", ""},
+    {"Wire Tool", " Wire Tool.  When selected, click and drag to create a horizontal or vertical "
+                  "segment of wire. "},
+    {"Battery Tool",
+     " Battery Tool.  When selected, click on a wire segment to create a battery. "},
+    {"Resistor Tool",
+     " Resistor Tool.  When selected, click on a wire segment to create a resistor. "},
+    {"Current Source Tool", " Current Source Tool.  When selected, click on a wire segment to "
+                            "create a current source. "},
+    {"Number Tool", " Number Tool.  When selected, click on a device to enter a new value. "
+                    "Negative reverses the direction. "},
+    {"Move / Stretch Tool",
+     " Move/Stretch Tool. Drag a component to move it or the end of a wire to stretch it. "},
+    {"Erase Tool", " Erase Tool.  When selected, click a wire segment, battery, current source or "
+                   "resistor to erase it. "},
+    {"Undo Erase Tool",
+     " UndoErase Tool.  Select it immediately after erasing an object to recover it. "},
+};
+
+const char* const kStartHint = " To begin, select the first tool (the Wire Tool), then click and "
+                               "drag to create a horizontal or vertical segment of wire ";
+
+constexpr int kStepPanelWidth = 150;
+
+QLabel* WrappedLabel(const QString& text, QWidget* parent) {
+    auto* label = new QLabel(text, parent);
+    label->setWordWrap(true);
+    return label;
+}
+
+} // namespace
+
+MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
     : QMainWindow(parent), workspace_(workspace) {
-    resize(667, 467);
+    setObjectName(QStringLiteral("frmMain"));
+    canvas_ = new Canvas(workspace_, editor_, this);
+    setCentralWidget(canvas_);
+    if (ports.prompts == nullptr) {
+        ownPrompts_ = std::make_unique<QtPrompts>(this, [this](float left, float top) {
+            return canvas_->mapToGlobal(QPointF(left, top)).toPoint();
+        });
+    }
+    if (ports.dialogs == nullptr) {
+        ownDialogs_ = std::make_unique<QtFileDialogs>(this);
+    }
+    if (ports.store == nullptr) {
+        ownStore_ = std::make_unique<QtSettingsStore>();
+    }
+    prompts_ = ports.prompts != nullptr ? ports.prompts : ownPrompts_.get();
+    dialogs_ = ports.dialogs != nullptr ? ports.dialogs : ownDialogs_.get();
+    store_ = ports.store != nullptr ? ports.store : ownStore_.get();
+    canvas_->SetPrompts(prompts_);
+
+    hint_ = new QLabel(this);
+    hint_->setObjectName(QStringLiteral("StatusBar1"));
+    statusBar()->addWidget(hint_, 1);
+    statusBar()->setSizeGripEnabled(true);
+
+    BuildToolbar();
+    BuildMenus();
+    BuildStepPanels();
+    BuildInstructions();
+    canvas_->installEventFilter(this);
+    connect(canvas_, &Canvas::Edited, this, &MainWindow::SyncToolbar);
+
+    // Start-up: an untitled empty circuit in step 1, no tool, nothing to undo.
+    workspace_.Step = 1;
+    workspace_.ViewMode = 0;
+    ResetEditor(editor_, false);
+    ClearUndoMemory(workspace_.circuit);
+    LoadRegSettings();
+    FillRecentMenu();
+    SetHint(QString::fromLatin1(kStartHint));
+    frInstruct1_->setVisible(workspace_.preferences.ShowInstructions);
+    chkInstructions_->setChecked(!workspace_.preferences.ShowInstructions);
+    SyncToolbar();
     UpdateCaption();
 }
+
+MainWindow::~MainWindow() = default;
 
 void MainWindow::UpdateCaption() {
     const QString name = workspace_.CurrentFileName.empty()
                              ? QStringLiteral("[untitled]")
                              : QString::fromStdString(workspace_.CurrentFileName);
     setWindowTitle(QStringLiteral("DC Ampora - ") + name);
+}
+
+QString MainWindow::StatusText() const {
+    return hint_->text();
+}
+
+void MainWindow::SetHint(const QString& text) {
+    hint_->setText(text);
+}
+
+// ---- toolbar, panels, instructions ----
+
+void MainWindow::BuildToolbar() {
+    // The toolbar lies over the top of the canvas, as the drawing's coordinates expect.
+    toolbar_ = new QToolBar(canvas_);
+    toolbar_->setObjectName(QStringLiteral("Toolbar"));
+    toolbar_->setIconSize(QSize(24, 24));
+    toolbar_->setMovable(false);
+    toolbar_->setAutoFillBackground(true);
+    for (int button = 1; button <= 8; ++button) {
+        QAction* action = toolbar_->addAction(ToolIcon(button), QString());
+        action->setObjectName(QStringLiteral("Tool%1").arg(button));
+        action->setToolTip(QString::fromLatin1(kToolButtons[button].tip));
+        action->setStatusTip(QString::fromLatin1(kToolButtons[button].hint));
+        action->setCheckable(button != kUndoEraseButton);
+        connect(action, &QAction::triggered, this, [this, button] { ChooseToolbarButton(button); });
+        toolActions_[static_cast<std::size_t>(button)] = action;
+    }
+}
+
+void MainWindow::BuildStepPanels() {
+    stepPanels_ = new QStackedWidget(canvas_);
+    stepPanels_->setObjectName(QStringLiteral("stepPanels"));
+    stepPanels_->setAutoFillBackground(true);
+    stepPanels_->setFrameShape(QFrame::StyledPanel);
+
+    auto* picToolBox = new QWidget(stepPanels_);
+    picToolBox->setObjectName(QStringLiteral("picToolBox"));
+    auto* layout = new QVBoxLayout(picToolBox);
+    QLabel* caption =
+        WrappedLabel(QStringLiteral("Step 1 - design or edit the circuit"), picToolBox);
+    QFont bold = caption->font();
+    bold.setBold(true);
+    caption->setFont(bold);
+    layout->addWidget(caption);
+    layout->addStretch();
+    auto* cmdNext1 = new QPushButton(QStringLiteral("Next >"), picToolBox);
+    cmdNext1->setObjectName(QStringLiteral("cmdNext1"));
+    cmdNext1->setToolTip(QStringLiteral("Proceed to node naming step"));
+    layout->addWidget(cmdNext1);
+    stepPanels_->addWidget(picToolBox);
+}
+
+void MainWindow::BuildInstructions() {
+    frInstruct1_ = new QFrame(canvas_);
+    frInstruct1_->setObjectName(QStringLiteral("frInstruct1"));
+    frInstruct1_->setFrameShape(QFrame::Box);
+    frInstruct1_->setAutoFillBackground(true);
+    QPalette palette = frInstruct1_->palette();
+    palette.setColor(QPalette::Window, QColor(0xFF, 0xFF, 0xF0));
+    frInstruct1_->setPalette(palette);
+    auto* layout = new QVBoxLayout(frInstruct1_);
+    QLabel* title = WrappedLabel(QStringLiteral("Instructions:"), frInstruct1_);
+    QFont bold = title->font();
+    bold.setBold(true);
+    title->setFont(bold);
+    layout->addWidget(title);
+    for (const char* line :
+         {"Follow these three steps:",
+          "Step 1 - design a new circuit or edit the present circuit using the toolbar tools, or "
+          "read in a circuit file using the file menu",
+          "Step 2 - number the nodes and choose the reference node",
+          "Step 3 - review the equations and results", "Click on OK to begin step 1 now:"}) {
+        layout->addWidget(WrappedLabel(QString::fromLatin1(line), frInstruct1_));
+    }
+    chkInstructions_ =
+        new QCheckBox(QStringLiteral("Don't show these instructions again"), frInstruct1_);
+    chkInstructions_->setObjectName(QStringLiteral("chkInstructions"));
+    layout->addWidget(chkInstructions_);
+    auto* cmdOK = new QPushButton(QStringLiteral("OK"), frInstruct1_);
+    cmdOK->setObjectName(QStringLiteral("cmdOKInstruct1"));
+    layout->addWidget(cmdOK, 0, Qt::AlignHCenter);
+    connect(chkInstructions_, &QCheckBox::toggled, this,
+            [this](bool ticked) { workspace_.preferences.ShowInstructions = !ticked; });
+    connect(cmdOK, &QPushButton::clicked, frInstruct1_, &QWidget::hide);
+}
+
+void MainWindow::LayOutCanvasChildren() {
+    const int top = toolbar_->sizeHint().height();
+    toolbar_->setGeometry(0, 0, canvas_->width(), top);
+    stepPanels_->setGeometry(canvas_->width() - kStepPanelWidth, top, kStepPanelWidth,
+                             canvas_->height() - top);
+    canvas_->SetCoveredAreas(top, kStepPanelWidth);
+    const int free = canvas_->width() - kStepPanelWidth;
+    const int width = std::min(380, std::max(200, free - 40));
+    frInstruct1_->setFixedWidth(width);
+    frInstruct1_->adjustSize();
+    frInstruct1_->move(std::max(8, (free - width) / 2),
+                       top + std::max(8, (canvas_->height() - top - frInstruct1_->height()) / 2));
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == canvas_ && (event->type() == QEvent::Resize || event->type() == QEvent::Show)) {
+        LayOutCanvasChildren();
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+bool MainWindow::event(QEvent* event) {
+    // A toolbar button's hint stays in the status bar after the pointer leaves it.
+    if (event->type() == QEvent::StatusTip) {
+        const QString tip = static_cast<QStatusTipEvent*>(event)->tip();
+        if (!tip.isEmpty()) {
+            SetHint(tip);
+        }
+        return true;
+    }
+    return QMainWindow::event(event);
+}
+
+void MainWindow::ChooseToolbarButton(int button) {
+    if (button == kUndoEraseButton) {
+        if (UndoErase(workspace_.circuit, editor_)) {
+            canvas_->update();
+        }
+    } else {
+        SelectTool(editor_, button);
+        canvas_->unsetCursor();
+        if (button == kWireTool) {
+            canvas_->setCursor(Qt::CrossCursor);
+        }
+    }
+    SyncToolbar();
+}
+
+void MainWindow::SyncToolbar() {
+    for (int button = 1; button <= 7; ++button) {
+        toolActions_[static_cast<std::size_t>(button)]->setChecked(editor_.CurrentTool == button);
+    }
+    toolActions_[kUndoEraseButton]->setEnabled(editor_.UndoAvailable == 1);
+}
+
+// ---- menus ----
+
+void MainWindow::BuildMenus() {
+    QMenu* mnuFile = menuBar()->addMenu(QStringLiteral("&File"));
+    mnuFile->setObjectName(QStringLiteral("mnuFile"));
+    connect(mnuFile, &QMenu::aboutToShow, this, [this] {
+        SetHint(QStringLiteral(
+            " Start a new circuit, open or save an existing circuit, or exit the program "));
+    });
+    const auto add = [this](QMenu* menu, const char* caption, const char* name,
+                            const QKeySequence& keys, auto slot) {
+        QAction* action = menu->addAction(QString::fromUtf8(caption));
+        action->setObjectName(QString::fromLatin1(name));
+        action->setShortcut(keys);
+        if constexpr (!std::is_same_v<decltype(slot), std::nullptr_t>) {
+            connect(action, &QAction::triggered, this, slot);
+        }
+        return action;
+    };
+    add(mnuFile, "Start a &new circuit", "mnuFileNew", QKeySequence::New,
+        &MainWindow::FileNewClicked);
+    add(mnuFile, "&Open a circuit file ...", "mnuFileOpen", QKeySequence::Open,
+        &MainWindow::FileOpenClicked);
+    add(mnuFile, "&Save the circuit", "mnuFileSave", QKeySequence::Save,
+        &MainWindow::FileSaveClicked);
+    add(mnuFile, "Save the circuit &as ...", "mnuFileSaveAs",
+        QKeySequence(QStringLiteral("Ctrl+Shift+S")), &MainWindow::FileSaveAsClicked);
+    // The report is made from the results of step 3.
+    mnuFilePrint_ = add(mnuFile, "&Print report", "mnuFilePrint", QKeySequence(), nullptr);
+    mnuFilePrint_->setEnabled(false);
+    mnuRecentFile_[0] = mnuFile->addSeparator();
+    mnuRecentFile_[0]->setObjectName(QStringLiteral("mnuRecentFile0"));
+    for (int i = 1; i <= kRecentFileCount; ++i) {
+        QAction* action = mnuFile->addAction(QStringLiteral("recentfile %1").arg(i));
+        action->setObjectName(QStringLiteral("mnuRecentFile%1").arg(i));
+        action->setVisible(false);
+        connect(action, &QAction::triggered, this, [this, i] { RecentFileClicked(i); });
+        mnuRecentFile_[static_cast<std::size_t>(i)] = action;
+    }
+    mnuFile->addSeparator();
+    add(mnuFile, "E&xit the program", "mnuFileExit", QKeySequence(QStringLiteral("Ctrl+Q")),
+        &QWidget::close);
+
+    QMenu* mnuOptions = menuBar()->addMenu(QStringLiteral("&Options"));
+    mnuOptions->setObjectName(QStringLiteral("mnuOptions"));
+    connect(mnuOptions, &QMenu::aboutToShow, this, &MainWindow::OptionsAboutToShow);
+    mnuDrawGrid_ = mnuOptions->addAction(QStringLiteral("Show &grid in step 1"));
+    mnuDrawGrid_->setObjectName(QStringLiteral("mnuDrawGrid"));
+    mnuDrawGrid_->setCheckable(true);
+    mnuDrawGrid_->setChecked(canvas_->ShowGrid());
+    connect(mnuDrawGrid_, &QAction::toggled, this, [this](bool checked) {
+        canvas_->SetShowGrid(checked);
+        SetHint(QString());
+    });
+
+    const auto submenu = [this, mnuOptions](const char* caption, const char* name,
+                                            const char* hint) {
+        QMenu* menu = mnuOptions->addMenu(QString::fromLatin1(caption));
+        menu->setObjectName(QString::fromLatin1(name));
+        const QString text = QString::fromLatin1(hint);
+        if (!text.isEmpty()) {
+            connect(menu, &QMenu::aboutToShow, this, [this, text] { SetHint(text); });
+        }
+        auto* group = new QActionGroup(menu);
+        return std::make_pair(menu, group);
+    };
+    const auto item = [](QMenu* menu, QActionGroup* group, const QString& caption,
+                         const QString& name) {
+        QAction* action = menu->addAction(caption);
+        action->setObjectName(name);
+        action->setCheckable(true);
+        group->addAction(action);
+        return action;
+    };
+
+    auto [mnuAutoName, nameGroup] = submenu(
+        "&AutoName pattern", "mnuAutoName",
+        " Style used to AutoName nodes in the circuit diagram and node voltages in the equations ");
+    const QString patterns[] = {QStringLiteral("V1, V2, V3, ..."), QStringLiteral("A, B, C, ..."),
+                                QStringLiteral("a, b, c, ...")};
+    for (int i = 1; i <= 3; ++i) {
+        QAction* action =
+            item(mnuAutoName, nameGroup, patterns[i - 1], QStringLiteral("mnuAName%1").arg(i));
+        connect(action, &QAction::triggered, this, [this, i] { mnuAName_Click(i); });
+        mnuAName_[static_cast<std::size_t>(i)] = action;
+    }
+    auto [mnuSigFigs, figsGroup] = submenu(
+        "&Sig figs", "mnuSigFigs", " Number of significant figures used to display answers ");
+    for (int i = 3; i <= 8; ++i) {
+        QAction* action =
+            item(mnuSigFigs, figsGroup, QString::number(i), QStringLiteral("mnuSF%1").arg(i));
+        connect(action, &QAction::triggered, this, [this, i] { mnuSF_Click(i); });
+        mnuSF_[static_cast<std::size_t>(i)] = action;
+    }
+    auto [mnuFont, fontGroup] =
+        submenu("&Font", "mnuFont", " Font name and size used in the report ");
+    const QString fonts[] = {QStringLiteral("Arial 10 pt"), QStringLiteral("Times Roman 10 pt"),
+                             QStringLiteral("Times Roman 12 pt"),
+                             QStringLiteral("Times Roman 16 pt")};
+    for (int i = 1; i <= 4; ++i) {
+        QAction* action = item(mnuFont, fontGroup, fonts[i - 1], QStringLiteral("mnuF%1").arg(i));
+        connect(action, &QAction::triggered, this, [this, i] { mnuF_Click(i); });
+        mnuF_[static_cast<std::size_t>(i)] = action;
+    }
+    mnuCenter_ = mnuOptions->addAction(QStringLiteral("&Center the circuit"));
+    mnuCenter_->setObjectName(QStringLiteral("mnuCenter"));
+    connect(mnuCenter_, &QAction::triggered, this, [this] {
+        canvas_->CenterDrawing();
+        SetHint(QString());
+    });
+
+    QMenu* mnuHelp = menuBar()->addMenu(QStringLiteral("&Help"));
+    mnuHelp->setObjectName(QStringLiteral("mnuHelp"));
+    add(mnuHelp, "Help with the &program", "mnuHelpProgram", QKeySequence::HelpContents,
+        [this] { ShowHelpTopic(this, QStringLiteral("index.htm")); });
+    add(mnuHelp, "Help with &electricity and math", "mnuHelpTheory", QKeySequence(),
+        [this] { ShowHelpTopic(this, QStringLiteral("dc cct help/theory.htm")); });
+    add(mnuHelp, "&About DC Ampora", "mnuHelpAbout", QKeySequence(),
+        [this] { ShowAboutBox(this); });
+}
+
+void MainWindow::OptionsAboutToShow() {
+    const bool editing = workspace_.Step == 1;
+    mnuDrawGrid_->setEnabled(editing);
+    mnuCenter_->setEnabled(editing);
+}
+
+void MainWindow::mnuSF_Click(int index) {
+    if (index < 3 || index > 8) {
+        return;
+    }
+    workspace_.preferences.SigFigs = static_cast<std::int16_t>(index);
+    mnuSF_[static_cast<std::size_t>(index)]->setChecked(true);
+    SetHint(QString());
+}
+
+void MainWindow::mnuF_Click(int index) {
+    if (index < 1 || index > 4) {
+        return;
+    }
+    workspace_.preferences.FontIndex = static_cast<std::int16_t>(index);
+    mnuF_[static_cast<std::size_t>(index)]->setChecked(true);
+    SetHint(QString());
+}
+
+void MainWindow::mnuAName_Click(int index) {
+    if (index < 1 || index > 3) {
+        return;
+    }
+    workspace_.preferences.AutoNamePattern = static_cast<std::int16_t>(index);
+    mnuAName_[static_cast<std::size_t>(index)]->setChecked(true);
+    SetHint(QString());
+}
+
+void MainWindow::FillRecentMenu() {
+    const RecentFiles files = LoadRecentFiles(*store_);
+    bool any = false;
+    for (int i = 1; i <= kRecentFileCount; ++i) {
+        const QString path = QString::fromStdString(files[static_cast<std::size_t>(i - 1)]);
+        QAction* action = mnuRecentFile_[static_cast<std::size_t>(i)];
+        // A path is shown as it is: an "&" in it is no access key.
+        action->setText(path.isEmpty()
+                            ? QStringLiteral("recentfile %1").arg(i)
+                            : QString(path).replace(QLatin1Char('&'), QStringLiteral("&&")));
+        action->setData(path);
+        action->setVisible(!path.isEmpty());
+        any = any || !path.isEmpty();
+    }
+    mnuRecentFile_[0]->setVisible(any);
+}
+
+// ---- file commands ----
+
+DocumentContext MainWindow::Context() {
+    return DocumentContext{workspace_, *prompts_, *dialogs_, *store_, ExamplesDir().toStdString()};
+}
+
+void MainWindow::AfterCommand(const CommandResult& result) {
+    if (result.cleared) {
+        ResetEditor(editor_, result.undoAvailable);
+        canvas_->unsetCursor();
+        SetHint(QString::fromLatin1(kToolButtons[kWireTool].hint));
+        stepPanels_->setCurrentIndex(0);
+    }
+    if (result.fileRead) {
+        // The labels of a file's devices show their stored values.
+        editor_.ValueText.items.fill(std::string());
+    }
+    FillRecentMenu();
+    SyncToolbar();
+    UpdateCaption();
+    canvas_->update();
+}
+
+void MainWindow::FileNewClicked() {
+    DocumentContext context = Context();
+    AfterCommand(FileNew(context));
+}
+
+void MainWindow::FileOpenClicked() {
+    DocumentContext context = Context();
+    AfterCommand(FileOpen(context));
+}
+
+void MainWindow::RecentFileClicked(int index) {
+    DocumentContext context = Context();
+    const QString path = mnuRecentFile_[static_cast<std::size_t>(index)]->data().toString();
+    AfterCommand(OpenRecent(context, path.toStdString()));
+}
+
+void MainWindow::OpenFileFromDesktop(const QString& path) {
+    DocumentContext context = Context();
+    AfterCommand(OpenRecent(context, path.toStdString()));
+}
+
+void MainWindow::FileSaveClicked() {
+    DocumentContext context = Context();
+    FileSave(context);
+    AfterCommand(CommandResult{});
+}
+
+void MainWindow::FileSaveAsClicked() {
+    DocumentContext context = Context();
+    FileSaveAs(context);
+    AfterCommand(CommandResult{});
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    DocumentContext context = Context();
+    RunSavePrompt(context);
+    SaveRegSettings();
+    event->accept();
+}
+
+// ---- preferences and geometry ----
+
+double MainWindow::TwipsPerPixel() const {
+    const QScreen* s = screen();
+    const double dpi = s != nullptr && s->logicalDotsPerInchX() > 0 ? s->logicalDotsPerInchX() : 96;
+    return 1440.0 / dpi;
+}
+
+ScreenSize MainWindow::ScreenInTwips() const {
+    const QScreen* s = screen();
+    const QSize size = s != nullptr ? s->geometry().size() : QSize(1024, 768);
+    const double tpp = TwipsPerPixel();
+    return ScreenSize{static_cast<float>(size.width() * tpp),
+                      static_cast<float>(size.height() * tpp)};
+}
+
+WindowGeometry MainWindow::CurrentGeometry() const {
+    if (isMinimized()) {
+        return WindowGeometry{}; // too small to keep: the default layout is saved instead
+    }
+    const double tpp = TwipsPerPixel();
+    return WindowGeometry{static_cast<float>(width() * tpp), static_cast<float>(height() * tpp),
+                          static_cast<float>(pos().x() * tpp), static_cast<float>(pos().y() * tpp)};
+}
+
+void MainWindow::ApplyGeometry(const WindowGeometry& g) {
+    const double tpp = TwipsPerPixel();
+    resize(static_cast<int>(g.Width / tpp + 0.5), static_cast<int>(g.Height / tpp + 0.5));
+    move(static_cast<int>(g.Left / tpp + 0.5), static_cast<int>(g.Top / tpp + 0.5));
+}
+
+void MainWindow::SetDefaultFormSize() {
+    const double tpp = TwipsPerPixel();
+    resize(static_cast<int>(kDefaultMainWidth / tpp + 0.5),
+           static_cast<int>(kDefaultMainHeight / tpp + 0.5));
+    // The left edge uses the width the window took, which a small screen may have cut.
+    const WindowGeometry main = DefaultMainGeometry(
+        ScreenInTwips(), static_cast<float>(width() * tpp), static_cast<float>(height() * tpp));
+    ApplyGeometry(main);
+    equationsGeometry_ = DefaultEquationsGeometry(main);
+}
+
+void MainWindow::LoadRegSettings() {
+    const StoredSettings stored = ampora::LoadRegSettings(*store_, ScreenInTwips());
+    mnuSF_Click(stored.preferences.SigFigs);
+    mnuF_Click(stored.preferences.FontIndex);
+    mnuAName_Click(stored.preferences.AutoNamePattern);
+    if (stored.UseStoredGeometry) {
+        ApplyGeometry(stored.Main);
+        equationsGeometry_ = stored.Equations;
+    } else {
+        SetDefaultFormSize();
+    }
+    workspace_.preferences.ShowInstructions = stored.preferences.ShowInstructions;
+}
+
+void MainWindow::SaveRegSettings() {
+    ampora::SaveRegSettings(*store_, workspace_.preferences, CurrentGeometry(), equationsGeometry_,
+                            ScreenInTwips());
 }
 
 } // namespace ampora::ui

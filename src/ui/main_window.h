@@ -1,24 +1,126 @@
 #pragma once
+// The main window: the canvas with its toolbar, the step panels, the instructions, the
+// menus and the status bar, and the file commands and preferences behind them.
+
+#include "editor/editor_state.h"
+#include "settings/preferences.h"
 
 #include <QMainWindow>
+#include <array>
+#include <memory>
+
+class QAction;
+class QActionGroup;
+class QCheckBox;
+class QFrame;
+class QLabel;
+class QMenu;
+class QPushButton;
+class QStackedWidget;
+class QToolBar;
 
 namespace ampora {
 struct Workspace;
-}
+struct Prompts;
+struct FileDialogs;
+struct SettingsStore;
+struct DocumentContext;
+struct CommandResult;
+} // namespace ampora
 
 namespace ampora::ui {
+
+class Canvas;
+
+// What the window talks to outside itself; any left null gets its Qt implementation
+// (message boxes, file dialogs, QSettings). Tests hand in their own.
+struct WindowPorts {
+    Prompts* prompts = nullptr;
+    FileDialogs* dialogs = nullptr;
+    SettingsStore* store = nullptr;
+};
 
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
   public:
-    explicit MainWindow(Workspace& workspace, QWidget* parent = nullptr);
+    explicit MainWindow(Workspace& workspace, WindowPorts ports = {}, QWidget* parent = nullptr);
+    ~MainWindow() override;
 
     // "DC Ampora - [untitled]" or "DC Ampora - " and the file's path.
     void UpdateCaption();
 
+    // The menu handlers through which the saved preferences are applied too.
+    void mnuSF_Click(int index);
+    void mnuF_Click(int index);
+    void mnuAName_Click(int index);
+
+    // Opens the file the desktop handed over (a double-click on an .amq file).
+    void OpenFileFromDesktop(const QString& path);
+
+    Canvas* canvas() const { return canvas_; }
+    EditorState& editor() { return editor_; }
+    QString StatusText() const;
+
+  protected:
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
   private:
+    void BuildToolbar();
+    void BuildMenus();
+    void BuildStepPanels();
+    void BuildInstructions();
+    void LayOutCanvasChildren();
+
+    void LoadRegSettings();
+    void SaveRegSettings();
+    void SetDefaultFormSize();
+    ScreenSize ScreenInTwips() const;
+    double TwipsPerPixel() const;
+    WindowGeometry CurrentGeometry() const;
+    void ApplyGeometry(const WindowGeometry& geometry);
+
+    void ChooseToolbarButton(int button);
+    void SyncToolbar();
+    void SetHint(const QString& text);
+    void FillRecentMenu();
+
+    DocumentContext Context();
+    void AfterCommand(const CommandResult& result);
+    void FileNewClicked();
+    void FileOpenClicked();
+    void RecentFileClicked(int index);
+    void FileSaveClicked();
+    void FileSaveAsClicked();
+    void OptionsAboutToShow();
+
     Workspace& workspace_;
+    EditorState editor_;
+    std::unique_ptr<Prompts> ownPrompts_;
+    std::unique_ptr<FileDialogs> ownDialogs_;
+    std::unique_ptr<SettingsStore> ownStore_;
+    Prompts* prompts_;
+    FileDialogs* dialogs_;
+    SettingsStore* store_;
+    // Kept for the equations window: read at start, written back at exit.
+    WindowGeometry equationsGeometry_;
+
+    Canvas* canvas_ = nullptr;
+    QToolBar* toolbar_ = nullptr;
+    std::array<QAction*, 9> toolActions_{}; // 1..8
+    QStackedWidget* stepPanels_ = nullptr;
+    QFrame* frInstruct1_ = nullptr;
+    QCheckBox* chkInstructions_ = nullptr;
+    QLabel* hint_ = nullptr;
+    QAction* mnuDrawGrid_ = nullptr;
+    QAction* mnuCenter_ = nullptr;
+    QAction* mnuFilePrint_ = nullptr;
+    std::array<QAction*, 5> mnuRecentFile_{}; // 0 is the separator
+    std::array<QAction*, 9> mnuSF_{};         // 3..8
+    std::array<QAction*, 5> mnuF_{};          // 1..4
+    std::array<QAction*, 4> mnuAName_{};      // 1..3
 };
 
 } // namespace ampora::ui

@@ -1,21 +1,407 @@
+#include "../support/memory_settings_store.h"
+#include "dialog_answerer.h"
+#include "document/amq_file.h"
+#include "document/circuit_edit.h"
 #include "document/workspace.h"
+#include "ui/canvas.h"
 #include "ui/main_window.h"
 
+#include <QCheckBox>
+#include <QFile>
+#include <QFrame>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QToolBar>
+#include <QToolButton>
 #include <QtTest>
+
+using ampora::test::DialogAnswerer;
+
+namespace {
+
+QByteArray FileBytes(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString ExamplePath(const QString& name) {
+    return QStringLiteral(AMPORA_SOURCE_DIR "/examples/") + name;
+}
+
+// One window with its own workspace, the real dialogs and settings store, and file
+// dialogs answered by the test.
+struct Session {
+    ampora::Workspace workspace;
+    ampora::test::ScriptedFileDialogs files;
+    std::unique_ptr<ampora::ui::MainWindow> window;
+    DialogAnswerer answers;
+
+    Session() {
+        ampora::ui::WindowPorts ports;
+        ports.dialogs = &files;
+        window = std::make_unique<ampora::ui::MainWindow>(workspace, ports);
+        window->resize(900, 700);
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    }
+    // The instructions lie over the middle of the canvas until OK is clicked.
+    void DismissInstructions() const {
+        auto* ok = window->findChild<QPushButton*>(QStringLiteral("cmdOKInstruct1"));
+        if (ok->isVisible()) {
+            QTest::mouseClick(ok, Qt::LeftButton);
+        }
+    }
+    ampora::ui::Canvas* canvas() const { return window->canvas(); }
+    QAction* Action(const char* name) const {
+        return window->findChild<QAction*>(QString::fromLatin1(name));
+    }
+    void ClickTool(int button) const {
+        auto* toolbar = window->findChild<QToolBar*>(QStringLiteral("Toolbar"));
+        QWidget* widget =
+            toolbar->widgetForAction(Action(QByteArray("Tool" + QByteArray::number(button))));
+        QTest::mouseClick(widget, Qt::LeftButton);
+    }
+    void Drag(QPoint from, QPoint to) const {
+        QTest::mousePress(canvas(), Qt::LeftButton, {}, from);
+        QTest::mouseMove(canvas(), (from + to) / 2);
+        QTest::mouseMove(canvas(), to);
+        QTest::mouseRelease(canvas(), Qt::LeftButton, {}, to);
+    }
+    void Click(QPoint at) const { QTest::mouseClick(canvas(), Qt::LeftButton, {}, at); }
+    QString Dump() const {
+        return QString::fromStdString(ampora::CircuitFileText(workspace.circuit));
+    }
+    void Shoot(const QString& name) const {
+        const QByteArray dir = qgetenv("AMPORA_SCREENSHOT_DIR");
+        if (!dir.isEmpty()) {
+            window->grab().save(QString::fromLocal8Bit(dir) + "/" + name + ".png");
+        }
+    }
+};
+
+// Draws the circuit of an example file with the mouse alone: every wire with the Wire tool,
+// every device with its tool and its value typed (negative for a reversed direction).
+void DrawWithTheMouse(Session& s, const ampora::Circuit& circuit) {
+    s.ClickTool(1);
+    for (int slot = 1; slot <= circuit.NumWires; ++slot) {
+        const ampora::Wire& w = circuit.Wires[slot];
+        s.Drag(QPoint(int(w.X1), int(w.Y1)), QPoint(int(w.X2), int(w.Y2)));
+    }
+    for (int slot = 1; slot <= circuit.NumElements; ++slot) {
+        const ampora::Element& e = circuit.Elements[slot];
+        const int tool = ampora::IsBattery(e.Kind) ? 2 : ampora::IsResistor(e.Kind) ? 3 : 4;
+        const bool reversed = e.Kind == 2 || e.Kind == 4 || e.Kind == 8 || e.Kind == 10;
+        s.ClickTool(tool);
+        s.answers.Type((reversed ? "-" : "") + QString::number(double(e.Value)));
+        s.Click(QPoint(int(e.X), int(e.Y)));
+    }
+}
+
+// The example's text without its node labels, which only step 2 makes.
+QString WithoutNodes(const QString& path) {
+    ampora::Circuit circuit;
+    ampora::LoadFromIniFile(circuit, path.toStdString());
+    circuit.NumNodes = 0;
+    return QString::fromStdString(ampora::CircuitFileText(circuit));
+}
+
+} // namespace
 
 class MainWindowTest : public QObject {
     Q_OBJECT
 
+    QTemporaryDir settingsDir_;
+    QTemporaryDir work_;
+
+    QString SettingsFile() const { return settingsDir_.path() + "/Ampora/Ampora.ini"; }
+
   private slots:
-    void untitledCaptionShowsTheMarker() {
-        ampora::Workspace workspace;
-        ampora::ui::MainWindow window(workspace);
-        window.show();
-        QCOMPARE(window.windowTitle(), QStringLiteral("DC Ampora - [untitled]"));
-        workspace.CurrentFileName = "/tmp/divider.amq";
-        window.UpdateCaption();
-        QCOMPARE(window.windowTitle(), QStringLiteral("DC Ampora - /tmp/divider.amq"));
-        QVERIFY(window.close());
+    void initTestCase() {
+        // Never the user's own settings.
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settingsDir_.path());
+    }
+    void init() { QFile::remove(SettingsFile()); }
+
+    void theEmptyWindowShowsItsInstructionsTipsAndTexts() {
+        Session s;
+        QCOMPARE(s.window->windowTitle(), QStringLiteral("DC Ampora - [untitled]"));
+        QCOMPARE(s.window->StatusText(),
+                 QStringLiteral(" To begin, select the first tool (the Wire Tool), then click and "
+                                "drag to create a horizontal or vertical segment of wire "));
+        QVERIFY(s.window->findChild<QFrame*>(QStringLiteral("frInstruct1"))->isVisible());
+        QStringList tips;
+        for (int i = 1; i <= 8; ++i) {
+            tips << s.Action(QByteArray("Tool" + QByteArray::number(i)))->toolTip();
+        }
+        QCOMPARE(tips.join('|'), QStringLiteral("Wire Tool|Battery Tool|Resistor Tool|Current "
+                                                "Source Tool|Number Tool|Move / Stretch Tool|Erase "
+                                                "Tool|Undo Erase Tool"));
+        QVERIFY(!s.Action("Tool8")->isEnabled());
+        QCOMPARE(s.Action("mnuFileSaveAs")->text(), QStringLiteral("Save the circuit &as ..."));
+        QCOMPARE(s.Action("mnuFileSaveAs")->shortcut(),
+                 QKeySequence(QStringLiteral("Ctrl+Shift+S")));
+        QCOMPARE(s.Action("mnuSF3")->isChecked(), true);
+        QCOMPARE(s.Action("mnuF3")->isChecked(), true);
+        QCOMPARE(s.Action("mnuAName1")->isChecked(), true);
+        // A hint stays once the pointer has rested on a toolbar button.
+        auto* toolbar = s.window->findChild<QToolBar*>(QStringLiteral("Toolbar"));
+        QTest::mouseMove(toolbar->widgetForAction(s.Action("Tool3")));
+        QCOMPARE(s.window->StatusText(),
+                 QStringLiteral(" Resistor Tool.  When selected, click on a wire segment to "
+                                "create a resistor. "));
+        s.Shoot(QStringLiteral("empty_window"));
+        auto* ok = s.window->findChild<QPushButton*>(QStringLiteral("cmdOKInstruct1"));
+        QTest::mouseClick(ok, Qt::LeftButton);
+        QVERIFY(!s.window->findChild<QFrame*>(QStringLiteral("frInstruct1"))->isVisible());
+        // F1 opens the help window on its first page.
+        s.canvas()->setFocus();
+        QTest::keyClick(s.canvas(), Qt::Key_F1);
+        bool helpShown = false;
+        for (QWidget* top : QApplication::topLevelWidgets()) {
+            helpShown = helpShown || (top->inherits("ampora::ui::HelpWindow") && top->isVisible());
+        }
+        QVERIFY(helpShown);
+    }
+
+    void everyExampleCanBeDrawnWithTheMouseSavedAndReopenedToTheSameBytes_data() {
+        QTest::addColumn<QString>("name");
+        for (const char* name : {"voltage_divider", "wheatstone_bridge", "current_source",
+                                 "supernode", "two_supernodes", "t_junctions"}) {
+            QTest::newRow(name) << QString::fromLatin1(name);
+        }
+    }
+    void everyExampleCanBeDrawnWithTheMouseSavedAndReopenedToTheSameBytes() {
+        QFETCH(QString, name);
+        const QString example = ExamplePath(name + ".amq");
+        ampora::Circuit reference;
+        QVERIFY(ampora::LoadFromIniFile(reference, example.toStdString()).complete);
+        Session s;
+        s.window->resize(900, 600);
+        s.DismissInstructions();
+        DrawWithTheMouse(s, reference);
+        QVERIFY(s.answers.Idle());
+        QCOMPARE(s.Dump(), WithoutNodes(example));
+        s.Shoot(name);
+
+        const QString saved = work_.path() + "/" + name + ".amq";
+        s.files.answers = {saved.toStdString()};
+        s.Action("mnuFileSaveAs")->trigger();
+        QCOMPARE(s.window->windowTitle(), "DC Ampora - " + saved);
+        const QByteArray bytes = FileBytes(saved);
+        QCOMPARE(QString::fromLatin1(bytes), WithoutNodes(example));
+
+        s.answers.seen.clear();
+        s.Action("mnuFileNew")->trigger(); // saved: no question
+        QCOMPARE(s.answers.seen, QStringList());
+        QCOMPARE(ampora::CountLiveWires(s.workspace.circuit), 0);
+        QCOMPARE(s.window->windowTitle(), QStringLiteral("DC Ampora - [untitled]"));
+        QCOMPARE(s.Action("mnuRecentFile1")->text(), saved);
+        s.Action("mnuRecentFile1")->trigger();
+        QCOMPARE(s.Dump(), WithoutNodes(example));
+        s.files.answers = {saved.toStdString()};
+        s.Action("mnuFileSave")->trigger();
+        QCOMPARE(FileBytes(saved), bytes);
+    }
+
+    void invalidNegativeAndCancelledAnswersFollowTheRules() {
+        Session s;
+        s.DismissInstructions();
+        s.ClickTool(1);
+        s.Drag(QPoint(80, 80), QPoint(400, 80));
+        s.Drag(QPoint(80, 80), QPoint(80, 300));
+        s.ClickTool(3);
+        s.answers.Type(QStringLiteral("-5"));
+        s.answers.Press(QMessageBox::Ok);
+        s.Click(QPoint(140, 81));
+        s.ClickTool(2);
+        s.answers.Type(QStringLiteral("-9"));
+        s.Click(QPoint(240, 80));
+        s.ClickTool(4);
+        s.answers.Escape();
+        s.Click(QPoint(80, 200));
+        s.ClickTool(2);
+        s.answers.Type(QStringLiteral("volts"));
+        s.answers.Press(QMessageBox::Ok);
+        s.Click(QPoint(336, 80));
+        s.ClickTool(5);
+        s.answers.Type(QStringLiteral("-9"));
+        s.Click(QPoint(240, 80)); // back to its first direction
+        QVERIFY(s.answers.Idle());
+        QCOMPARE(s.answers.seen.join('\n'),
+                 QStringLiteral("Enter the resistance in ohms: [0]\n"
+                                "Ampora: Warning: Invalid entry.  Resistance changed to 0.\n"
+                                "A negative value reverses the battery direction.\nEnter the "
+                                "battery voltage in volts. [0]\n"
+                                "A negative value reverses the current source direction.\nEnter "
+                                "the current source current in amperes. [0]\n"
+                                "A negative value reverses the battery direction.\nEnter the "
+                                "battery voltage in volts. [0]\n"
+                                "Ampora: Warning: Invalid entry.  Battery voltage changed to 0.\n"
+                                "A negative value reverses the battery direction.\nEnter the "
+                                "battery voltage in volts. [9]"));
+        QCOMPARE(s.Dump(), QStringLiteral("2\r\n80,80,400,80\r\n80,80,80,296\r\n4\r\n"
+                                          "136,80,6,0\r\n240,80,3,9\r\n80,200,7,0\r\n"
+                                          "336,80,3,0\r\n0\r\n"));
+    }
+
+    void devicesMoveAndWireEndsStretchWithTheMouse() {
+        Session s;
+        s.DismissInstructions();
+        s.ClickTool(1);
+        s.Drag(QPoint(80, 80), QPoint(240, 80));
+        s.Drag(QPoint(240, 80), QPoint(240, 240));
+        s.ClickTool(3);
+        s.answers.Type(QStringLiteral("100"));
+        s.Click(QPoint(160, 80));
+        s.ClickTool(6);
+        // Grab the resistor 4 units left of its centre and drop it on the vertical wire.
+        QTest::mousePress(s.canvas(), Qt::LeftButton, {}, QPoint(156, 82));
+        QTest::mouseMove(s.canvas(), QPoint(200, 120));
+        QTest::mouseMove(s.canvas(), QPoint(236, 162));
+        s.Shoot(QStringLiteral("dragging_a_device"));
+        QTest::mouseRelease(s.canvas(), Qt::LeftButton, {}, QPoint(236, 162));
+        QCOMPARE(s.Dump(), QStringLiteral("2\r\n80,80,240,80\r\n240,80,240,240\r\n1\r\n"
+                                          "240,160,5,100\r\n0\r\n"));
+        // Over the wire's lower end the pointer shows that it can be stretched.
+        QTest::mouseMove(s.canvas(), QPoint(242, 238));
+        QTRY_COMPARE(s.canvas()->cursor().shape(), Qt::SizeVerCursor);
+        s.Drag(QPoint(242, 238), QPoint(238, 400));
+        QCOMPARE(s.Dump(), QStringLiteral("2\r\n80,80,240,80\r\n240,80,240,400\r\n1\r\n"
+                                          "240,240,5,100\r\n0\r\n"));
+        QTest::mouseMove(s.canvas(), QPoint(160, 160));
+        QTRY_COMPARE(s.canvas()->cursor().shape(), Qt::ArrowCursor);
+    }
+
+    void eraseAndUndoEraseWithTheMouse() {
+        Session s;
+        s.DismissInstructions();
+        s.ClickTool(1);
+        s.Drag(QPoint(80, 80), QPoint(320, 80));
+        s.Drag(QPoint(80, 80), QPoint(80, 240));
+        s.ClickTool(2);
+        s.answers.Type(QStringLiteral("12"));
+        s.Click(QPoint(128, 80));
+        s.ClickTool(3);
+        s.answers.Type(QStringLiteral("1k"));
+        s.answers.Press(QMessageBox::Ok);
+        s.Click(QPoint(240, 80));
+        const QString drawn = s.Dump();
+        s.ClickTool(7);
+        s.Click(QPoint(180, 81)); // on the wire between the devices
+        QCOMPARE(s.Dump(), QStringLiteral("1\r\n80,80,80,240\r\n0\r\n0\r\n"));
+        QVERIFY(s.Action("Tool8")->isEnabled());
+        s.ClickTool(8);
+        QCOMPARE(s.Dump(), drawn);
+        QVERIFY(!s.Action("Tool8")->isEnabled());
+        QVERIFY(s.Action("Tool7")->isChecked());
+        s.Click(QPoint(128, 80)); // the battery's picture
+        QCOMPARE(ampora::CountLiveElements(s.workspace.circuit), 1);
+        s.ClickTool(1); // another tool ends the chance to undo
+        QVERIFY(!s.Action("Tool8")->isEnabled());
+        // Keys a user might press do no harm.
+        QTest::keyClick(s.canvas(), Qt::Key_Delete);
+        QTest::keyClick(s.canvas(), Qt::Key_Escape);
+        QCOMPARE(ampora::CountLiveElements(s.workspace.circuit), 1);
+    }
+
+    void newAsksToSaveOnlyWhenTheDrawingChanged() {
+        Session s;
+        s.DismissInstructions();
+        s.Action("mnuFileNew")->trigger();
+        QCOMPARE(s.answers.seen, QStringList());
+        s.ClickTool(1);
+        s.Drag(QPoint(80, 80), QPoint(240, 80));
+        s.answers.Press(QMessageBox::No);
+        s.Action("mnuFileNew")->trigger();
+        QCOMPARE(s.answers.seen, QStringList{QStringLiteral(
+                                     "Ampora: The circuit has changed.  Do you want to save the "
+                                     "changes?")});
+        QCOMPARE(ampora::CountLiveWires(s.workspace.circuit), 0);
+        QCOMPARE(s.window->StatusText(),
+                 QStringLiteral(" Wire Tool.  When selected, click and drag to create a "
+                                "horizontal or vertical segment of wire. "));
+        QVERIFY(!s.Action("Tool1")->isChecked());
+        s.ClickTool(8); // New can be undone
+        QCOMPARE(ampora::CountLiveWires(s.workspace.circuit), 1);
+        // Yes on an untitled drawing opens Save As.
+        const QString path = work_.path() + "/asked.amq";
+        s.files.answers = {path.toStdString()};
+        s.answers.Press(QMessageBox::Yes);
+        s.window->activateWindow(); // the closed message box took the activation along
+        QVERIFY(QTest::qWaitForWindowActive(s.window.get()));
+        s.canvas()->setFocus();
+        QTest::keyClick(s.canvas(), Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(s.answers.seen.size(), 2);
+        QCOMPARE(FileBytes(path), QByteArray("1\r\n80,80,240,80\r\n0\r\n0\r\n"));
+    }
+
+    void aFileThatCannotBeReadIsReportedAndTheDrawingStays() {
+        Session s;
+        s.DismissInstructions();
+        s.ClickTool(1);
+        s.Drag(QPoint(80, 80), QPoint(240, 80));
+        const QString broken = work_.path() + "/broken.amq";
+        QFile file(broken);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("1\r\n0,0,zero,0\r\n");
+        file.close();
+        s.answers.Press(QMessageBox::No);
+        s.answers.Press(QMessageBox::Ok);
+        s.files.answers = {broken.toStdString()};
+        s.Action("mnuFileOpen")->trigger();
+        QCOMPARE(s.answers.seen.last(),
+                 "Ampora: The file " + broken +
+                     " cannot be read: line 2: wire 1 X2 is not a finite single-precision "
+                     "number: \"zero\".");
+        QCOMPARE(s.Dump(), QStringLiteral("1\r\n80,80,240,80\r\n0\r\n0\r\n"));
+        QCOMPARE(s.window->windowTitle(), QStringLiteral("DC Ampora - [untitled]"));
+    }
+
+    void preferencesAreWrittenAtCloseAndReadAtTheNextStart() {
+        {
+            Session s;
+            QVERIFY(!QFile::exists(SettingsFile()));
+            s.Action("mnuSF5")->trigger();
+            s.Action("mnuF1")->trigger();
+            s.Action("mnuAName2")->trigger();
+            s.window->findChild<QCheckBox*>(QStringLiteral("chkInstructions"))->setChecked(true);
+            s.window->resize(800, 600);
+            s.window->move(40, 30);
+            QVERIFY(s.window->close());
+        }
+        QSettings settings(QSettings::IniFormat, QSettings::UserScope, "Ampora", "Ampora");
+        QCOMPARE(settings.value("Parameters/SigFigs").toString(), QStringLiteral("5"));
+        QCOMPARE(settings.value("Parameters/Instructions").toString(), QStringLiteral("False"));
+        Session s;
+        QCOMPARE(s.workspace.preferences.SigFigs, 5);
+        QVERIFY(s.Action("mnuSF5")->isChecked());
+        QVERIFY(!s.Action("mnuSF3")->isChecked());
+        QVERIFY(s.Action("mnuF1")->isChecked());
+        QVERIFY(s.Action("mnuAName2")->isChecked());
+        QVERIFY(!s.window->findChild<QFrame*>(QStringLiteral("frInstruct1"))->isVisible());
+    }
+
+    void aCorruptSettingsStoreFallsBackToTheDefaults() {
+        QDir().mkpath(settingsDir_.path() + "/Ampora");
+        QFile file(SettingsFile());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("[Parameters]\nSigFigs=many\nFontIndex=77\nAutoNameIndex=a, b\n"
+                   "Instructions=@Invalid()\nForm1%20Width=wide\n"
+                   "[Recent%20Files]\nRecentFile1=/no/such/file.amq\n\x01\xff garbage\n");
+        file.close();
+        Session s;
+        QCOMPARE(s.workspace.preferences.SigFigs, 3);
+        QCOMPARE(s.workspace.preferences.FontIndex, 3);
+        QCOMPARE(s.workspace.preferences.AutoNamePattern, 1);
+        QVERIFY(s.Action("mnuF3")->isChecked());
+        // The recent file that has gone is refused and the list keeps it.
+        s.answers.Press(QMessageBox::Ok);
+        s.Action("mnuRecentFile1")->trigger();
+        QCOMPARE(s.answers.seen, QStringList{QStringLiteral("Ampora: File no longer exists.")});
+        QCOMPARE(s.Action("mnuRecentFile1")->text(), QStringLiteral("/no/such/file.amq"));
+        QVERIFY(s.window->close());
     }
 };
 

@@ -1,0 +1,109 @@
+#include "document/document_commands.h"
+
+#include "document/amq_file.h"
+#include "document/circuit_edit.h"
+#include "settings/recent_files.h"
+
+namespace ampora {
+
+namespace {
+
+// Reads the file into a scratch circuit first, so that a file that cannot be read
+// whole leaves the open drawing exactly as it was.
+CommandResult OpenPath(DocumentContext& context, const std::string& path) {
+    Circuit scratch;
+    const ReadResult check = LoadFromIniFile(scratch, path);
+    if (!check.complete) {
+        context.prompts.ShowMessage("The file " + path + " cannot be read: " + check.reason + ".",
+                                    MessageIcon::Exclamation);
+        return CommandResult{};
+    }
+    CommandResult result = FileNew(context, true);
+    LoadFromIniFile(context.workspace.circuit, path);
+    context.workspace.CurrentFileName = path;
+    AddRecentFile(context.store, path);
+    result.fileRead = true;
+    result.undoAvailable = false;
+    return result;
+}
+
+bool WriteTo(DocumentContext& context, const std::string& path) {
+    const SaveResult saved = SaveToIniFile(context.workspace.circuit, path);
+    if (!saved.saved) {
+        context.prompts.ShowMessage("The circuit could not be saved as " + path + ". " +
+                                        saved.reason,
+                                    MessageIcon::Exclamation);
+    }
+    return saved.saved;
+}
+
+} // namespace
+
+void RunSavePrompt(DocumentContext& context) {
+    const Workspace& ws = context.workspace;
+    if (!NeedFileSave(ws.circuit, ws.CurrentFileName)) {
+        return;
+    }
+    if (context.prompts.AskYesNo(kSavePromptText)) {
+        FileSave(context);
+    }
+}
+
+CommandResult FileNew(DocumentContext& context, bool opening) {
+    if (!opening) {
+        RunSavePrompt(context);
+    }
+    Workspace& ws = context.workspace;
+    CommandResult result;
+    result.cleared = true;
+    if (ws.circuit.NumWires != 0) {
+        result.undoAvailable = EraseWholeCircuit(ws.circuit);
+    }
+    ws.Step = 1;
+    ws.ViewMode = 0;
+    ws.CurrentFileName.clear();
+    return result;
+}
+
+CommandResult FileOpen(DocumentContext& context) {
+    RunSavePrompt(context);
+    const auto path =
+        context.dialogs.AskOpenPath(RecentFolder(context.store, context.programFolder));
+    if (!path || path->empty()) {
+        return CommandResult{};
+    }
+    return OpenPath(context, *path);
+}
+
+CommandResult OpenRecent(DocumentContext& context, const std::string& path) {
+    RunSavePrompt(context);
+    if (!FileExists(path)) {
+        context.prompts.ShowMessage("File no longer exists.", MessageIcon::Exclamation);
+        return CommandResult{};
+    }
+    return OpenPath(context, path);
+}
+
+bool FileSave(DocumentContext& context) {
+    if (context.workspace.CurrentFileName.empty()) {
+        return FileSaveAs(context);
+    }
+    return WriteTo(context, context.workspace.CurrentFileName);
+}
+
+bool FileSaveAs(DocumentContext& context) {
+    const auto path =
+        context.dialogs.AskSavePath(RecentFolder(context.store, context.programFolder));
+    if (!path || path->empty()) {
+        return false;
+    }
+    // The name changes only once the file is written, so a failed save keeps the old one.
+    if (!WriteTo(context, *path)) {
+        return false;
+    }
+    context.workspace.CurrentFileName = *path;
+    AddRecentFile(context.store, *path);
+    return true;
+}
+
+} // namespace ampora

@@ -1,0 +1,275 @@
+#include "ui/canvas.h"
+
+#include "document/workspace.h"
+#include "editor/editing_tools.h"
+#include "editor/editor_state.h"
+#include "editor/hit_tests.h"
+#include "editor/value_labels.h"
+#include "ui/device_pictures.h"
+#include "ui/palette.h"
+
+#include <QFontMetricsF>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace ampora::ui {
+
+namespace {
+
+QFont LabelFont() {
+    QFont font(QStringLiteral("Arial"));
+    font.setPointSizeF(9);
+    return font;
+}
+
+} // namespace
+
+Canvas::Canvas(Workspace& workspace, EditorState& editor, QWidget* parent)
+    : QWidget(parent), workspace_(workspace), editor_(editor) {
+    setObjectName(QStringLiteral("canvas"));
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setMouseTracking(true); // the stretch pointer shows without a button held
+    setFocusPolicy(Qt::ClickFocus);
+}
+
+void Canvas::SetShowGrid(bool show) {
+    showGrid_ = show;
+    update();
+}
+
+void Canvas::SetCoveredAreas(int top, int right) {
+    coveredTop_ = top;
+    coveredRight_ = right;
+}
+
+void Canvas::CenterDrawing() {
+    CenterCircuit(workspace_.circuit, static_cast<float>(width() - coveredRight_),
+                  static_cast<float>(coveredTop_), static_cast<float>(height() - coveredTop_));
+    update();
+    emit Edited();
+}
+
+void Canvas::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), Qt::white);
+    if (workspace_.Step == 1 && showGrid_) {
+        PaintGrid(painter);
+    }
+    PaintWires(painter);
+    PaintDevices(painter);
+    PaintDrag(painter);
+}
+
+void Canvas::PaintGrid(QPainter& painter) const {
+    // The dots run past the visible edge so a canvas enlarged later is still covered.
+    const int across = static_cast<int>(width() / 16.0 + 5);
+    const int down = static_cast<int>(height() / 16.0 + 5);
+    QVector<QPointF> dots;
+    dots.reserve(across * down);
+    for (int i = 1; i <= across; ++i) {
+        for (int j = 1; j <= down; ++j) {
+            dots.append(QPointF(16 * i, 16 * j));
+        }
+    }
+    painter.save();
+    painter.setPen(QPen(Qt::black, 1));
+    painter.drawPoints(dots.constData(), static_cast<int>(dots.size()));
+    painter.restore();
+}
+
+void Canvas::PaintWires(QPainter& painter) const {
+    painter.save();
+    painter.setPen(QPen(QBColor(9), 3, Qt::SolidLine, Qt::FlatCap));
+    const Circuit& circuit = workspace_.circuit;
+    for (int slot = 1; slot <= circuit.NumWires; ++slot) {
+        const Wire& w = circuit.Wires[slot];
+        if (w.Used == 0) {
+            continue;
+        }
+        // Two units past each end, so wires meeting at a corner join without a gap.
+        QLineF line(w.X1, w.Y1, w.X2, w.Y2);
+        if (line.length() > 0) {
+            const QPointF along = (line.p2() - line.p1()) / line.length() * 2;
+            line = QLineF(line.p1() - along, line.p2() + along);
+        }
+        painter.drawLine(line);
+    }
+    painter.restore();
+}
+
+void Canvas::PaintDevices(QPainter& painter) const {
+    const Circuit& circuit = workspace_.circuit;
+    painter.setFont(LabelFont());
+    const QFontMetricsF metrics(painter.font());
+    for (int slot = 1; slot <= circuit.NumElements; ++slot) {
+        const Element& e = circuit.Elements[slot];
+        if (e.Kind == kEmpty) {
+            continue;
+        }
+        PaintDevice(painter, e.Kind, QRectF(e.X - 16, e.Y - 16, 32, 32));
+        const QString text = QString::fromStdString(ValueLabelText(e, editor_.ValueText[slot]));
+        const LabelBox box =
+            PlaceValueLabel(circuit, slot, static_cast<float>(metrics.horizontalAdvance(text)),
+                            static_cast<float>(metrics.height()));
+        // On white, so that no grid dot runs into the text.
+        const QRectF area(box.Left, box.Top, box.Width + 1, box.Height);
+        painter.fillRect(area.adjusted(-3, 0, 2, 0), Qt::white);
+        painter.setPen(Qt::black);
+        painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter, text);
+    }
+}
+
+void Canvas::PaintDrag(QPainter& painter) const {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setPen(QPen(QBColor(8), 1, Qt::SolidLine));
+    if (editor_.DrawingWire) {
+        painter.drawLine(QPointF(editor_.StartX, editor_.StartY),
+                         QPointF(editor_.EndX, editor_.EndY));
+    }
+    if (IsStretching(editor_)) {
+        float fixedX = 0;
+        float fixedY = 0;
+        FixedStretchEnd(workspace_.circuit, editor_, fixedX, fixedY);
+        painter.drawLine(QPointF(fixedX, fixedY), QPointF(editor_.EndX, editor_.EndY));
+    }
+    if (editor_.DraggedElement != 0) {
+        const Element& e = workspace_.circuit.Elements[editor_.DraggedElement];
+        const QRectF box(dragPointer_.x() - editor_.GrabX, dragPointer_.y() - editor_.GrabY, 32,
+                         32);
+        painter.setOpacity(0.75);
+        PaintDevice(painter, e.Kind, box);
+        painter.setOpacity(1);
+        painter.setPen(QPen(QBColor(8), 1, Qt::DotLine));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(box);
+    }
+    painter.restore();
+}
+
+void Canvas::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || workspace_.Step != 1 || prompts_ == nullptr) {
+        return;
+    }
+    Circuit& circuit = workspace_.circuit;
+    const auto x = static_cast<float>(event->position().x());
+    const auto y = static_cast<float>(event->position().y());
+    // A device picture lies over the wire it sits on and takes the click.
+    const int device = ElementAt(circuit, x, y);
+    if (device != 0) {
+        switch (editor_.CurrentTool) {
+        case kNumberTool:
+            RenumberDevice(circuit, editor_, *prompts_, device);
+            break;
+        case kMoveStretchTool:
+            GrabDevice(circuit, editor_, device, x, y);
+            dragPointer_ = event->position();
+            break;
+        case kEraseTool:
+            EraseDevice(circuit, editor_, device);
+            break;
+        default:
+            break;
+        }
+    } else {
+        switch (editor_.CurrentTool) {
+        case kWireTool:
+            BeginWire(editor_, x, y);
+            break;
+        case kBatteryTool:
+        case kResistorTool:
+        case kSourceTool:
+            PlaceDevice(circuit, editor_, *prompts_, editor_.CurrentTool, x, y);
+            break;
+        case kMoveStretchTool:
+            BeginStretch(circuit, editor_, x, y);
+            break;
+        case kEraseTool:
+            EraseWireAt(circuit, editor_, x, y);
+            break;
+        default:
+            break;
+        }
+    }
+    UpdateCursor();
+    update();
+    emit Edited();
+}
+
+void Canvas::mouseMoveEvent(QMouseEvent* event) {
+    if (workspace_.Step != 1) {
+        return;
+    }
+    const auto x = static_cast<float>(event->position().x());
+    const auto y = static_cast<float>(event->position().y());
+    if (editor_.DrawingWire) {
+        DragWire(editor_, x, y);
+        update();
+    } else if (IsStretching(editor_)) {
+        DragStretch(workspace_.circuit, editor_, x, y);
+        update();
+    } else if (editor_.DraggedElement != 0) {
+        dragPointer_ = event->position();
+        update();
+    } else if (editor_.CurrentTool == kMoveStretchTool) {
+        HoverStretch(workspace_.circuit, editor_, x, y);
+    }
+    UpdateCursor();
+}
+
+void Canvas::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || workspace_.Step != 1) {
+        return;
+    }
+    const auto x = static_cast<float>(event->position().x());
+    const auto y = static_cast<float>(event->position().y());
+    Circuit& circuit = workspace_.circuit;
+    if (editor_.DrawingWire) {
+        FinishWire(circuit, editor_, x, y);
+    } else if (IsStretching(editor_)) {
+        FinishStretch(circuit, editor_, x, y);
+    } else if (editor_.DraggedElement != 0) {
+        DropDevice(circuit, editor_, x, y);
+    } else {
+        return;
+    }
+    UpdateCursor();
+    update();
+    emit Edited();
+}
+
+void Canvas::keyPressEvent(QKeyEvent* event) {
+    // Escape abandons a drag half-way; nothing else on the keyboard edits the drawing.
+    if (event->key() == Qt::Key_Escape) {
+        CancelDrag();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void Canvas::CancelDrag() {
+    editor_.DrawingWire = false;
+    editor_.DraggedElement = 0;
+    if (IsStretching(editor_)) {
+        editor_.DragState = 0;
+    }
+    UpdateCursor();
+    update();
+}
+
+void Canvas::UpdateCursor() {
+    if (editor_.DraggedElement != 0) {
+        setCursor(Qt::ClosedHandCursor);
+    } else if (editor_.CurrentTool == kMoveStretchTool && editor_.DragState != 0) {
+        // Over a wire end, or dragging one: the end can be stretched.
+        setCursor(editor_.DragState == 3 || editor_.DragState >= 6 ? Qt::SizeVerCursor
+                                                                   : Qt::SizeHorCursor);
+    } else if (editor_.CurrentTool == kWireTool) {
+        setCursor(Qt::CrossCursor);
+    } else {
+        unsetCursor();
+    }
+}
+
+} // namespace ampora::ui

@@ -1,0 +1,57 @@
+#pragma once
+// The drawing area of the main window: paints the grid, the wires, the device pictures and
+// their value labels, and turns mouse events into the editing tools in step 1.
+
+#include <QWidget>
+
+namespace ampora {
+struct Workspace;
+struct EditorState;
+struct Prompts;
+} // namespace ampora
+
+namespace ampora::ui {
+
+class Canvas : public QWidget {
+    Q_OBJECT
+
+  public:
+    Canvas(Workspace& workspace, EditorState& editor, QWidget* parent = nullptr);
+
+    void SetPrompts(Prompts* prompts) { prompts_ = prompts; }
+    void SetShowGrid(bool show);
+    bool ShowGrid() const { return showGrid_; }
+    // The strip under the toolbar and the step panel at the right hide part of the canvas;
+    // "Center the circuit" centres the drawing in what is left.
+    void SetCoveredAreas(int top, int right);
+    void CenterDrawing();
+
+  signals:
+    // A tool changed the circuit or the editor state (the Undo Erase button follows it).
+    void Edited();
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void PaintGrid(QPainter& painter) const;
+    void PaintWires(QPainter& painter) const;
+    void PaintDevices(QPainter& painter) const;
+    void PaintDrag(QPainter& painter) const;
+    void UpdateCursor();
+    void CancelDrag();
+
+    Workspace& workspace_;
+    EditorState& editor_;
+    Prompts* prompts_ = nullptr;
+    bool showGrid_ = true;
+    int coveredTop_ = 0;
+    int coveredRight_ = 0;
+    QPointF dragPointer_; // where a dragged device picture follows the pointer
+};
+
+} // namespace ampora::ui
