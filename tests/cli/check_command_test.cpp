@@ -1,24 +1,13 @@
-#include "cli/cli.h"
+#include "support/cli_run.h"
 #include "support/test_files.h"
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 namespace ampora {
 namespace {
 
-struct CliRun {
-    int code;
-    std::string out;
-    std::string err;
-};
-
-CliRun Cli(const std::vector<std::string>& args) {
-    std::ostringstream out, err;
-    const int code = cli::RunCli(args, out, err);
-    return CliRun{code, out.str(), err.str()};
-}
+using test::Cli;
+using test::CliRun;
 
 TEST(CliCheck, PrintsTheTablesOfAFileReadWhole) {
     test::TempDir dir;
