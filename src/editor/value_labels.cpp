@@ -25,14 +25,13 @@ std::string ValueLabelText(const Element& element, const std::string& typedText)
     return value + ValueUnit(element.Kind);
 }
 
-namespace {
-
-bool Overlaps(const LabelBox& box, float left, float top, float right, float bottom) {
-    return box.Left < right && left < box.Left + box.Width && box.Top < bottom &&
-           top < box.Top + box.Height;
+bool BoxesOverlap(const LabelBox& a, const LabelBox& b) {
+    return a.Left < b.Left + b.Width && b.Left < a.Left + a.Width && a.Top < b.Top + b.Height &&
+           b.Top < a.Top + a.Height;
 }
 
-bool IsFree(const Circuit& circuit, int slot, const LabelBox& box) {
+bool BoxIsFree(const Circuit& circuit, int ownSlot, const LabelBox& box,
+               const std::vector<LabelBox>& taken) {
     for (int w = 1; w <= circuit.NumWires; ++w) {
         const Wire& wire = circuit.Wires[w];
         if (wire.Used == 0) {
@@ -40,42 +39,54 @@ bool IsFree(const Circuit& circuit, int slot, const LabelBox& box) {
         }
         // Wires are painted 2 units past their ends and are a few units thick.
         const float left = std::min(wire.X1, wire.X2) - 3;
-        const float right = std::max(wire.X1, wire.X2) + 3;
         const float top = std::min(wire.Y1, wire.Y2) - 3;
-        const float bottom = std::max(wire.Y1, wire.Y2) + 3;
-        if (Overlaps(box, left, top, right, bottom)) {
+        const LabelBox band{left, top, std::max(wire.X1, wire.X2) + 3 - left,
+                            std::max(wire.Y1, wire.Y2) + 3 - top};
+        if (BoxesOverlap(box, band)) {
             return false;
         }
     }
     for (int e = 1; e <= circuit.NumElements; ++e) {
         const Element& other = circuit.Elements[e];
-        if (e != slot && other.Kind != kEmpty &&
-            Overlaps(box, other.X - 16, other.Y - 16, other.X + 16, other.Y + 16)) {
+        if (e != ownSlot && other.Kind != kEmpty &&
+            BoxesOverlap(box, LabelBox{other.X - 16, other.Y - 16, 32, 32})) {
             return false;
         }
     }
-    return true;
+    return std::none_of(taken.begin(), taken.end(),
+                        [&box](const LabelBox& other) { return BoxesOverlap(box, other); });
 }
 
-} // namespace
-
-LabelBox PlaceValueLabel(const Circuit& circuit, int slot, float width, float height) {
+LabelBox PlaceValueLabel(const Circuit& circuit, int slot, float width, float height,
+                         const std::vector<LabelBox>& taken) {
     const Element& e = circuit.Elements[slot];
     constexpr float kGap = 3;
-    std::array<LabelBox, 2> sides{};
+    std::array<LabelBox, 6> places{};
     if (IsVerticalKind(e.Kind)) {
-        sides[0] = LabelBox{e.X + 16 + kGap, e.Y - height / 2, width, height};
-        sides[1] = LabelBox{e.X - 16 - kGap - width, e.Y - height / 2, width, height};
+        const float right = e.X + 16 + kGap;
+        const float left = e.X - 16 - kGap - width;
+        places = {LabelBox{right, e.Y - height / 2, width, height},
+                  LabelBox{left, e.Y - height / 2, width, height},
+                  LabelBox{right, e.Y - 16, width, height},
+                  LabelBox{right, e.Y + 16 - height, width, height},
+                  LabelBox{left, e.Y - 16, width, height},
+                  LabelBox{left, e.Y + 16 - height, width, height}};
     } else {
-        sides[0] = LabelBox{e.X - width / 2, e.Y - 16 - kGap - height, width, height};
-        sides[1] = LabelBox{e.X - width / 2, e.Y + 16 + kGap, width, height};
+        const float above = e.Y - 16 - kGap - height;
+        const float below = e.Y + 16 + kGap;
+        places = {LabelBox{e.X - width / 2, above, width, height},
+                  LabelBox{e.X - width / 2, below, width, height},
+                  LabelBox{e.X - 16, above, width, height},
+                  LabelBox{e.X + 16 - width, above, width, height},
+                  LabelBox{e.X - 16, below, width, height},
+                  LabelBox{e.X + 16 - width, below, width, height}};
     }
-    for (const LabelBox& side : sides) {
-        if (IsFree(circuit, slot, side)) {
-            return side;
+    for (const LabelBox& place : places) {
+        if (BoxIsFree(circuit, slot, place, taken)) {
+            return place;
         }
     }
-    return sides[0];
+    return places[0];
 }
 
 } // namespace ampora

@@ -4,6 +4,7 @@
 #include "document/circuit.h"
 
 #include <string>
+#include <vector>
 
 namespace ampora {
 
@@ -19,8 +20,19 @@ struct LabelBox {
 };
 
 // Where a label of the given size goes beside device `slot`: above or below a horizontal
-// device, right or left of a vertical one, on the first side where it covers no wire and
-// no other device picture (the first side when every side is taken).
-LabelBox PlaceValueLabel(const Circuit& circuit, int slot, float width, float height);
+// device, right or left of a vertical one, on the first side where it covers no wire, no
+// other device picture and none of the `taken` boxes. A label too long for the middle of a
+// side slides along it to either end of the picture; the first side is used when every
+// place is taken.
+LabelBox PlaceValueLabel(const Circuit& circuit, int slot, float width, float height,
+                         const std::vector<LabelBox>& taken = {});
+
+// Whether two boxes share any area.
+bool BoxesOverlap(const LabelBox& a, const LabelBox& b);
+
+// Whether the box covers no live wire (as painted, a few units thick), no device picture
+// other than `ownSlot`'s and none of the `taken` boxes.
+bool BoxIsFree(const Circuit& circuit, int ownSlot, const LabelBox& box,
+               const std::vector<LabelBox>& taken);
 
 } // namespace ampora

@@ -6,6 +6,7 @@
 #include "editor/hit_tests.h"
 #include "editor/value_labels.h"
 #include "ui/device_pictures.h"
+#include "ui/diagram_painter.h"
 #include "ui/palette.h"
 
 #include <QFontMetricsF>
@@ -14,16 +15,6 @@
 #include <QPainter>
 
 namespace ampora::ui {
-
-namespace {
-
-QFont LabelFont() {
-    QFont font(QStringLiteral("Arial"));
-    font.setPointSizeF(9);
-    return font;
-}
-
-} // namespace
 
 Canvas::Canvas(Workspace& workspace, EditorState& editor, QWidget* parent)
     : QWidget(parent), workspace_(workspace), editor_(editor) {
@@ -56,9 +47,26 @@ void Canvas::paintEvent(QPaintEvent*) {
     if (workspace_.Step == 1 && showGrid_) {
         PaintGrid(painter);
     }
-    PaintWires(painter);
-    PaintDevices(painter);
+    const int step = workspace_.Step;
+    PaintDiagramOn(painter, workspace_, CurrentLabels(), DiagramLook{step != 1, step == 2});
     PaintDrag(painter);
+}
+
+DiagramLabels Canvas::CurrentLabels() const {
+    const Workspace& ws = workspace_;
+    if (ws.Step == 1) {
+        // While editing, a device shows its value as it was typed.
+        std::vector<std::string> texts(static_cast<std::size_t>(ws.circuit.NumElements) + 1);
+        for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
+            const Element& e = ws.circuit.Elements[slot];
+            if (e.Kind != kEmpty) {
+                texts[static_cast<std::size_t>(slot)] = ValueLabelText(e, editor_.ValueText[slot]);
+            }
+        }
+        return LayOutDiagram(ws, texts, false);
+    }
+    const int view = ws.Step == 3 ? ws.ViewMode : 0;
+    return LayOutDiagram(ws, ViewLabelTexts(ws, view, ws.preferences.SigFigs), true);
 }
 
 void Canvas::PaintGrid(QPainter& painter) const {
@@ -76,48 +84,6 @@ void Canvas::PaintGrid(QPainter& painter) const {
     painter.setPen(QPen(Qt::black, 1));
     painter.drawPoints(dots.constData(), static_cast<int>(dots.size()));
     painter.restore();
-}
-
-void Canvas::PaintWires(QPainter& painter) const {
-    painter.save();
-    painter.setPen(QPen(QBColor(9), 3, Qt::SolidLine, Qt::FlatCap));
-    const Circuit& circuit = workspace_.circuit;
-    for (int slot = 1; slot <= circuit.NumWires; ++slot) {
-        const Wire& w = circuit.Wires[slot];
-        if (w.Used == 0) {
-            continue;
-        }
-        // Two units past each end, so wires meeting at a corner join without a gap.
-        QLineF line(w.X1, w.Y1, w.X2, w.Y2);
-        if (line.length() > 0) {
-            const QPointF along = (line.p2() - line.p1()) / line.length() * 2;
-            line = QLineF(line.p1() - along, line.p2() + along);
-        }
-        painter.drawLine(line);
-    }
-    painter.restore();
-}
-
-void Canvas::PaintDevices(QPainter& painter) const {
-    const Circuit& circuit = workspace_.circuit;
-    painter.setFont(LabelFont());
-    const QFontMetricsF metrics(painter.font());
-    for (int slot = 1; slot <= circuit.NumElements; ++slot) {
-        const Element& e = circuit.Elements[slot];
-        if (e.Kind == kEmpty) {
-            continue;
-        }
-        PaintDevice(painter, e.Kind, QRectF(e.X - 16, e.Y - 16, 32, 32));
-        const QString text = QString::fromStdString(ValueLabelText(e, editor_.ValueText[slot]));
-        const LabelBox box =
-            PlaceValueLabel(circuit, slot, static_cast<float>(metrics.horizontalAdvance(text)),
-                            static_cast<float>(metrics.height()));
-        // On white, so that no grid dot runs into the text.
-        const QRectF area(box.Left, box.Top, box.Width + 1, box.Height);
-        painter.fillRect(area.adjusted(-3, 0, 2, 0), Qt::white);
-        painter.setPen(Qt::black);
-        painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter, text);
-    }
 }
 
 void Canvas::PaintDrag(QPainter& painter) const {
@@ -149,7 +115,18 @@ void Canvas::PaintDrag(QPainter& painter) const {
 }
 
 void Canvas::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || workspace_.Step != 1 || prompts_ == nullptr) {
+    if (event->button() != Qt::LeftButton) {
+        return;
+    }
+    if (workspace_.Step == 2) {
+        const int node = NodeLabelAt(CurrentLabels(), static_cast<float>(event->position().x()),
+                                     static_cast<float>(event->position().y()));
+        if (node != 0) {
+            emit NodeLabelClicked(node);
+        }
+        return;
+    }
+    if (workspace_.Step != 1 || prompts_ == nullptr) {
         return;
     }
     Circuit& circuit = workspace_.circuit;
@@ -198,6 +175,18 @@ void Canvas::mousePressEvent(QMouseEvent* event) {
 }
 
 void Canvas::mouseMoveEvent(QMouseEvent* event) {
+    if (workspace_.Step == 2) {
+        // A node's name is a button in step 2.
+        const bool overName =
+            NodeLabelAt(CurrentLabels(), static_cast<float>(event->position().x()),
+                        static_cast<float>(event->position().y())) != 0;
+        if (overName) {
+            setCursor(Qt::PointingHandCursor);
+        } else {
+            unsetCursor();
+        }
+        return;
+    }
     if (workspace_.Step != 1) {
         return;
     }

@@ -2,6 +2,8 @@
 // The drawing area of the main window: paints the grid, the wires, the device pictures and
 // their value labels, and turns mouse events into the editing tools in step 1.
 
+#include "editor/diagram_labels.h"
+
 #include <QWidget>
 
 namespace ampora {
@@ -25,10 +27,15 @@ class Canvas : public QWidget {
     // "Center the circuit" centres the drawing in what is left.
     void SetCoveredAreas(int top, int right);
     void CenterDrawing();
+    // The labels as they are drawn now: the value labels of the step and view, and from
+    // step 2 on the node names.
+    DiagramLabels CurrentLabels() const;
 
   signals:
     // A tool changed the circuit or the editor state (the Undo Erase button follows it).
     void Edited();
+    // In step 2 the user clicked the name label of node `slot`.
+    void NodeLabelClicked(int slot);
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -39,8 +46,6 @@ class Canvas : public QWidget {
 
   private:
     void PaintGrid(QPainter& painter) const;
-    void PaintWires(QPainter& painter) const;
-    void PaintDevices(QPainter& painter) const;
     void PaintDrag(QPainter& painter) const;
     void UpdateCursor();
     void CancelDrag();
