@@ -1,13 +1,19 @@
 #include "ui/main_window.h"
 
+#include "analysis/node_naming.h"
+#include "analysis/result_labels.h"
+#include "analysis/step_transitions.h"
 #include "document/circuit_edit.h"
 #include "document/document_commands.h"
 #include "document/workspace.h"
 #include "editor/editing_tools.h"
+#include "equations/counting_text.h"
 #include "settings/recent_files.h"
 #include "ui/about_box.h"
 #include "ui/canvas.h"
+#include "ui/equations_window.h"
 #include "ui/help_window.h"
+#include "ui/input_dialog.h"
 #include "ui/install_paths.h"
 #include "ui/qt_file_dialogs.h"
 #include "ui/qt_prompts.h"
@@ -15,9 +21,12 @@
 #include "ui/tool_icons.h"
 
 #include <QActionGroup>
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QFrame>
+#include <QGuiApplication>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
@@ -68,6 +77,29 @@ QLabel* WrappedLabel(const QString& text, QWidget* parent) {
     return label;
 }
 
+QLabel* StepCaption(const QString& text, QWidget* parent) {
+    QLabel* caption = WrappedLabel(text, parent);
+    QFont bold = caption->font();
+    bold.setBold(true);
+    caption->setFont(bold);
+    return caption;
+}
+
+QPushButton* StepButton(const char* caption, const char* name, const char* tip, QWidget* parent) {
+    auto* button = new QPushButton(QString::fromLatin1(caption), parent);
+    button->setObjectName(QString::fromLatin1(name));
+    button->setToolTip(QString::fromLatin1(tip));
+    return button;
+}
+
+// The report window belongs to the report; it is found by its name to be hidden with the
+// equations window.
+void HideReportWindow(QWidget* main) {
+    if (auto* report = main->findChild<QWidget*>(QStringLiteral("frmReport"))) {
+        report->hide();
+    }
+}
+
 } // namespace
 
 MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
@@ -91,6 +123,10 @@ MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
     store_ = ports.store != nullptr ? ports.store : ownStore_.get();
     canvas_->SetPrompts(prompts_);
 
+    // Panel 1 carries the step instructions and the power totals, panel 2 the hints.
+    stepStatus_ = new QLabel(this);
+    stepStatus_->setObjectName(QStringLiteral("StatusPanel1"));
+    statusBar()->addWidget(stepStatus_, 1);
     hint_ = new QLabel(this);
     hint_->setObjectName(QStringLiteral("StatusBar1"));
     statusBar()->addWidget(hint_, 1);
@@ -102,6 +138,8 @@ MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
     BuildInstructions();
     canvas_->installEventFilter(this);
     connect(canvas_, &Canvas::Edited, this, &MainWindow::SyncToolbar);
+    connect(canvas_, &Canvas::NodeLabelClicked, this, &MainWindow::NodeLabelClicked);
+    frmEquations_ = new EquationsWindow(workspace_, this);
 
     // Start-up: an untitled empty circuit in step 1, no tool, nothing to undo.
     workspace_.Step = 1;
@@ -114,6 +152,7 @@ MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
     frInstruct1_->setVisible(workspace_.preferences.ShowInstructions);
     chkInstructions_->setChecked(!workspace_.preferences.ShowInstructions);
     SyncToolbar();
+    EnterStepPanel();
     UpdateCaption();
 }
 
@@ -128,6 +167,14 @@ void MainWindow::UpdateCaption() {
 
 QString MainWindow::StatusText() const {
     return hint_->text();
+}
+
+QString MainWindow::StepStatusText() const {
+    return stepStatus_->text();
+}
+
+void MainWindow::SetStepStatus(const QString& text) {
+    stepStatus_->setText(text);
 }
 
 void MainWindow::SetHint(const QString& text) {
@@ -163,18 +210,184 @@ void MainWindow::BuildStepPanels() {
     auto* picToolBox = new QWidget(stepPanels_);
     picToolBox->setObjectName(QStringLiteral("picToolBox"));
     auto* layout = new QVBoxLayout(picToolBox);
-    QLabel* caption =
-        WrappedLabel(QStringLiteral("Step 1 - design or edit the circuit"), picToolBox);
-    QFont bold = caption->font();
-    bold.setBold(true);
-    caption->setFont(bold);
-    layout->addWidget(caption);
+    layout->addWidget(
+        StepCaption(QStringLiteral("Step 1 - design or edit the circuit"), picToolBox));
     layout->addStretch();
-    auto* cmdNext1 = new QPushButton(QStringLiteral("Next >"), picToolBox);
-    cmdNext1->setObjectName(QStringLiteral("cmdNext1"));
-    cmdNext1->setToolTip(QStringLiteral("Proceed to node naming step"));
+    QPushButton* cmdNext1 =
+        StepButton("Next >", "cmdNext1", "Proceed to node naming step", picToolBox);
     layout->addWidget(cmdNext1);
+    connect(cmdNext1, &QPushButton::clicked, this, &MainWindow::cmdNext1_Click);
     stepPanels_->addWidget(picToolBox);
+
+    auto* picStep2 = new QWidget(stepPanels_);
+    picStep2->setObjectName(QStringLiteral("picStep2"));
+    layout = new QVBoxLayout(picStep2);
+    layout->addWidget(StepCaption(
+        QStringLiteral("Step 2 - name the nodes, name the reference node \"0\", choose options"),
+        picStep2));
+    QPushButton* autoName =
+        StepButton("AutoName", "cmdAutoName1", "Let program name the node voltages", picStep2);
+    QPushButton* clearNames =
+        StepButton("Clear Names", "cmdAutoName2", "Clear node voltage names", picStep2);
+    layout->addWidget(autoName);
+    layout->addWidget(clearNames);
+    layout->addStretch();
+    auto* moves = new QHBoxLayout;
+    QPushButton* cmdPrev2 =
+        StepButton("< Prev", "cmdPrev2", "Back to circuit design step", picStep2);
+    QPushButton* cmdNext2 =
+        StepButton("Next >", "cmdNext2", "Proceed to view results step", picStep2);
+    moves->addWidget(cmdPrev2);
+    moves->addWidget(cmdNext2);
+    layout->addLayout(moves);
+    connect(autoName, &QPushButton::clicked, this, [this] { cmdAutoName_Click(1); });
+    connect(clearNames, &QPushButton::clicked, this, [this] { cmdAutoName_Click(2); });
+    connect(cmdPrev2, &QPushButton::clicked, this, &MainWindow::cmdPrev2_Click);
+    connect(cmdNext2, &QPushButton::clicked, this, &MainWindow::cmdNext2_Click);
+    stepPanels_->addWidget(picStep2);
+
+    auto* picStep3 = new QWidget(stepPanels_);
+    picStep3->setObjectName(QStringLiteral("picStep3"));
+    layout = new QVBoxLayout(picStep3);
+    layout->addWidget(StepCaption(QStringLiteral("Step 3- view the results"), picStep3));
+    struct View {
+        const char* caption;
+        const char* name;
+        const char* tip;
+    };
+    const View views[] = {
+        {"Circuit", "cmdViewCircuit", "Show component values"},
+        {"Current", "cmdViewCurrent", "Show currents in circuit diagram"},
+        {"Voltage", "cmdViewVoltage", "Show voltages in circuit diagram"},
+        {"Power", "cmdViewPower", "Show power in circuit diagram"},
+    };
+    // The pressed button shows which view the diagram is in.
+    viewButtons_ = new QButtonGroup(picStep3);
+    for (int mode = 0; mode < 4; ++mode) {
+        const View& view = views[mode];
+        QPushButton* button = StepButton(view.caption, view.name, view.tip, picStep3);
+        button->setCheckable(true);
+        viewButtons_->addButton(button, mode);
+        layout->addWidget(button);
+        connect(button, &QPushButton::clicked, this, [this, mode] { ViewButtonClicked(mode); });
+    }
+    layout->addStretch();
+    QPushButton* cmdPrev3 = StepButton("< Prev", "cmdPrev3", "Back to node naming step", picStep3);
+    layout->addWidget(cmdPrev3);
+    connect(cmdPrev3, &QPushButton::clicked, this, &MainWindow::cmdPrev3_Click);
+    stepPanels_->addWidget(picStep3);
+}
+
+// ---- the three steps ----
+
+void MainWindow::EnterStepPanel() {
+    const int step = std::clamp<int>(workspace_.Step, 1, 3);
+    stepPanels_->setCurrentIndex(step - 1);
+    // The tools edit the circuit, which only step 1 may change.
+    toolbar_->setEnabled(step == 1);
+    mnuFilePrint_->setEnabled(step == 3);
+    if (QAbstractButton* view = viewButtons_->button(workspace_.ViewMode)) {
+        view->setChecked(true);
+    }
+}
+
+void MainWindow::cmdNext1_Click() {
+    const TransitionResult result = LeaveStep1(workspace_, *prompts_);
+    if (result == TransitionResult::Entered) {
+        // No tool stays selected.
+        editor_.CurrentTool = kNoTool;
+        canvas_->unsetCursor();
+        SyncToolbar();
+        EnterStepPanel();
+        SetStepStatus(QString::fromLatin1(kStep2EntryStatus));
+    }
+    canvas_->update(); // the wire clean-up shows even when the circuit is refused
+}
+
+void MainWindow::cmdPrev2_Click() {
+    BackToStep1(workspace_);
+    EnterStepPanel();
+    SetStepStatus(QString::fromLatin1(kStep1Status));
+    canvas_->update();
+}
+
+void MainWindow::cmdNext2_Click() {
+    if (LeaveStep2(workspace_, *prompts_) != TransitionResult::Entered) {
+        canvas_->update(); // names may have been put in order, nothing else changed
+        return;
+    }
+    EnterStepPanel();
+    SetStepStatus(QString::fromLatin1(kStep3Status));
+    frmEquations_->Rebuild();
+    frmEquations_->show();
+    canvas_->update();
+}
+
+void MainWindow::cmdPrev3_Click() {
+    BackToStep2(workspace_);
+    frmEquations_->hide();
+    HideReportWindow(this);
+    EnterStepPanel();
+    SetStepStatus(QString::fromLatin1(kStep2ReturnStatus));
+    canvas_->update();
+}
+
+void MainWindow::cmdAutoName_Click(int index) {
+    if (workspace_.Step != 2) {
+        return;
+    }
+    if (index == 1) {
+        AutoName(workspace_, *prompts_);
+    } else {
+        ClearNames(workspace_.circuit);
+    }
+    canvas_->update();
+}
+
+void MainWindow::NodeLabelClicked(int slot) {
+    const DiagramLabels labels = canvas_->CurrentLabels();
+    if (workspace_.Step != 2 || slot < 1 || static_cast<std::size_t>(slot) >= labels.Nodes.size()) {
+        return;
+    }
+    const LabelBox box = labels.Nodes[static_cast<std::size_t>(slot)].Box;
+    // The dialog opens beside the label, on the side with room for it, so the name it asks
+    // about stays in sight.
+    InputDialog probe(this, QString::fromLatin1(kRenamePrompt),
+                      QString::fromStdString(workspace_.circuit.NodeLabels[slot].Name));
+    probe.adjustSize();
+    constexpr float kGap = 12;
+    float left = box.Left + box.Width + kGap;
+    const QPoint right = canvas_->mapToGlobal(QPointF(left, box.Top)).toPoint();
+    const QScreen* where = screen();
+    if (where != nullptr && right.x() + probe.width() > where->availableGeometry().right()) {
+        left = box.Left - kGap - static_cast<float>(probe.width());
+    }
+    if (RenameNode(workspace_, *prompts_, slot, left, box.Top - 8)) {
+        canvas_->update();
+    }
+}
+
+void MainWindow::ViewButtonClicked(int viewMode) {
+    if (workspace_.Step != 3) {
+        return;
+    }
+    workspace_.ViewMode = static_cast<std::int16_t>(viewMode);
+    SetHint(QString::fromStdString(ViewButtonStatusText(viewMode)));
+    WriteResultLabels();
+    EnterStepPanel();
+}
+
+void MainWindow::WriteResultLabels() {
+    WriteLabels(workspace_, workspace_.preferences.SigFigs);
+    SetStepStatus(
+        QString::fromStdString(ResultsStatusText(workspace_, workspace_.preferences.SigFigs)));
+    canvas_->update();
+}
+
+void MainWindow::ShowReport() {
+    if (workspace_.Step == 3) {
+        emit ReportRequested();
+    }
 }
 
 void MainWindow::BuildInstructions() {
@@ -294,7 +507,8 @@ void MainWindow::BuildMenus() {
     add(mnuFile, "Save the circuit &as ...", "mnuFileSaveAs",
         QKeySequence(QStringLiteral("Ctrl+Shift+S")), &MainWindow::FileSaveAsClicked);
     // The report is made from the results of step 3.
-    mnuFilePrint_ = add(mnuFile, "&Print report", "mnuFilePrint", QKeySequence(), nullptr);
+    mnuFilePrint_ =
+        add(mnuFile, "&Print report", "mnuFilePrint", QKeySequence(), &MainWindow::ShowReport);
     mnuFilePrint_->setEnabled(false);
     mnuRecentFile_[0] = mnuFile->addSeparator();
     mnuRecentFile_[0]->setObjectName(QStringLiteral("mnuRecentFile0"));
@@ -400,6 +614,12 @@ void MainWindow::mnuSF_Click(int index) {
     workspace_.preferences.SigFigs = static_cast<std::int16_t>(index);
     mnuSF_[static_cast<std::size_t>(index)]->setChecked(true);
     SetHint(QString());
+    if (workspace_.Step == 3) {
+        // Caption 4 of a single unknown quotes its value.
+        workspace_.equations.EqnText = ChooseEqnText(workspace_, index);
+        frmEquations_->Rebuild();
+        WriteResultLabels();
+    }
 }
 
 void MainWindow::mnuF_Click(int index) {
@@ -409,6 +629,9 @@ void MainWindow::mnuF_Click(int index) {
     workspace_.preferences.FontIndex = static_cast<std::int16_t>(index);
     mnuF_[static_cast<std::size_t>(index)]->setChecked(true);
     SetHint(QString());
+    if (workspace_.Step == 3) {
+        frmEquations_->Rebuild();
+    }
 }
 
 void MainWindow::mnuAName_Click(int index) {
@@ -448,7 +671,10 @@ void MainWindow::AfterCommand(const CommandResult& result) {
         ResetEditor(editor_, result.undoAvailable);
         canvas_->unsetCursor();
         SetHint(QString::fromLatin1(kToolButtons[kWireTool].hint));
-        stepPanels_->setCurrentIndex(0);
+        SetStepStatus(QString());
+        frmEquations_->hide();
+        HideReportWindow(this);
+        EnterStepPanel();
     }
     if (result.fileRead) {
         // The labels of a file's devices show their stored values.
@@ -516,19 +742,28 @@ ScreenSize MainWindow::ScreenInTwips() const {
                       static_cast<float>(size.height() * tpp)};
 }
 
-WindowGeometry MainWindow::CurrentGeometry() const {
-    if (isMinimized()) {
+WindowGeometry MainWindow::GeometryOf(const QWidget* window) const {
+    if (window->isMinimized()) {
         return WindowGeometry{}; // too small to keep: the default layout is saved instead
     }
     const double tpp = TwipsPerPixel();
-    return WindowGeometry{static_cast<float>(width() * tpp), static_cast<float>(height() * tpp),
-                          static_cast<float>(pos().x() * tpp), static_cast<float>(pos().y() * tpp)};
+    return WindowGeometry{
+        static_cast<float>(window->width() * tpp), static_cast<float>(window->height() * tpp),
+        static_cast<float>(window->pos().x() * tpp), static_cast<float>(window->pos().y() * tpp)};
+}
+
+WindowGeometry MainWindow::CurrentGeometry() const {
+    return GeometryOf(this);
+}
+
+void MainWindow::ApplyGeometryTo(QWidget* window, const WindowGeometry& g) {
+    const double tpp = TwipsPerPixel();
+    window->resize(static_cast<int>(g.Width / tpp + 0.5), static_cast<int>(g.Height / tpp + 0.5));
+    window->move(static_cast<int>(g.Left / tpp + 0.5), static_cast<int>(g.Top / tpp + 0.5));
 }
 
 void MainWindow::ApplyGeometry(const WindowGeometry& g) {
-    const double tpp = TwipsPerPixel();
-    resize(static_cast<int>(g.Width / tpp + 0.5), static_cast<int>(g.Height / tpp + 0.5));
-    move(static_cast<int>(g.Left / tpp + 0.5), static_cast<int>(g.Top / tpp + 0.5));
+    ApplyGeometryTo(this, g);
 }
 
 void MainWindow::SetDefaultFormSize() {
@@ -539,7 +774,7 @@ void MainWindow::SetDefaultFormSize() {
     const WindowGeometry main = DefaultMainGeometry(
         ScreenInTwips(), static_cast<float>(width() * tpp), static_cast<float>(height() * tpp));
     ApplyGeometry(main);
-    equationsGeometry_ = DefaultEquationsGeometry(main);
+    ApplyGeometryTo(frmEquations_, DefaultEquationsGeometry(main));
 }
 
 void MainWindow::LoadRegSettings() {
@@ -549,7 +784,7 @@ void MainWindow::LoadRegSettings() {
     mnuAName_Click(stored.preferences.AutoNamePattern);
     if (stored.UseStoredGeometry) {
         ApplyGeometry(stored.Main);
-        equationsGeometry_ = stored.Equations;
+        ApplyGeometryTo(frmEquations_, stored.Equations);
     } else {
         SetDefaultFormSize();
     }
@@ -557,8 +792,8 @@ void MainWindow::LoadRegSettings() {
 }
 
 void MainWindow::SaveRegSettings() {
-    ampora::SaveRegSettings(*store_, workspace_.preferences, CurrentGeometry(), equationsGeometry_,
-                            ScreenInTwips());
+    ampora::SaveRegSettings(*store_, workspace_.preferences, CurrentGeometry(),
+                            GeometryOf(frmEquations_), ScreenInTwips());
 }
 
 } // namespace ampora::ui

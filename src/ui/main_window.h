@@ -10,6 +10,7 @@
 #include <memory>
 
 class QAction;
+class QButtonGroup;
 class QActionGroup;
 class QCheckBox;
 class QFrame;
@@ -31,6 +32,7 @@ struct CommandResult;
 namespace ampora::ui {
 
 class Canvas;
+class EquationsWindow;
 
 // What the window talks to outside itself; any left null gets its Qt implementation
 // (message boxes, file dialogs, QSettings). Tests hand in their own.
@@ -60,7 +62,17 @@ class MainWindow : public QMainWindow {
 
     Canvas* canvas() const { return canvas_; }
     EditorState& editor() { return editor_; }
+    EquationsWindow* equationsWindow() const { return frmEquations_; }
+    // The hint panel (tools, menus, view buttons) and the step panel of the status bar.
     QString StatusText() const;
+    QString StepStatusText() const;
+
+  public slots:
+    // "Print report": the report is built from the results of step 3.
+    void ShowReport();
+
+  signals:
+    void ReportRequested();
 
   protected:
     bool event(QEvent* event) override;
@@ -96,6 +108,21 @@ class MainWindow : public QMainWindow {
     void FileSaveAsClicked();
     void OptionsAboutToShow();
 
+    void cmdNext1_Click();
+    void cmdPrev2_Click();
+    void cmdNext2_Click();
+    void cmdPrev3_Click();
+    void cmdAutoName_Click(int index);
+    void ViewButtonClicked(int viewMode);
+    void NodeLabelClicked(int slot);
+    // Shows the panel, tools and menus of the workspace's step.
+    void EnterStepPanel();
+    void SetStepStatus(const QString& text);
+    // The labels of step 3 and the power totals, after a view or a preference changed.
+    void WriteResultLabels();
+    WindowGeometry GeometryOf(const QWidget* window) const;
+    void ApplyGeometryTo(QWidget* window, const WindowGeometry& geometry);
+
     Workspace& workspace_;
     EditorState editor_;
     std::unique_ptr<Prompts> ownPrompts_;
@@ -104,16 +131,17 @@ class MainWindow : public QMainWindow {
     Prompts* prompts_;
     FileDialogs* dialogs_;
     SettingsStore* store_;
-    // Kept for the equations window: read at start, written back at exit.
-    WindowGeometry equationsGeometry_;
+    EquationsWindow* frmEquations_ = nullptr;
 
     Canvas* canvas_ = nullptr;
     QToolBar* toolbar_ = nullptr;
     std::array<QAction*, 9> toolActions_{}; // 1..8
     QStackedWidget* stepPanels_ = nullptr;
+    QButtonGroup* viewButtons_ = nullptr; // ids are the view modes 0..3
     QFrame* frInstruct1_ = nullptr;
     QCheckBox* chkInstructions_ = nullptr;
     QLabel* hint_ = nullptr;
+    QLabel* stepStatus_ = nullptr;
     QAction* mnuDrawGrid_ = nullptr;
     QAction* mnuCenter_ = nullptr;
     QAction* mnuFilePrint_ = nullptr;

@@ -1,0 +1,59 @@
+#include "ui/equation_pictures.h"
+
+#include "document/workspace.h"
+#include "equations/equation_drawing.h"
+#include "report/markup_state.h"
+#include "report/style_codes.h"
+#include "ui/painter_surface.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace ampora::ui {
+
+namespace {
+
+constexpr int kMargin = 6;
+// Room enough for the widest equation twenty unknowns can make.
+constexpr int kDraftWidth = 4000;
+
+} // namespace
+
+QImage RenderEquationPicture(const std::vector<std::string>& equations, int fontIndex) {
+    if (equations.empty()) {
+        return QImage();
+    }
+    MarkupState state;
+    state.FontIndex = static_cast<std::int16_t>(std::clamp(fontIndex, 1, kFontSetCount));
+    const float line = CurrentFontSet(state).LineStep;
+    // A stacked fraction is about three lines tall; the draft is cropped afterwards.
+    const int draftHeight =
+        static_cast<int>(std::ceil(line * 4 * static_cast<float>(equations.size()))) + 2 * kMargin;
+    QImage image(kDraftWidth, draftHeight, QImage::Format_RGB32);
+    float widest = 0;
+    float bottom = 0;
+    {
+        PainterSurface surface(image);
+        surface.Clear();
+        SetNormalStyle(surface, state);
+        surface.SetCurrentY(kMargin);
+        for (const std::string& equation : equations) {
+            surface.SetCurrentX(kMargin);
+            const EquationExtent extent = DrawEquation(surface, state, equation);
+            widest = std::max(widest, extent.Width);
+            bottom = surface.CurrentY();
+            // A blank line between equations, as two line feeds would leave.
+            surface.SetCurrentY(surface.CurrentY() + line);
+        }
+    }
+    const int width = std::min(kDraftWidth, static_cast<int>(std::ceil(widest)) + 2 * kMargin);
+    const int height = std::min(draftHeight, static_cast<int>(std::ceil(bottom)) + kMargin);
+    return image.copy(0, 0, width, height);
+}
+
+QImage EquationPicture(const Workspace& ws, int which) {
+    return RenderEquationPicture(which == 1 ? ws.equations.FirstWritten : ws.equations.Collected,
+                                 ws.preferences.FontIndex);
+}
+
+} // namespace ampora::ui

@@ -1,0 +1,23 @@
+#pragma once
+// The pictures of the equations tab: every equation of a list set one under another as a
+// textbook prints it, in one of the four font sets. The report copies the same pictures.
+
+#include <QImage>
+#include <string>
+#include <vector>
+
+namespace ampora {
+struct Workspace;
+}
+
+namespace ampora::ui {
+
+// One equation under another, a blank line between them, on white, cropped to what was drawn
+// with a small margin. No equations give a null image.
+QImage RenderEquationPicture(const std::vector<std::string>& equations, int fontIndex);
+
+// Picture 1 holds the equations as first written, picture 2 the collected ones, in the
+// workspace's font set.
+QImage EquationPicture(const Workspace& ws, int which);
+
+} // namespace ampora::ui

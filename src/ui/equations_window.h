@@ -1,0 +1,53 @@
+#pragma once
+// The equations window: a tab with the prose that counts unknowns and equations, and a tab
+// that sets out the equations, the augmented matrix, its reduced form and the solutions.
+
+#include <QImage>
+#include <QWidget>
+#include <array>
+
+class QLabel;
+class QPlainTextEdit;
+class QTabWidget;
+class QTableWidget;
+
+namespace ampora {
+struct Workspace;
+}
+
+namespace ampora::ui {
+
+class EquationsWindow : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit EquationsWindow(const Workspace& workspace, QWidget* parent = nullptr);
+
+    // Fills both tabs from the workspace: after "Next >" on step 2, and again whenever the
+    // significant figures or the font set change.
+    void Rebuild();
+
+    // The two pictures as last drawn: 1 the equations as first written, 2 collected.
+    QImage Picture(int which) const;
+
+  private:
+    QLabel* Caption(int index) const;
+    void FillGrid(QTableWidget* grid, bool reduced);
+    void FillSolutions();
+    void ShowPicture(QLabel* label, const QImage& image);
+
+    const Workspace& workspace_;
+    QTabWidget* tabs_ = nullptr;
+    QPlainTextEdit* txtCounting_ = nullptr;
+    std::array<QLabel*, 8> captions_{}; // 1..7; 2 stays unused
+    QLabel* picEquations1_ = nullptr;
+    QLabel* picEquations2_ = nullptr;
+    QTableWidget* grdMatrix_ = nullptr;
+    QTableWidget* grdRREF_ = nullptr;
+    QTableWidget* grdSolutions_ = nullptr;
+    QLabel* lblBatteryCurrents_ = nullptr;
+    QImage picture1_;
+    QImage picture2_;
+};
+
+} // namespace ampora::ui
