@@ -95,6 +95,9 @@ EquationsWindow::EquationsWindow(const Workspace& workspace, QWidget* parent)
         label->setObjectName(QStringLiteral("lblEqnText%1").arg(index));
         label->setWordWrap(true);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        // A caption wraps to the window instead of widening the page.
+        label->setMinimumWidth(200);
+        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
         column->addWidget(label);
         captions_[static_cast<std::size_t>(index)] = label;
     };

@@ -126,7 +126,7 @@ MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
     // Panel 1 carries the step instructions and the power totals, panel 2 the hints.
     stepStatus_ = new QLabel(this);
     stepStatus_->setObjectName(QStringLiteral("StatusPanel1"));
-    statusBar()->addWidget(stepStatus_, 1);
+    statusBar()->addWidget(stepStatus_);
     hint_ = new QLabel(this);
     hint_->setObjectName(QStringLiteral("StatusBar1"));
     statusBar()->addWidget(hint_, 1);
@@ -175,6 +175,8 @@ QString MainWindow::StepStatusText() const {
 
 void MainWindow::SetStepStatus(const QString& text) {
     stepStatus_->setText(text);
+    // The instructions and the power totals are read whole; the hint panel gives way.
+    stepStatus_->setMinimumWidth(stepStatus_->fontMetrics().horizontalAdvance(text) + 8);
 }
 
 void MainWindow::SetHint(const QString& text) {
@@ -300,6 +302,7 @@ void MainWindow::cmdNext1_Click() {
         SyncToolbar();
         EnterStepPanel();
         SetStepStatus(QString::fromLatin1(kStep2EntryStatus));
+        SetHint(QString());
     }
     canvas_->update(); // the wire clean-up shows even when the circuit is refused
 }
@@ -308,6 +311,7 @@ void MainWindow::cmdPrev2_Click() {
     BackToStep1(workspace_);
     EnterStepPanel();
     SetStepStatus(QString::fromLatin1(kStep1Status));
+    SetHint(QString()); // the hint of what was pointed at before belongs to the old step
     canvas_->update();
 }
 
@@ -318,6 +322,7 @@ void MainWindow::cmdNext2_Click() {
     }
     EnterStepPanel();
     SetStepStatus(QString::fromLatin1(kStep3Status));
+    SetHint(QString());
     frmEquations_->Rebuild();
     frmEquations_->show();
     canvas_->update();
@@ -329,6 +334,7 @@ void MainWindow::cmdPrev3_Click() {
     HideReportWindow(this);
     EnterStepPanel();
     SetStepStatus(QString::fromLatin1(kStep2ReturnStatus));
+    SetHint(QString());
     canvas_->update();
 }
 

@@ -100,12 +100,15 @@ struct Session {
     void Shoot(const QString& name) const {
         const QByteArray dir = qgetenv("AMPORA_SCREENSHOT_DIR");
         if (!dir.isEmpty()) {
+            QCoreApplication::processEvents(); // the status bar lays out its panels again
             window->grab().save(QString::fromLocal8Bit(dir) + "/" + name + ".png");
         }
     }
     void ShootEquations(const QString& name) const {
         const QByteArray dir = qgetenv("AMPORA_SCREENSHOT_DIR");
         if (!dir.isEmpty()) {
+            // Tall enough to show the whole tab at once.
+            Equations()->resize(720, 1100);
             Equations()->grab().save(QString::fromLocal8Bit(dir) + "/" + name + ".png");
         }
     }
@@ -410,24 +413,26 @@ class AnalysisStepsTest : public QObject {
         const QRect label =
             QRect(s.window->canvas()->mapToGlobal(QPoint(int(box.Left), int(box.Top))),
                   QSize(int(box.Width), int(box.Height)));
-        QRect dialogAt;
-        // Record where the dialog stands, then type the new name.
-        QTimer::singleShot(0, [&] {
-            QTimer* poll = new QTimer(s.window.get());
-            QObject::connect(poll, &QTimer::timeout, [&, poll] {
-                if (QWidget* dialog = QApplication::activeModalWidget()) {
-                    dialogAt = dialog->frameGeometry();
-                    poll->stop();
+        // Where the input dialog stands when it shows.
+        struct ShowWatcher : QObject {
+            QRect at;
+            bool eventFilter(QObject* watched, QEvent* event) override {
+                if (event->type() == QEvent::Show &&
+                    watched->objectName() == QStringLiteral("CustomInputBox")) {
+                    at = static_cast<QWidget*>(watched)->frameGeometry();
                 }
-            });
-            poll->start(2);
-        });
+                return false;
+            }
+        } watcher;
+        qApp->installEventFilter(&watcher);
         answers.Type(QStringLiteral("Vout"));
         const QPoint centre(int(box.Left + box.Width / 2), int(box.Top + box.Height / 2));
         QTest::mouseClick(s.window->canvas(), Qt::LeftButton, {}, centre);
         QVERIFY(answers.Idle());
         QCOMPARE(answers.seen.value(0).left(15), QStringLiteral("Enter new name:"));
         QCOMPARE(s.NodeNames().value(1), QStringLiteral("Vout"));
+        qApp->removeEventFilter(&watcher);
+        const QRect dialogAt = watcher.at;
         QVERIFY(!dialogAt.isNull());
         QVERIFY2(!dialogAt.intersects(label), qPrintable(QStringLiteral("dialog %1,%2 label %3,%4")
                                                              .arg(dialogAt.x())
