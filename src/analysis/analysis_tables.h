@@ -2,11 +2,13 @@
 // What the analysis finds in the drawn circuit: loose ends, traced chains, the
 // node order of the last name check and the augmented matrix.
 
+#include "analysis/wire_geometry.h"
 #include "document/slots.h"
 
 #include <array>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace ampora {
 
@@ -35,6 +37,14 @@ struct Branch {
     double Current = kUnknownCurrent;
 };
 
+// A chain's points as traced, kept beside its Path so that the analysis need not read the
+// text back for every question. They stand for the chain only while its Path is still the
+// text they were traced with; Path is empty here when the points could not stand for it.
+struct TracedPath {
+    std::string Path;
+    std::vector<Point> Points;
+};
+
 struct Topology {
     Slots<LooseEnd, kMaxLooseEnds> LooseEnds;
     std::int16_t NumLooseEnds = 0;
@@ -44,6 +54,7 @@ struct Topology {
     std::int16_t NumLooseBranches = 0; // from a loose end
     std::int16_t NumLoops = 0;         // closed loops touching no node
     std::int16_t NumCurrents = 0;      // named chain currents
+    Slots<TracedPath, kMaxChains> Traced;
 };
 
 struct NodeNaming {

@@ -24,11 +24,10 @@ void AddDevice(const Element& element, Travel travel, Branch& chain) {
     }
 }
 
-void SumChain(const Circuit& circuit, Branch& chain) {
+void SumChain(const Circuit& circuit, const std::vector<Point>& points, Branch& chain) {
     chain.Resistance = 0;
     chain.EMF = 0;
     chain.SourceCurrent = 0;
-    const std::vector<Point> points = PathPoints(chain.Path);
     for (std::size_t k = 1; k < points.size(); ++k) {
         const Point from = points[k - 1];
         const Point to = points[k];
@@ -46,9 +45,10 @@ void SumChain(const Circuit& circuit, Branch& chain) {
 
 void SumBranches(const Circuit& circuit, Topology& topology) {
     topology.NumCurrents = 0;
+    ChainPoints points(topology);
     for (int b = 1; b <= topology.NumBranches; ++b) {
         Branch& chain = topology.Branches[b];
-        SumChain(circuit, chain);
+        SumChain(circuit, points[b], chain);
         chain.CurrentName.clear();
         if (chain.Resistance != 0 || chain.SourceCurrent != 0) {
             continue;
@@ -57,7 +57,7 @@ void SumBranches(const Circuit& circuit, Topology& topology) {
         // shared with its twin, the same chain traced from the other end.
         for (int earlier = 1; earlier < b; ++earlier) {
             const Branch& twin = topology.Branches[earlier];
-            if (IsReversedPath(twin.Path, chain.Path)) {
+            if (IsReversedPath(points[earlier], points[b])) {
                 chain.CurrentName = "-" + twin.CurrentName;
                 break;
             }

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <stdexcept>
+#include <vector>
 
 namespace ampora {
 
@@ -54,6 +55,7 @@ bool LiesOnWire(const Wire& wire, Point point) {
 
 struct Trace {
     std::string Path;
+    std::vector<Point> Points; // the same, as numbers
     Point End;
 };
 
@@ -67,6 +69,7 @@ class Tracer {
     Trace Walk(Point start, int wire, bool stopAtNodes, bool stopAtStart) {
         Trace trace;
         AppendPathPoint(trace.Path, start);
+        trace.Points.push_back(start);
         Point point = Step(trace, wire, start);
         int current = wire;
         // No chain can hold more wires than the table; a longer walk means tables that no
@@ -98,6 +101,7 @@ class Tracer {
         walked.Used = 0;
         const Point to = FarEnd(walked, from);
         AppendPathPoint(trace.Path, to);
+        trace.Points.push_back(to);
         return to;
     }
 
@@ -105,14 +109,15 @@ class Tracer {
 };
 
 void Record(Topology& topology, std::int16_t& kindCount, std::int16_t startNode,
-            std::int16_t endNode, std::string path) {
+            std::int16_t endNode, Trace& trace) {
     const int slot = NumChains(topology) + 1;
     Branch& chain = topology.Branches[slot]; // throws past the 40 chain slots
     chain = Branch{};
     ++kindCount;
     chain.StartNode = startNode;
     chain.EndNode = endNode;
-    chain.Path = std::move(path);
+    chain.Path = std::move(trace.Path);
+    KeepTracedPoints(topology, slot, trace.Points);
 }
 
 void TraceAll(Circuit& circuit, Topology& topology) {
@@ -128,10 +133,9 @@ void TraceAll(Circuit& circuit, Topology& topology) {
             const auto reached = static_cast<std::int16_t>(NodeAt(circuit, trace.End));
             if (reached != 0) {
                 Record(topology, topology.NumBranches, static_cast<std::int16_t>(n), reached,
-                       std::move(trace.Path));
+                       trace);
             } else {
-                Record(topology, topology.NumStubs, static_cast<std::int16_t>(n), 0,
-                       std::move(trace.Path));
+                Record(topology, topology.NumStubs, static_cast<std::int16_t>(n), 0, trace);
             }
         }
     }
@@ -149,8 +153,7 @@ void TraceAll(Circuit& circuit, Topology& topology) {
         }
         Trace trace = tracer.Walk(at, wire, true, false);
         Record(topology, topology.NumLooseBranches,
-               static_cast<std::int16_t>(-(topology.NumLooseBranches + 1)), 0,
-               std::move(trace.Path));
+               static_cast<std::int16_t>(-(topology.NumLooseBranches + 1)), 0, trace);
     }
 
     for (int slot = 1; slot <= circuit.NumWires; ++slot) {
@@ -160,7 +163,7 @@ void TraceAll(Circuit& circuit, Topology& topology) {
         }
         Trace trace = tracer.Walk(FirstEnd(wire), slot, false, true);
         Record(topology, topology.NumLoops, static_cast<std::int16_t>(-(topology.NumLoops + 1)), 0,
-               std::move(trace.Path));
+               trace);
     }
 }
 

@@ -8,10 +8,10 @@
 
 namespace ampora {
 
-ChainPlacement FindChainOf(const Topology& topology, float x, float y) {
+ChainPlacement FindChainOf(const Topology& topology, ChainPoints& chains, float x, float y) {
     const Point centre{x, y};
     for (int b = 1; b <= topology.NumBranches; ++b) {
-        const std::vector<Point> points = PathPoints(topology.Branches[b].Path);
+        const std::vector<Point>& points = chains[b];
         for (std::size_t k = 1; k < points.size(); ++k) {
             if (LiesStrictlyInside(centre, points[k - 1], points[k])) {
                 return ChainPlacement{b, TravelAlong(points[k - 1], points[k])};
@@ -19,6 +19,28 @@ ChainPlacement FindChainOf(const Topology& topology, float x, float y) {
         }
     }
     return ChainPlacement{};
+}
+
+namespace {
+
+void SetChainCurrent(Topology& topology, ChainPoints& chains, int signedChain, double current) {
+    Branch& chain = topology.Branches[std::abs(signedChain)];
+    const bool alongTravel = (current > 0 && signedChain > 0) || (current < 0 && signedChain < 0);
+    chain.Current = alongTravel ? std::fabs(current) : -std::fabs(current);
+    for (int b = 1; b <= topology.NumBranches; ++b) {
+        const std::vector<Point>& twin = chains[b];
+        if (IsReversedPath(twin, chains[std::abs(signedChain)])) {
+            topology.Branches[b].Current = -chain.Current;
+            break;
+        }
+    }
+}
+
+} // namespace
+
+ChainPlacement FindChainOf(const Topology& topology, float x, float y) {
+    ChainPoints chains(topology);
+    return FindChainOf(topology, chains, x, y);
 }
 
 void ComputeCurrents(Circuit& circuit, Topology& topology) {
@@ -29,12 +51,13 @@ void ComputeCurrents(Circuit& circuit, Topology& topology) {
         circuit.Elements[slot].Current = kUnknownCurrent;
         circuit.Elements[slot].Branch = 0;
     }
+    ChainPoints chains(topology);
     for (int slot = 1; slot <= circuit.NumElements; ++slot) {
         Element& element = circuit.Elements[slot];
         if (element.Kind == kEmpty) {
             continue;
         }
-        const ChainPlacement placement = FindChainOf(topology, element.X, element.Y);
+        const ChainPlacement placement = FindChainOf(topology, chains, element.X, element.Y);
         if (placement.chain == 0) {
             continue;
         }
@@ -53,21 +76,13 @@ void ComputeCurrents(Circuit& circuit, Topology& topology) {
         const int sign = TravelIsScreenPositive(placement.travel) ? 1 : -1;
         element.Current = sign * current;
         element.Branch = static_cast<std::int16_t>(sign * placement.chain);
-        SetChainCurrent(topology, element.Branch, element.Current);
+        SetChainCurrent(topology, chains, element.Branch, element.Current);
     }
 }
 
 void SetChainCurrent(Topology& topology, int signedChain, double current) {
-    Branch& chain = topology.Branches[std::abs(signedChain)];
-    const bool alongTravel = (current > 0 && signedChain > 0) || (current < 0 && signedChain < 0);
-    chain.Current = alongTravel ? std::fabs(current) : -std::fabs(current);
-    for (int b = 1; b <= topology.NumBranches; ++b) {
-        Branch& twin = topology.Branches[b];
-        if (IsReversedPath(twin.Path, chain.Path)) {
-            twin.Current = -chain.Current;
-            break;
-        }
-    }
+    ChainPoints chains(topology);
+    SetChainCurrent(topology, chains, signedChain, current);
 }
 
 } // namespace ampora

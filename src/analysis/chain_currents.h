@@ -2,6 +2,7 @@
 // The current of every chain and of every device, from the solved node voltages.
 
 #include "analysis/analysis_tables.h"
+#include "analysis/chain_path.h"
 #include "analysis/travel.h"
 #include "document/circuit.h"
 
@@ -14,6 +15,8 @@ struct ChainPlacement {
     Travel travel = Travel::None;
 };
 ChainPlacement FindChainOf(const Topology& topology, float x, float y);
+// The same, for many devices in a row: the chains' points are taken once.
+ChainPlacement FindChainOf(const Topology& topology, ChainPoints& chains, float x, float y);
 
 // Every chain and device current starts unknown (999, Branch 0). A device on a chain with
 // a current source or a resistor then gets the chain's current, signed for the screen:

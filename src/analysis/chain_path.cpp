@@ -3,6 +3,7 @@
 #include "document/number_text.h"
 
 #include <algorithm>
+#include <cmath>
 #include <stdexcept>
 #include <string_view>
 
@@ -47,11 +48,52 @@ std::vector<Point> PathPoints(const std::string& path) {
     return points;
 }
 
+bool IsReversedPath(const std::vector<Point>& points, const std::vector<Point>& other) {
+    return points.size() == other.size() &&
+           std::equal(points.begin(), points.end(), other.rbegin());
+}
+
 bool IsReversedPath(const std::string& path, const std::string& other) {
-    const std::vector<Point> points = PathPoints(path);
-    const std::vector<Point> otherPoints = PathPoints(other);
-    return points.size() == otherPoints.size() &&
-           std::equal(points.begin(), points.end(), otherPoints.rbegin());
+    return IsReversedPath(PathPoints(path), PathPoints(other));
+}
+
+namespace {
+
+// Zero and normal floats come back from their shortest text unchanged; others are read
+// from the text itself, which then decides what happens to them.
+bool ReadsBackExactly(float value) {
+    return value == 0 || std::isnormal(value);
+}
+
+} // namespace
+
+void KeepTracedPoints(Topology& topology, int chain, const std::vector<Point>& points) {
+    TracedPath& traced = topology.Traced[chain];
+    const bool exact = std::all_of(points.begin(), points.end(), [](Point p) {
+        return ReadsBackExactly(p.X) && ReadsBackExactly(p.Y);
+    });
+    if (exact) {
+        traced.Path = topology.Branches[chain].Path;
+        traced.Points = points;
+    } else {
+        traced.Path.clear();
+        traced.Points.clear();
+    }
+}
+
+const std::vector<Point>& ChainPoints::operator[](int chain) {
+    const std::string& path = topology_.Branches[chain].Path; // checks the slot
+    const auto k = static_cast<std::size_t>(chain - 1);
+    if (points_[k] == nullptr) {
+        const TracedPath& traced = topology_.Traced[chain];
+        if (!traced.Path.empty() && traced.Path == path) {
+            points_[k] = &traced.Points;
+        } else {
+            read_[k] = PathPoints(path);
+            points_[k] = &read_[k];
+        }
+    }
+    return *points_[k];
 }
 
 } // namespace ampora

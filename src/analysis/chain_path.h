@@ -2,8 +2,10 @@
 // The Path of a traced chain: its points in trace order as "x,y;x,y;...", each
 // coordinate in its shortest text, so that the text reads back to the same floats.
 
+#include "analysis/analysis_tables.h"
 #include "analysis/wire_geometry.h"
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -17,5 +19,23 @@ std::vector<Point> PathPoints(const std::string& path);
 // True when `path` holds the points of `other` in reverse order: the same chain traced
 // from its other end.
 bool IsReversedPath(const std::string& path, const std::string& other);
+bool IsReversedPath(const std::vector<Point>& points, const std::vector<Point>& other);
+
+// Keeps the traced points of a chain beside its Path, when they read back from it exactly.
+void KeepTracedPoints(Topology& topology, int chain, const std::vector<Point>& points);
+
+// The points of each chain slot, taken once, when first asked for: the traced points while
+// they still belong to the chain's Path, else read from the Path text (throwing as
+// PathPoints does). Holds a reference to the topology, whose paths must not change meanwhile.
+class ChainPoints {
+  public:
+    explicit ChainPoints(const Topology& topology) : topology_(topology) {}
+    const std::vector<Point>& operator[](int chain);
+
+  private:
+    const Topology& topology_;
+    std::array<const std::vector<Point>*, kMaxChains> points_{};
+    std::array<std::vector<Point>, kMaxChains> read_;
+};
 
 } // namespace ampora

@@ -78,12 +78,13 @@ void GetSuperCurrents(Workspace& ws, Prompts& prompts) {
             chain.Current = chain.CurrentName.front() == '-' ? -i : i;
         }
     }
+    ChainPoints chains(ws.topology);
     for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
         Element& element = ws.circuit.Elements[slot];
         if (element.Kind == kEmpty || element.Branch != 0) {
             continue;
         }
-        const ChainPlacement placement = FindChainOf(ws.topology, element.X, element.Y);
+        const ChainPlacement placement = FindChainOf(ws.topology, chains, element.X, element.Y);
         if (placement.chain == 0 || ws.topology.Branches[placement.chain].CurrentName.empty()) {
             continue;
         }
