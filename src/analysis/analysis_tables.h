@@ -63,6 +63,11 @@ struct NodeNaming {
     Slots<std::int16_t, 20> NodeRank;
 };
 
+[[noreturn, gnu::cold, gnu::noinline]] inline void ThrowCellOutOfRange(int row, int column) {
+    throw SlotOutOfRange("matrix cell (" + std::to_string(row) + ", " + std::to_string(column) +
+                         ") is outside 20 x 21");
+}
+
 // The augmented matrix, rows 1..20 and columns 1..21, reduced in place.
 struct AugmentedMatrix {
     std::array<double, kMatrixRows * kMatrixColumns> cells{};
@@ -72,9 +77,8 @@ struct AugmentedMatrix {
 
   private:
     static std::size_t Index(int row, int column) {
-        if (row < 1 || row > kMatrixRows || column < 1 || column > kMatrixColumns) {
-            throw SlotOutOfRange("matrix cell (" + std::to_string(row) + ", " +
-                                 std::to_string(column) + ") is outside 20 x 21");
+        if (row < 1 || row > kMatrixRows || column < 1 || column > kMatrixColumns) [[unlikely]] {
+            ThrowCellOutOfRange(row, column);
         }
         return static_cast<std::size_t>((row - 1) * kMatrixColumns + (column - 1));
     }

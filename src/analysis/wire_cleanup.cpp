@@ -2,6 +2,12 @@
 
 #include "analysis/wire_geometry.h"
 
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <tuple>
+
 namespace ampora {
 
 namespace {
@@ -57,7 +63,10 @@ bool SplitPoint(const WireLine& i, const WireLine& j, float& at) {
     return false;
 }
 
-bool SplitOnce(Circuit& circuit) {
+// The pass as the rule states it: the first wire i, then the first wire j, such that an
+// end of i splits j. Kept for tables whose count runs past their capacity, which it
+// reports as every other walk does.
+bool SplitOnceByScan(Circuit& circuit) {
     for (int i = 1; i <= circuit.NumWires; ++i) {
         if (circuit.Wires[i].Used == 0) {
             continue;
@@ -77,6 +86,98 @@ bool SplitOnce(Circuit& circuit) {
     return false;
 }
 
+bool HasNaN(const WireLine& line) {
+    return std::isnan(line.Level) || std::isnan(line.Low) || std::isnan(line.High);
+}
+
+// The ends of a wire as its normal form reads them (a slanted wire lies along Level).
+Point LowEnd(const WireLine& line) {
+    return line.Horizontal ? Point{line.Low, line.Level} : Point{line.Level, line.Low};
+}
+Point HighEnd(const WireLine& line) {
+    return line.Horizontal ? Point{line.High, line.Level} : Point{line.Level, line.High};
+}
+
+struct EndKey {
+    std::uint64_t key;
+    int wire;
+    friend bool operator<(const EndKey& a, const EndKey& b) { return a.key < b.key; }
+};
+
+// Where the pass would split: SplitPoint holds exactly when an end of i lies strictly
+// inside j, so the ends of all live wires are sorted along rows and along columns, and each
+// wire looks up the ends strictly between its own. Returns the first pair in scan order
+// (i, then j), or i = 0.
+struct Pair {
+    int i = 0, j = 0;
+};
+Pair FirstSplitPair(const Circuit& circuit) {
+    const int count = circuit.NumWires;
+    std::array<WireLine, kMaxWires + 1> lines{};
+    std::array<bool, kMaxWires + 1> live{};
+    std::array<EndKey, 2 * kMaxWires> rows{}, columns{};
+    std::size_t ends = 0;
+    for (int slot = 1; slot <= count; ++slot) {
+        const Wire& wire = circuit.Wires[slot];
+        if (wire.Used == 0) {
+            continue;
+        }
+        live[slot] = true;
+        lines[slot] = LineOf(wire);
+        for (const Point end : {LowEnd(lines[slot]), HighEnd(lines[slot])}) {
+            if (!ampora::HasNaN(end)) {
+                rows[ends] = {RowKey(end), slot};
+                columns[ends] = {ColumnKey(end), slot};
+                ++ends;
+            }
+        }
+    }
+    std::sort(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(ends));
+    std::sort(columns.begin(), columns.begin() + static_cast<std::ptrdiff_t>(ends));
+    Pair first;
+    for (int j = 1; j <= count; ++j) {
+        const WireLine& line = lines[j];
+        if (!live[j] || HasNaN(line)) {
+            continue; // a wire with NaN in its form holds no point
+        }
+        const auto& sorted = line.Horizontal ? rows : columns;
+        const auto keyOf = line.Horizontal ? RowKey : ColumnKey;
+        const auto last = sorted.begin() + static_cast<std::ptrdiff_t>(ends);
+        auto it = std::upper_bound(sorted.begin(), last, EndKey{keyOf(LowEnd(line)), 0});
+        const std::uint64_t high = keyOf(HighEnd(line));
+        for (; it != last && it->key < high; ++it) {
+            if (first.i == 0 || it->wire < first.i) {
+                first = Pair{it->wire, j};
+            }
+        }
+    }
+    return first;
+}
+
+bool SplitOnce(Circuit& circuit) {
+    if (circuit.NumWires > kMaxWires) {
+        return SplitOnceByScan(circuit);
+    }
+    const Pair pair = FirstSplitPair(circuit);
+    if (pair.i == 0) {
+        return false;
+    }
+    float at = 0;
+    if (!SplitPoint(LineOf(circuit.Wires[pair.i]), LineOf(circuit.Wires[pair.j]), at)) {
+        return SplitOnceByScan(circuit); // cannot happen; the scan stays the rule
+    }
+    SplitWire(circuit, pair.j, at);
+    return true;
+}
+
+// A wire's normal form as one sortable key; equal keys are equal forms.
+struct LineKey {
+    bool horizontal;
+    std::uint32_t level, low, high;
+    int slot;
+    auto Form() const { return std::tie(horizontal, level, low, high); }
+};
+
 } // namespace
 
 bool RemoveDuplicateWires(Circuit& circuit) {
@@ -88,17 +189,29 @@ bool RemoveDuplicateWires(Circuit& circuit) {
             removed = true;
         }
     }
-    for (int i = 1; i <= circuit.NumWires; ++i) {
-        if (circuit.Wires[i].Used == 0) {
+    // The first of the wires that share a normal form stays. NaN equals nothing, so a
+    // form holding it repeats no other.
+    std::array<LineKey, kMaxWires> keys{};
+    std::size_t count = 0;
+    for (int slot = 1; slot <= circuit.NumWires; ++slot) {
+        const Wire& wire = circuit.Wires[slot];
+        if (wire.Used == 0) {
             continue;
         }
-        const WireLine lineI = LineOf(circuit.Wires[i]);
-        for (int j = i + 1; j <= circuit.NumWires; ++j) {
-            Wire& other = circuit.Wires[j];
-            if (other.Used != 0 && LineOf(other) == lineI) {
-                other.Used = 0;
-                removed = true;
-            }
+        const WireLine line = LineOf(wire);
+        if (!HasNaN(line)) {
+            keys[count++] = LineKey{line.Horizontal, OrderedBits(line.Level), OrderedBits(line.Low),
+                                    OrderedBits(line.High), slot};
+        }
+    }
+    std::sort(keys.begin(), keys.begin() + static_cast<std::ptrdiff_t>(count),
+              [](const LineKey& a, const LineKey& b) {
+                  return a.Form() < b.Form() || (a.Form() == b.Form() && a.slot < b.slot);
+              });
+    for (std::size_t k = 1; k < count; ++k) {
+        if (keys[k].Form() == keys[k - 1].Form()) {
+            circuit.Wires[keys[k].slot].Used = 0;
+            removed = true;
         }
     }
     return removed;

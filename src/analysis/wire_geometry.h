@@ -4,6 +4,10 @@
 
 #include "document/circuit.h"
 
+#include <bit>
+#include <cmath>
+#include <cstdint>
+
 namespace ampora {
 
 struct Point {
@@ -30,6 +34,26 @@ inline Point FirstEnd(const Wire& wire) {
 }
 inline Point SecondEnd(const Wire& wire) {
     return Point{wire.X2, wire.Y2};
+}
+
+// A coordinate as an unsigned number in the same order, equal exactly when the floats are
+// (zero and minus zero are one). Not for NaN, which equals nothing and has no place.
+inline std::uint32_t OrderedBits(float value) {
+    const auto bits = std::bit_cast<std::uint32_t>(value == 0 ? 0.0f : value);
+    return (bits & 0x80000000u) != 0 ? ~bits : bits | 0x80000000u;
+}
+
+inline bool HasNaN(Point point) {
+    return std::isnan(point.X) || std::isnan(point.Y);
+}
+
+// Keys of a point without NaN that sort along rows (y, then x) or along columns (x, then y),
+// so that the points strictly inside a horizontal or a vertical segment lie in one range.
+inline std::uint64_t RowKey(Point point) {
+    return std::uint64_t{OrderedBits(point.Y)} << 32 | OrderedBits(point.X);
+}
+inline std::uint64_t ColumnKey(Point point) {
+    return std::uint64_t{OrderedBits(point.X)} << 32 | OrderedBits(point.Y);
 }
 
 // True when the point lies on the segment strictly between its two ends.

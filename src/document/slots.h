@@ -14,6 +14,12 @@ struct SlotOutOfRange : std::out_of_range {
     using std::out_of_range::out_of_range;
 };
 
+// Kept out of line so that the check itself stays small enough to inline in inner loops.
+[[noreturn, gnu::cold, gnu::noinline]] inline void ThrowSlotOutOfRange(int slot, int capacity) {
+    throw SlotOutOfRange("slot " + std::to_string(slot) + " is outside 1.." +
+                         std::to_string(capacity));
+}
+
 template <typename T, int Capacity> struct Slots {
     static constexpr int kCapacity = Capacity;
     std::array<T, Capacity> items{};
@@ -25,9 +31,8 @@ template <typename T, int Capacity> struct Slots {
 
   private:
     static std::size_t Index(int slot) {
-        if (!Holds(slot)) {
-            throw SlotOutOfRange("slot " + std::to_string(slot) + " is outside 1.." +
-                                 std::to_string(Capacity));
+        if (!Holds(slot)) [[unlikely]] {
+            ThrowSlotOutOfRange(slot, Capacity);
         }
         return static_cast<std::size_t>(slot - 1);
     }
