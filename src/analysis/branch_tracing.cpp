@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <stdexcept>
 #include <vector>
 
@@ -12,7 +13,7 @@ namespace ampora {
 
 namespace {
 
-int NodeAt(const Circuit& circuit, Point point) {
+int NodeAtByScan(const Circuit& circuit, Point point) {
     for (int slot = 1; slot <= circuit.NumNodes; ++slot) {
         const NodeLabel& node = circuit.NodeLabels[slot];
         if (node.X == point.X && node.Y == point.Y) {
@@ -34,7 +35,7 @@ Point FarEnd(const Wire& wire, Point from) {
 }
 
 // The first wire other than `current` with an end at the point, live or already walked.
-int NextWire(const Circuit& circuit, Point point, int current) {
+int NextWireByScan(const Circuit& circuit, Point point, int current) {
     for (int slot = 1; slot <= circuit.NumWires; ++slot) {
         const Wire& wire = circuit.Wires[slot];
         if (slot != current && (FirstEnd(wire) == point || SecondEnd(wire) == point)) {
@@ -53,6 +54,92 @@ bool LiesOnWire(const Wire& wire, Point point) {
            point.X <= std::max(wire.X1, wire.X2);
 }
 
+// The walk's two questions, which node lies at a point and which wire goes on from it,
+// answered from the wire ends and the nodes sorted by position. Wires do not move while
+// chains are traced (only their Used marks change, which the questions ignore). Tables
+// whose counts run past their capacity get the plain scans, which report that.
+class Junctions {
+  public:
+    explicit Junctions(const Circuit& circuit)
+        : circuit_(circuit),
+          indexed_(circuit.NumWires <= kMaxWires && circuit.NumNodes <= kMaxNodes) {
+        if (!indexed_) {
+            return;
+        }
+        for (int slot = 1; slot <= circuit.NumWires; ++slot) {
+            const Wire& wire = circuit.Wires[slot];
+            for (const Point end : {FirstEnd(wire), SecondEnd(wire)}) {
+                if (!HasNaN(end)) {
+                    ends_[numEnds_++] = Entry{RowKey(end), slot};
+                }
+            }
+        }
+        std::sort(ends_.begin(), ends_.begin() + static_cast<std::ptrdiff_t>(numEnds_));
+        for (int slot = 1; slot <= circuit.NumNodes; ++slot) {
+            const Point at{circuit.NodeLabels[slot].X, circuit.NodeLabels[slot].Y};
+            if (!HasNaN(at)) {
+                nodes_[numNodes_++] = Entry{RowKey(at), slot};
+            }
+        }
+        std::sort(nodes_.begin(), nodes_.begin() + static_cast<std::ptrdiff_t>(numNodes_));
+    }
+
+    // The first node slot at the point, or 0.
+    int NodeAt(Point point) const {
+        if (!indexed_) {
+            return NodeAtByScan(circuit_, point);
+        }
+        const Entry* node = First(nodes_, numNodes_, point);
+        return node == nullptr ? 0 : node->slot;
+    }
+
+    // The first wire slot other than `current` with an end at the point, or 0.
+    int NextWire(Point point, int current) const {
+        if (!indexed_) {
+            return NextWireByScan(circuit_, point, current);
+        }
+        const Entry* end = First(ends_, numEnds_, point);
+        if (end == nullptr) {
+            return 0;
+        }
+        const Entry* last = ends_.data() + numEnds_;
+        for (; end != last && end->key == RowKey(point); ++end) {
+            if (end->slot != current) {
+                return end->slot;
+            }
+        }
+        return 0;
+    }
+
+  private:
+    struct Entry {
+        std::uint64_t key;
+        int slot;
+        friend bool operator<(const Entry& a, const Entry& b) {
+            return a.key < b.key || (a.key == b.key && a.slot < b.slot);
+        }
+    };
+
+    // The entry with the lowest slot at the point, or nullptr.
+    template <std::size_t N>
+    static const Entry* First(const std::array<Entry, N>& sorted, std::size_t count, Point point) {
+        if (HasNaN(point)) {
+            return nullptr; // NaN equals nothing
+        }
+        const std::uint64_t key = RowKey(point);
+        const auto last = sorted.begin() + static_cast<std::ptrdiff_t>(count);
+        const auto it = std::lower_bound(sorted.begin(), last, Entry{key, 0});
+        return it != last && it->key == key ? &*it : nullptr;
+    }
+
+    const Circuit& circuit_;
+    bool indexed_;
+    std::array<Entry, 2 * kMaxWires> ends_{};
+    std::size_t numEnds_ = 0;
+    std::array<Entry, kMaxNodes> nodes_{};
+    std::size_t numNodes_ = 0;
+};
+
 struct Trace {
     std::string Path;
     std::vector<Point> Points; // the same, as numbers
@@ -61,8 +148,8 @@ struct Trace {
 
 class Tracer {
   public:
-    explicit Tracer(Circuit& circuit) : circuit_(circuit) {}
-
+    Tracer(Circuit& circuit, const Junctions& junctions)
+        : circuit_(circuit), junctions_(junctions) {}
     // From `start` along `wire`, then along next wires until a node is reached (when
     // `stopAtNodes`), the start point comes round again (when `stopAtStart`), or no wire
     // goes on.
@@ -75,13 +162,13 @@ class Tracer {
         // No chain can hold more wires than the table; a longer walk means tables that no
         // drawing produces, and it must not run for ever.
         for (int steps = 1;; ++steps) {
-            if (stopAtNodes && NodeAt(circuit_, point) != 0) {
+            if (stopAtNodes && junctions_.NodeAt(point) != 0) {
                 break;
             }
             if (stopAtStart && point == start) {
                 break;
             }
-            const int next = NextWire(circuit_, point, current);
+            const int next = junctions_.NextWire(point, current);
             if (next == 0) {
                 break;
             }
@@ -106,6 +193,7 @@ class Tracer {
     }
 
     Circuit& circuit_;
+    const Junctions& junctions_;
 };
 
 void Record(Topology& topology, std::int16_t& kindCount, std::int16_t startNode,
@@ -121,7 +209,8 @@ void Record(Topology& topology, std::int16_t& kindCount, std::int16_t startNode,
 }
 
 void TraceAll(Circuit& circuit, Topology& topology) {
-    Tracer tracer(circuit);
+    const Junctions junctions(circuit);
+    Tracer tracer(circuit, junctions);
     for (int n = 1; n <= circuit.NumNodes; ++n) {
         const NodeLabel& node = circuit.NodeLabels[n];
         const Point at{node.X, node.Y};
@@ -130,7 +219,7 @@ void TraceAll(Circuit& circuit, Topology& topology) {
                 continue;
             }
             Trace trace = tracer.Walk(at, wire, true, false);
-            const auto reached = static_cast<std::int16_t>(NodeAt(circuit, trace.End));
+            const auto reached = static_cast<std::int16_t>(junctions.NodeAt(trace.End));
             if (reached != 0) {
                 Record(topology, topology.NumBranches, static_cast<std::int16_t>(n), reached,
                        trace);
