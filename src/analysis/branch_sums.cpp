@@ -2,6 +2,7 @@
 
 #include "analysis/analysis_failure.h"
 #include "analysis/chain_path.h"
+#include "analysis/device_index.h"
 #include "analysis/travel.h"
 
 #include <string>
@@ -24,7 +25,8 @@ void AddDevice(const Element& element, Travel travel, Branch& chain) {
     }
 }
 
-void SumChain(const Circuit& circuit, const std::vector<Point>& points, Branch& chain) {
+void SumChain(const Circuit& circuit, const DeviceIndex& devices, const std::vector<Point>& points,
+              Branch& chain) {
     chain.Resistance = 0;
     chain.EMF = 0;
     chain.SourceCurrent = 0;
@@ -32,12 +34,8 @@ void SumChain(const Circuit& circuit, const std::vector<Point>& points, Branch& 
         const Point from = points[k - 1];
         const Point to = points[k];
         const Travel travel = TravelAlong(from, to);
-        for (int slot = 1; slot <= circuit.NumElements; ++slot) {
-            const Element& element = circuit.Elements[slot];
-            if (element.Kind != kEmpty && LiesStrictlyInside({element.X, element.Y}, from, to)) {
-                AddDevice(element, travel, chain);
-            }
-        }
+        devices.ForEachInside(from, to,
+                              [&](int slot) { AddDevice(circuit.Elements[slot], travel, chain); });
     }
 }
 
@@ -46,9 +44,10 @@ void SumChain(const Circuit& circuit, const std::vector<Point>& points, Branch& 
 void SumBranches(const Circuit& circuit, Topology& topology) {
     topology.NumCurrents = 0;
     ChainPoints points(topology);
+    const DeviceIndex devices(circuit);
     for (int b = 1; b <= topology.NumBranches; ++b) {
         Branch& chain = topology.Branches[b];
-        SumChain(circuit, points[b], chain);
+        SumChain(circuit, devices, points[b], chain);
         chain.CurrentName.clear();
         if (chain.Resistance != 0 || chain.SourceCurrent != 0) {
             continue;

@@ -1,12 +1,15 @@
 #include "analysis/chain_currents.h"
 
 #include "analysis/chain_path.h"
+#include "analysis/device_index.h"
 #include "analysis/travel.h"
 
 #include <cmath>
 #include <cstdlib>
 
 namespace ampora {
+
+namespace {
 
 ChainPlacement FindChainOf(const Topology& topology, ChainPoints& chains, float x, float y) {
     const Point centre{x, y};
@@ -20,8 +23,6 @@ ChainPlacement FindChainOf(const Topology& topology, ChainPoints& chains, float 
     }
     return ChainPlacement{};
 }
-
-namespace {
 
 void SetChainCurrent(Topology& topology, ChainPoints& chains, int signedChain, double current) {
     Branch& chain = topology.Branches[std::abs(signedChain)];
@@ -43,6 +44,27 @@ ChainPlacement FindChainOf(const Topology& topology, float x, float y) {
     return FindChainOf(topology, chains, x, y);
 }
 
+DevicePlacements PlaceDevices(const Circuit& circuit, const Topology& topology,
+                              ChainPoints& chains) {
+    // Chains in slot order and their segments in trace order, each device keeping the
+    // first that holds it: what FindChainOf finds, device by device.
+    DevicePlacements placements{};
+    const DeviceIndex devices(circuit);
+    for (int b = 1; b <= topology.NumBranches; ++b) {
+        const std::vector<Point>& points = chains[b];
+        for (std::size_t k = 1; k < points.size(); ++k) {
+            const Travel travel = TravelAlong(points[k - 1], points[k]);
+            devices.ForEachInside(points[k - 1], points[k], [&](int slot) {
+                ChainPlacement& placement = placements.at(static_cast<std::size_t>(slot));
+                if (placement.chain == 0) {
+                    placement = ChainPlacement{b, travel};
+                }
+            });
+        }
+    }
+    return placements;
+}
+
 void ComputeCurrents(Circuit& circuit, Topology& topology) {
     for (int b = 1; b <= topology.NumBranches; ++b) {
         topology.Branches[b].Current = kUnknownCurrent;
@@ -52,12 +74,13 @@ void ComputeCurrents(Circuit& circuit, Topology& topology) {
         circuit.Elements[slot].Branch = 0;
     }
     ChainPoints chains(topology);
+    const DevicePlacements placements = PlaceDevices(circuit, topology, chains);
     for (int slot = 1; slot <= circuit.NumElements; ++slot) {
         Element& element = circuit.Elements[slot];
         if (element.Kind == kEmpty) {
             continue;
         }
-        const ChainPlacement placement = FindChainOf(topology, chains, element.X, element.Y);
+        const ChainPlacement placement = placements.at(static_cast<std::size_t>(slot));
         if (placement.chain == 0) {
             continue;
         }

@@ -6,6 +6,8 @@
 #include "analysis/travel.h"
 #include "document/circuit.h"
 
+#include <array>
+
 namespace ampora {
 
 // Where a device sits: the first chain (in slot order) with a path segment that holds its
@@ -15,8 +17,11 @@ struct ChainPlacement {
     Travel travel = Travel::None;
 };
 ChainPlacement FindChainOf(const Topology& topology, float x, float y);
-// The same, for many devices in a row: the chains' points are taken once.
-ChainPlacement FindChainOf(const Topology& topology, ChainPoints& chains, float x, float y);
+
+// FindChainOf for every live device at once, by element slot (index 0 unused).
+using DevicePlacements = std::array<ChainPlacement, kMaxElements + 1>;
+DevicePlacements PlaceDevices(const Circuit& circuit, const Topology& topology,
+                              ChainPoints& chains);
 
 // Every chain and device current starts unknown (999, Branch 0). A device on a chain with
 // a current source or a resistor then gets the chain's current, signed for the screen:

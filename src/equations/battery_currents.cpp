@@ -79,12 +79,13 @@ void GetSuperCurrents(Workspace& ws, Prompts& prompts) {
         }
     }
     ChainPoints chains(ws.topology);
+    const DevicePlacements placements = PlaceDevices(ws.circuit, ws.topology, chains);
     for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
         Element& element = ws.circuit.Elements[slot];
         if (element.Kind == kEmpty || element.Branch != 0) {
             continue;
         }
-        const ChainPlacement placement = FindChainOf(ws.topology, chains, element.X, element.Y);
+        const ChainPlacement placement = placements.at(static_cast<std::size_t>(slot));
         if (placement.chain == 0 || ws.topology.Branches[placement.chain].CurrentName.empty()) {
             continue;
         }
