@@ -33,9 +33,9 @@ struct Field {
     bool quoted = false;
 };
 
-// Splits one line into its fields; nullopt when a quoted field is not closed properly.
-std::optional<std::vector<Field>> SplitFields(std::string_view line, std::string& problem) {
-    std::vector<Field> fields;
+// Splits one line into `fields`; false when a quoted field is not closed properly.
+bool SplitFields(std::string_view line, std::vector<Field>& fields, std::string& problem) {
+    fields.clear();
     std::size_t pos = 0;
     while (true) {
         Field field;
@@ -61,14 +61,14 @@ std::optional<std::vector<Field>> SplitFields(std::string_view line, std::string
             }
             if (!closed) {
                 problem = "a quoted text is not closed";
-                return std::nullopt;
+                return false;
             }
             while (pos < line.size() && (line[pos] == ' ' || line[pos] == '\t')) {
                 ++pos;
             }
             if (pos < line.size() && line[pos] != ',') {
                 problem = "text follows a closing quote";
-                return std::nullopt;
+                return false;
             }
         } else {
             const std::size_t comma = line.find(',', pos);
@@ -82,7 +82,7 @@ std::optional<std::vector<Field>> SplitFields(std::string_view line, std::string
         }
         fields.push_back(std::move(field));
         if (pos >= line.size()) {
-            return fields;
+            return true;
         }
         ++pos; // the comma
     }
@@ -116,6 +116,27 @@ class LineReader {
     int number_ = 0;
 };
 
+// What a line or a field holds, such as "wire 3" or "element 2 value". Put into words
+// only when reading fails, as most files read without a fault.
+struct Subject {
+    std::string_view name;
+    int slot = 0; // 0: the name alone
+    std::string_view field{};
+
+    std::string Text() const {
+        std::string text(name);
+        if (slot != 0) {
+            text += " " + std::to_string(slot);
+        }
+        if (!field.empty()) {
+            text += " ";
+            text += field;
+        }
+        return text;
+    }
+    Subject WithField(std::string_view which) const { return Subject{name, slot, which}; }
+};
+
 struct Stop {
     int line;
     std::string reason;
@@ -141,36 +162,37 @@ class CircuitReader {
         throw Stop{lines_.Number(), "line " + std::to_string(lines_.Number()) + ": " + reason};
     }
 
-    std::vector<Field> Fields(const std::string& what, std::size_t expected) {
+    // The fields of the next line, valid until the next call.
+    const std::vector<Field>& Fields(const Subject& what, std::size_t expected) {
         const auto line = lines_.Next();
         if (!line) {
-            throw Stop{lines_.Number() + 1, "the file ends where " + what +
+            throw Stop{lines_.Number() + 1, "the file ends where " + what.Text() +
                                                 " should follow (line " +
                                                 std::to_string(lines_.Number() + 1) + ")"};
         }
         std::string problem;
-        auto fields = SplitFields(*line, problem);
-        if (!fields) {
-            Fail(what + ": " + problem);
+        if (!SplitFields(*line, fields_, problem)) {
+            Fail(what.Text() + ": " + problem);
         }
-        if (fields->size() != expected) {
-            Fail(what + " needs " + std::to_string(expected) + " field" +
-                 (expected == 1 ? "" : "s") + ", found " + std::to_string(fields->size()));
+        if (fields_.size() != expected) {
+            Fail(what.Text() + " needs " + std::to_string(expected) + " field" +
+                 (expected == 1 ? "" : "s") + ", found " + std::to_string(fields_.size()));
         }
-        return std::move(*fields);
+        return fields_;
     }
 
-    float Number(const Field& field, const std::string& what) const {
+    float Number(const Field& field, const Subject& what) const {
         const auto value = field.quoted ? std::nullopt : ParseFloat(field.text);
         if (!value) {
-            Fail(what + " is not a finite single-precision number: \"" + Abbreviated(field.text) +
-                 "\"");
+            Fail(what.Text() + " is not a finite single-precision number: \"" +
+                 Abbreviated(field.text) + "\"");
         }
         return *value;
     }
 
     std::int16_t Count(const std::string& what, int capacity) {
-        const auto fields = Fields("the " + what, 1);
+        const std::string subject = "the " + what;
+        const auto& fields = Fields(Subject{subject}, 1);
         const auto value = fields[0].quoted ? std::nullopt : ParseInteger(fields[0].text);
         if (!value) {
             Fail("the " + what + " is not a whole number: \"" + Abbreviated(fields[0].text) + "\"");
@@ -190,13 +212,13 @@ class CircuitReader {
         const std::int16_t count = Count("wire count", kMaxWires);
         circuit_.NumWires = count;
         for (int slot = 1; slot <= count; ++slot) {
-            const std::string what = "wire " + std::to_string(slot);
-            const auto fields = Fields(what, 4);
+            const Subject what{"wire", slot};
+            const auto& fields = Fields(what, 4);
             Wire wire;
-            wire.X1 = Number(fields[0], what + " X1");
-            wire.Y1 = Number(fields[1], what + " Y1");
-            wire.X2 = Number(fields[2], what + " X2");
-            wire.Y2 = Number(fields[3], what + " Y2");
+            wire.X1 = Number(fields[0], what.WithField("X1"));
+            wire.Y1 = Number(fields[1], what.WithField("Y1"));
+            wire.X2 = Number(fields[2], what.WithField("X2"));
+            wire.Y2 = Number(fields[3], what.WithField("Y2"));
             wire.Used = kTrue;
             circuit_.Wires[slot] = wire;
         }
@@ -205,18 +227,18 @@ class CircuitReader {
     void ReadElements() {
         const std::int16_t count = Count("element count", kMaxElements);
         for (int slot = 1; slot <= count; ++slot) {
-            const std::string what = "element " + std::to_string(slot);
-            const auto fields = Fields(what, 4);
+            const Subject what{"element", slot};
+            const auto& fields = Fields(what, 4);
             Element element;
-            element.X = Number(fields[0], what + " X");
-            element.Y = Number(fields[1], what + " Y");
+            element.X = Number(fields[0], what.WithField("X"));
+            element.Y = Number(fields[1], what.WithField("Y"));
             const auto kind = fields[2].quoted ? std::nullopt : ParseInteger(fields[2].text);
             if (!kind || *kind < 1 || *kind > 10) {
-                Fail(what + " has kind \"" + Abbreviated(fields[2].text) +
+                Fail(what.Text() + " has kind \"" + Abbreviated(fields[2].text) +
                      "\"; kinds run from 1 to 10");
             }
             element.Kind = static_cast<std::int16_t>(*kind);
-            element.Value = Number(fields[3], what + " value");
+            element.Value = Number(fields[3], what.WithField("value"));
             circuit_.Elements[slot] = element;
             // Raised as each element arrives, so that every walk sees what was read even
             // when the file stops early.
@@ -230,13 +252,13 @@ class CircuitReader {
         const std::int16_t count = Count("node count", kMaxNodes);
         circuit_.NumNodes = 0;
         for (int slot = 1; slot <= count; ++slot) {
-            const std::string what = "node " + std::to_string(slot);
-            const auto fields = Fields(what, 4);
+            const Subject what{"node", slot};
+            const auto& fields = Fields(what, 4);
             NodeLabel node;
             // The name is written twice; the second copy is the one that counts.
             node.Name = fields[1].text;
-            node.X = Number(fields[2], what + " X");
-            node.Y = Number(fields[3], what + " Y");
+            node.X = Number(fields[2], what.WithField("X"));
+            node.Y = Number(fields[3], what.WithField("Y"));
             circuit_.NodeLabels[slot] = node;
             circuit_.NumNodes = static_cast<std::int16_t>(slot);
         }
@@ -244,6 +266,7 @@ class CircuitReader {
 
     Circuit& circuit_;
     LineReader lines_;
+    std::vector<Field> fields_;
 };
 
 std::optional<std::string> ReadFileBytes(const std::string& path) {
