@@ -3,6 +3,7 @@
 #include "document/number_text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <stdexcept>
 #include <string_view>
@@ -22,12 +23,16 @@ float Coordinate(std::string_view text) {
 } // namespace
 
 void AppendPathPoint(std::string& path, Point point) {
+    // The shortest texts of both coordinates, written straight into the path.
+    char buffer[64];
+    char* at = buffer;
     if (!path.empty()) {
-        path += ';';
+        *at++ = ';';
     }
-    path += ShortestText(point.X);
-    path += ',';
-    path += ShortestText(point.Y);
+    at = std::to_chars(at, buffer + 31, point.X).ptr;
+    *at++ = ',';
+    at = std::to_chars(at, buffer + sizeof buffer, point.Y).ptr;
+    path.append(buffer, at);
 }
 
 std::vector<Point> PathPoints(const std::string& path) {
