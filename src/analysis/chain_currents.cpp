@@ -4,6 +4,7 @@
 #include "analysis/device_index.h"
 #include "analysis/travel.h"
 
+#include <array>
 #include <cmath>
 #include <cstdlib>
 
@@ -24,16 +25,42 @@ ChainPlacement FindChainOf(const Topology& topology, ChainPoints& chains, float 
     return ChainPlacement{};
 }
 
-void SetChainCurrent(Topology& topology, ChainPoints& chains, int signedChain, double current) {
+// The twin of each chain (the same chain traced from its other end; 0 for none), looked
+// for once per chain while the paths stay as they are.
+class Twins {
+  public:
+    Twins(const Topology& topology, ChainPoints& chains) : topology_(topology), chains_(chains) {
+        known_.fill(-1);
+    }
+
+    int Of(int chain) {
+        int& twin = known_.at(static_cast<std::size_t>(chain));
+        if (twin < 0) {
+            twin = 0;
+            for (int b = 1; b <= topology_.NumBranches; ++b) {
+                const std::vector<Point>& candidate = chains_[b];
+                if (IsReversedPath(candidate, chains_[chain])) {
+                    twin = b;
+                    break;
+                }
+            }
+        }
+        return twin;
+    }
+
+  private:
+    const Topology& topology_;
+    ChainPoints& chains_;
+    std::array<int, kMaxChains + 1> known_{};
+};
+
+void SetChainCurrent(Topology& topology, Twins& twins, int signedChain, double current) {
     Branch& chain = topology.Branches[std::abs(signedChain)];
     const bool alongTravel = (current > 0 && signedChain > 0) || (current < 0 && signedChain < 0);
     chain.Current = alongTravel ? std::fabs(current) : -std::fabs(current);
-    for (int b = 1; b <= topology.NumBranches; ++b) {
-        const std::vector<Point>& twin = chains[b];
-        if (IsReversedPath(twin, chains[std::abs(signedChain)])) {
-            topology.Branches[b].Current = -chain.Current;
-            break;
-        }
+    const int twin = twins.Of(std::abs(signedChain));
+    if (twin != 0) {
+        topology.Branches[twin].Current = -chain.Current;
     }
 }
 
@@ -75,6 +102,7 @@ void ComputeCurrents(Circuit& circuit, Topology& topology) {
     }
     ChainPoints chains(topology);
     const DevicePlacements placements = PlaceDevices(circuit, topology, chains);
+    Twins twins(topology, chains);
     for (int slot = 1; slot <= circuit.NumElements; ++slot) {
         Element& element = circuit.Elements[slot];
         if (element.Kind == kEmpty) {
@@ -99,13 +127,14 @@ void ComputeCurrents(Circuit& circuit, Topology& topology) {
         const int sign = TravelIsScreenPositive(placement.travel) ? 1 : -1;
         element.Current = sign * current;
         element.Branch = static_cast<std::int16_t>(sign * placement.chain);
-        SetChainCurrent(topology, chains, element.Branch, element.Current);
+        SetChainCurrent(topology, twins, element.Branch, element.Current);
     }
 }
 
 void SetChainCurrent(Topology& topology, int signedChain, double current) {
     ChainPoints chains(topology);
-    SetChainCurrent(topology, chains, signedChain, current);
+    Twins twins(topology, chains);
+    SetChainCurrent(topology, twins, signedChain, current);
 }
 
 } // namespace ampora
