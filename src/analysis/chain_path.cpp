@@ -3,7 +3,6 @@
 #include "document/number_text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <stdexcept>
 #include <string_view>
@@ -29,9 +28,9 @@ void AppendPathPoint(std::string& path, Point point) {
     if (!path.empty()) {
         *at++ = ';';
     }
-    at = std::to_chars(at, buffer + 31, point.X).ptr;
+    at = WriteShortestText(at, buffer + 31, point.X);
     *at++ = ',';
-    at = std::to_chars(at, buffer + sizeof buffer, point.Y).ptr;
+    at = WriteShortestText(at, buffer + sizeof buffer, point.Y);
     path.append(buffer, at);
 }
 

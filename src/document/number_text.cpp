@@ -8,10 +8,36 @@ namespace ampora {
 
 namespace {
 
+// Whole floats up to 99999 have their digits as shortest text: the exponent form is never
+// shorter below 100000. Drawings are on a grid, so most coordinates take this short cut.
+bool IsSmallWhole(float value) {
+    return value >= -99999.0f && value <= 99999.0f &&
+           value == static_cast<float>(static_cast<int>(value)) && value != 0;
+}
+
 template <typename T> std::string Shortest(T value) {
     char buffer[64];
     const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
     return std::string(buffer, result.ptr);
+}
+
+// Up to seven digits, perhaps after a minus sign: a whole number that a float holds
+// exactly, so that converting it gives what from_chars gives.
+std::optional<float> ParseSmallWhole(std::string_view text) {
+    const bool negative = !text.empty() && text.front() == '-';
+    const std::string_view digits = text.substr(negative ? 1 : 0);
+    if (digits.empty() || digits.size() > 7) {
+        return std::nullopt;
+    }
+    int whole = 0;
+    for (const char c : digits) {
+        if (c < '0' || c > '9') {
+            return std::nullopt;
+        }
+        whole = whole * 10 + (c - '0');
+    }
+    const auto value = static_cast<float>(whole);
+    return negative ? -value : value;
 }
 
 template <typename T> std::optional<T> Parse(std::string_view text) {
@@ -23,6 +49,11 @@ template <typename T> std::optional<T> Parse(std::string_view text) {
         text.remove_prefix(1);
         if (text.empty() || text.front() == '-' || text.front() == '+') {
             return std::nullopt;
+        }
+    }
+    if constexpr (std::is_same_v<T, float>) {
+        if (const auto whole = ParseSmallWhole(text)) {
+            return whole;
         }
     }
     T value{};
@@ -40,8 +71,16 @@ template <typename T> std::optional<T> Parse(std::string_view text) {
 
 } // namespace
 
+char* WriteShortestText(char* first, char* last, float value) {
+    if (IsSmallWhole(value)) {
+        return std::to_chars(first, last, static_cast<int>(value)).ptr;
+    }
+    return std::to_chars(first, last, value).ptr;
+}
+
 std::string ShortestText(float value) {
-    return Shortest(value);
+    char buffer[64];
+    return std::string(buffer, WriteShortestText(buffer, buffer + sizeof buffer, value));
 }
 std::string ShortestText(double value) {
     return Shortest(value);

@@ -9,6 +9,8 @@
 namespace ampora {
 
 std::string ShortestText(float value);
+// The same text written into [first, last), which must hold 32 characters; returns its end.
+char* WriteShortestText(char* first, char* last, float value);
 std::string ShortestText(double value);
 
 // Whole text must be a finite decimal number that fits the type; blanks are not allowed.
