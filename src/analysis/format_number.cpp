@@ -6,6 +6,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <string_view>
 
@@ -50,6 +51,93 @@ std::string_view ScientificText(double value, int sigFigs, std::array<char, 96>&
     return std::string_view(first, static_cast<std::size_t>(at - first));
 }
 
+// The plain form of values of everyday size, the common case, worked out with integers:
+// |value| = m * 2^k exactly, rounded to `figures` significant digits with ties to even on
+// that exact value (as to_chars does), then written as the shortest decimal of the rounded
+// value. With at most 15 figures the rounded decimal is the shortest text of the double
+// nearest to it, so this is the text the general route produces. Empty when the value is
+// not one this handles.
+std::string PlainTextOfRounded(double value, int figures) {
+    __extension__ typedef unsigned __int128 Wide; // m * 10^18 needs 113 bits
+    const double magnitude = std::fabs(value);
+    if (figures > 15 || !(magnitude > 0.0001 && magnitude < 10000)) {
+        return {};
+    }
+    int binaryExponent = 0;
+    const double fraction = std::frexp(magnitude, &binaryExponent);
+    const auto m = static_cast<std::uint64_t>(std::ldexp(fraction, 53));
+    const int shift = 53 - binaryExponent; // magnitude = m / 2^shift, 39 <= shift <= 66
+    constexpr std::array<std::uint64_t, 20> kPowers{1,
+                                                    10,
+                                                    100,
+                                                    1000,
+                                                    10000,
+                                                    100000,
+                                                    1000000,
+                                                    10000000,
+                                                    100000000,
+                                                    1000000000,
+                                                    10000000000,
+                                                    100000000000,
+                                                    1000000000000,
+                                                    10000000000000,
+                                                    100000000000000,
+                                                    1000000000000000,
+                                                    10000000000000000,
+                                                    100000000000000000,
+                                                    1000000000000000000,
+                                                    10000000000000000000u};
+    const auto power = [&](int n) { return kPowers[static_cast<std::size_t>(n)]; };
+    // The decimal exponent: the largest e in -4..3 with magnitude >= 10^e.
+    int exponent = 3;
+    for (; exponent > -4; --exponent) {
+        const bool atLeast = exponent >= 0 ? Wide{m} >= (Wide{power(exponent)} << shift)
+                                           : Wide{m} * power(-exponent) >= (Wide{1} << shift);
+        if (atLeast) {
+            break;
+        }
+    }
+    // digits = magnitude * 10^scale, rounded to nearest with ties to even.
+    const int scale = figures - 1 - exponent;
+    Wide numerator = m;
+    Wide denominator = Wide{1} << shift;
+    if (scale >= 0) {
+        numerator *= power(scale);
+    } else {
+        denominator *= power(-scale);
+    }
+    std::uint64_t digits = static_cast<std::uint64_t>(numerator / denominator);
+    const Wide twice = 2 * (numerator % denominator);
+    if (twice > denominator || (twice == denominator && digits % 2 == 1)) {
+        ++digits;
+    }
+    if (digits == power(figures)) { // rounded up to the next power of ten
+        digits = power(figures - 1);
+        ++exponent;
+    }
+    char buffer[32];
+    const char* const text = buffer;
+    const char* end = std::to_chars(buffer, buffer + sizeof buffer, digits).ptr;
+    while (end - text > 1 && end[-1] == '0') {
+        --end; // the shortest decimal has no trailing zeros
+    }
+    const auto length = static_cast<int>(end - text);
+    std::string plain = value < 0 ? "-" : "";
+    if (exponent < 0) {
+        plain += "0.";
+        plain.append(static_cast<std::size_t>(-exponent - 1), '0');
+        plain.append(text, end);
+    } else if (length <= exponent + 1) {
+        plain.append(text, end);
+        plain.append(static_cast<std::size_t>(exponent + 1 - length), '0');
+    } else {
+        plain.append(text, text + exponent + 1);
+        plain += '.';
+        plain.append(text + exponent + 1, end);
+    }
+    return plain;
+}
+
 } // namespace
 
 std::string FormatNumber(double value, int sigFigs) {
@@ -61,6 +149,9 @@ std::string FormatNumber(double value, int sigFigs) {
     }
     if (sigFigs < 1) {
         sigFigs = 1;
+    }
+    if (std::string plain = PlainTextOfRounded(value, sigFigs); !plain.empty()) {
+        return plain;
     }
     std::array<char, 96> buffer;
     std::string spill;
