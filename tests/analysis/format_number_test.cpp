@@ -2,6 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <charconv>
+#include <cmath>
+#include <random>
+#include <string>
+#include <vector>
+
 namespace ampora {
 namespace {
 
@@ -50,6 +56,48 @@ TEST(FormatNumber, ExactTiesRoundToEvenEverywhere) {
     // 0.125 and 0.375 are exact in binary, so these are true ties.
     EXPECT_EQ(Table(2, {0.125, 0.375, 2.5, 3.5}), "0.12\n0.38\n2.5\n3.5\n");
     EXPECT_EQ(Table(1, {2.5, 3.5, 0.25}), "2\n4\n0.2\n");
+}
+
+// The plain form is the value rounded in scientific form, read back and written in its
+// shortest decimal. Checked here the long way round, with the library's own conversions,
+// over values of every size of the plain range, exact binary ties and near powers of ten.
+TEST(FormatNumber, ThePlainFormIsTheScientificRoundingReadBack) {
+    std::mt19937_64 random(20240611);
+    std::vector<double> values;
+    for (int k = 0; k < 3000; ++k) {
+        values.push_back(std::ldexp(static_cast<double>(random() % (1u << 20)),
+                                    -static_cast<int>(random() % 30)));
+        values.push_back(std::exp(static_cast<double>(random() % 200000) / 10000 - 9.2));
+    }
+    for (int e = -4; e <= 4; ++e) {
+        values.push_back(std::nextafter(std::pow(10.0, e), 0.0));
+        values.push_back(std::nextafter(std::pow(10.0, e), 1e9));
+    }
+    std::string differences;
+    for (const double magnitude : values) {
+        for (const double value : {magnitude, -magnitude}) {
+            if (!(std::fabs(value) > 0.0001 && std::fabs(value) < 10000)) {
+                continue;
+            }
+            for (int figures = 1; figures <= 17; ++figures) {
+                char scientific[64];
+                const auto sci = std::to_chars(scientific, scientific + sizeof scientific, value,
+                                               std::chars_format::scientific, figures - 1);
+                double rounded = 0;
+                std::from_chars(scientific, sci.ptr, rounded);
+                char plain[400];
+                const auto fixed =
+                    std::to_chars(plain, plain + sizeof plain, rounded, std::chars_format::fixed);
+                const std::string expected(plain, fixed.ptr);
+                const std::string shown = FormatNumber(value, figures);
+                if (shown != expected && differences.size() < 2000) {
+                    differences += std::to_string(value) + " to " + std::to_string(figures) +
+                                   " figures: " + shown + " instead of " + expected + "\n";
+                }
+            }
+        }
+    }
+    EXPECT_EQ(differences, "");
 }
 
 } // namespace
