@@ -2,6 +2,9 @@
 // ampora-cli: the batch companion of the program. Commands write their JSON or file
 // to `out`, messages to `err`, and return the process exit code.
 
+#include "report/report_builder.h"
+#include "report/rich_text_document.h"
+
 #include <ostream>
 #include <string>
 #include <vector>
@@ -12,10 +15,24 @@ constexpr int kExitOk = 0;
 constexpr int kExitRejected = 1;
 constexpr int kExitUsage = 2;
 
-int RunCli(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+// What the report needs beyond the core: its pictures and PDF pages. ampora-cli gets one
+// from the window's code when it is built with it.
+struct ReportRenderer {
+    virtual ~ReportRenderer() = default;
+    virtual ReportPictures& Pictures() = 0;
+    // False when the file cannot be written.
+    virtual bool WritePdf(const RichTextDocument& report, const std::string& path) = 0;
+};
+
+int RunCli(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
+           ReportRenderer* renderer = nullptr);
 
 int RunCheck(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 
 int RunSolve(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
+// Without a renderer the report cannot be drawn: a message and the usage exit code.
+int RunReport(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
+              ReportRenderer* renderer);
 
 } // namespace ampora::cli

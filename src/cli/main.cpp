@@ -2,7 +2,42 @@
 
 #include <iostream>
 
+#ifdef AMPORA_CLI_WITH_REPORT
+#include "ui/report_pictures.h"
+#include "ui/text_cursor_sink.h"
+
+#include <QGuiApplication>
+
+namespace {
+
+// The window's own drawing code makes the report's pictures and PDF pages.
+struct QtReportRenderer : ampora::cli::ReportRenderer {
+    ampora::ui::QtReportPictures pictures;
+    ampora::ReportPictures& Pictures() override { return pictures; }
+    bool WritePdf(const ampora::RichTextDocument& report, const std::string& path) override {
+        return ampora::ui::WriteReportPdf(report, QString::fromStdString(path));
+    }
+};
+
+} // namespace
+#endif
+
 int main(int argc, char* argv[]) {
     const std::vector<std::string> args(argv + 1, argv + argc);
+#ifdef AMPORA_CLI_WITH_REPORT
+    // Only the report draws; check and solve never start Qt.
+    if (!args.empty() && args.front() == "report") {
+        qputenv("QT_QPA_PLATFORM", "offscreen"); // no window, so no display is needed
+        // Qt's notes about the desktop session mean nothing to someone making a report.
+        qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+            if (type == QtCriticalMsg || type == QtFatalMsg) {
+                std::cerr << text.toStdString() << "\n";
+            }
+        });
+        QGuiApplication application(argc, argv);
+        QtReportRenderer renderer;
+        return ampora::cli::RunCli(args, std::cout, std::cerr, &renderer);
+    }
+#endif
     return ampora::cli::RunCli(args, std::cout, std::cerr);
 }

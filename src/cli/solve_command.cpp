@@ -1,15 +1,12 @@
 #include "analysis/branch_tracing.h"
-#include "analysis/node_naming.h"
 #include "analysis/result_labels.h"
 #include "analysis/step_transitions.h"
 #include "cli/cli.h"
 #include "cli/json_writer.h"
-#include "document/amq_file.h"
-#include "document/circuit_edit.h"
+#include "cli/solve_run.h"
 #include "document/number_text.h"
 
 #include <array>
-#include <filesystem>
 #include <optional>
 
 namespace ampora::cli {
@@ -18,55 +15,6 @@ namespace {
 
 constexpr const char* kSolveUsage =
     "usage: ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] FILE.amq\n";
-
-// Stands in for the message boxes: keeps the text of the last message shown.
-struct RecordedPrompts : Prompts {
-    std::string message;
-    void ShowMessage(const std::string& text, MessageIcon) override { message = text; }
-    bool AskYesNo(const std::string&) override { return false; }
-    std::string AskText(const std::string&, const std::string&, float, float) override {
-        return "";
-    }
-};
-
-struct SolveOptions {
-    std::optional<std::int16_t> autoNamePattern;
-    std::int16_t sigFigs = Preferences{}.SigFigs;
-    std::string path;
-};
-
-std::optional<SolveOptions> ParseOptions(const std::vector<std::string>& args) {
-    SolveOptions options;
-    bool havePath = false;
-    for (std::size_t k = 0; k < args.size(); ++k) {
-        const std::string& arg = args[k];
-        if (arg == "--autoname") {
-            options.autoNamePattern = 1;
-        } else if (arg.rfind("--autoname=", 0) == 0) {
-            const std::string pattern = arg.substr(11);
-            if (pattern != "1" && pattern != "2" && pattern != "3") {
-                return std::nullopt;
-            }
-            options.autoNamePattern = static_cast<std::int16_t>(pattern[0] - '0');
-        } else if (arg == "--sigfigs") {
-            const auto value = k + 1 < args.size() ? ParseInteger(args[k + 1]) : std::nullopt;
-            if (!value || *value < 1 || *value > 17) {
-                return std::nullopt;
-            }
-            options.sigFigs = static_cast<std::int16_t>(*value);
-            ++k;
-        } else if (!arg.empty() && arg.front() != '-' && !havePath) {
-            options.path = arg;
-            havePath = true;
-        } else {
-            return std::nullopt;
-        }
-    }
-    if (!havePath) {
-        return std::nullopt;
-    }
-    return options;
-}
 
 void WriteKnown(JsonWriter& json, std::string_view key, double value) {
     json.Key(key);
@@ -213,38 +161,19 @@ void WriteResults(JsonWriter& json, Workspace& ws) {
 } // namespace
 
 int RunSolve(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    const std::optional<SolveOptions> options = ParseOptions(args);
+    const std::optional<RunOptions> options = ParseRunOptions(args, false);
     if (!options) {
         err << kSolveUsage;
         return kExitUsage;
     }
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(options->path, error)) {
-        err << "ampora-cli: " << options->path << ": no such file\n";
-        return kExitUsage;
-    }
     Workspace workspace;
-    workspace.preferences.SigFigs = options->sigFigs;
-    if (options->autoNamePattern) {
-        workspace.preferences.AutoNamePattern = *options->autoNamePattern;
-    }
-    EraseWholeCircuit(workspace.circuit);
-    const ReadResult read = LoadFromIniFile(workspace.circuit, options->path);
-    if (!read.complete) {
-        // Grading half a circuit would give a wrong answer that looks right.
-        err << "ampora-cli: " << options->path << ": " << read.reason << "\n";
+    RecordedPrompts prompts;
+    const std::optional<SolvedRun> run = OpenAndSolve(workspace, *options, prompts, err);
+    if (!run) {
         return kExitUsage;
     }
-
-    RecordedPrompts prompts;
-    const TransitionResult left = LeaveStep1(workspace, prompts);
-    bool passed = left == TransitionResult::Entered;
-    if (passed && options->autoNamePattern) {
-        passed = AutoName(workspace, prompts);
-    }
-    if (passed) {
-        passed = LeaveStep2(workspace, prompts) == TransitionResult::Entered;
-    }
+    const TransitionResult left = run->leftStep1;
+    const bool passed = run->solved;
 
     JsonWriter json;
     json.BeginObject();

@@ -1,34 +1,10 @@
 #include "report/rich_text_document.h"
 
+#include "report/utf8_text.h"
+
 #include <algorithm>
 
 namespace ampora {
-
-namespace {
-
-bool StartsCharacter(char c) {
-    return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
-}
-
-// Byte offset of the given character within UTF-8 text, or the text's size.
-std::size_t ByteOffset(std::string_view text, std::size_t character) {
-    std::size_t seen = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (StartsCharacter(text[i])) {
-            if (seen == character) {
-                return i;
-            }
-            ++seen;
-        }
-    }
-    return text.size();
-}
-
-std::size_t CharacterCount(std::string_view text) {
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), StartsCharacter));
-}
-
-} // namespace
 
 void RichTextDocument::AppendText(const TextFormat& format, std::string_view text,
                                   std::size_t characters) {
@@ -79,8 +55,8 @@ RichTextDocument RichTextDocument::Slice(std::size_t start, std::size_t end) con
                 slice.runs_.push_back(run);
                 ++slice.length_;
             } else {
-                const std::size_t first = ByteOffset(run.Text, from - position);
-                const std::size_t last = ByteOffset(run.Text, to - position);
+                const std::size_t first = ByteOffsetOfCharacter(run.Text, from - position);
+                const std::size_t last = ByteOffsetOfCharacter(run.Text, to - position);
                 slice.AppendText(run.Format, std::string_view(run.Text).substr(first, last - first),
                                  to - from);
             }

@@ -18,6 +18,7 @@
 #include "ui/qt_file_dialogs.h"
 #include "ui/qt_prompts.h"
 #include "ui/qt_settings_store.h"
+#include "ui/report_window.h"
 #include "ui/tool_icons.h"
 
 #include <QActionGroup>
@@ -95,7 +96,7 @@ QPushButton* StepButton(const char* caption, const char* name, const char* tip, 
 // The report window belongs to the report; it is found by its name to be hidden with the
 // equations window.
 void HideReportWindow(QWidget* main) {
-    if (auto* report = main->findChild<QWidget*>(QStringLiteral("frmReport"))) {
+    if (auto* report = main->findChild<QWidget*>(QStringLiteral("frmPublish"))) {
         report->hide();
     }
 }
@@ -392,6 +393,7 @@ void MainWindow::WriteResultLabels() {
 
 void MainWindow::ShowReport() {
     if (workspace_.Step == 3) {
+        ShowReportWindow(this, workspace_, prompts_);
         emit ReportRequested();
     }
 }
