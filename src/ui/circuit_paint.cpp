@@ -1,6 +1,7 @@
 #include "ui/circuit_paint.h"
 
 #include "analysis/chain_path.h"
+#include "analysis/format_number.h"
 #include "analysis/result_labels.h"
 #include "document/workspace.h"
 #include "editor/value_labels.h"
@@ -84,7 +85,12 @@ std::vector<PlacedLabel> LayOutResultLabels(const Workspace& ws) {
     const QFontMetricsF nodeMetrics = Metrics(true);
     for (int node = 1; node <= circuit.NumNodes; ++node) {
         const NodeLabel& n = circuit.NodeLabels[node];
-        const QString text = QString::fromStdString(n.Name);
+        // The voltage view promises the reader a number beside each node.
+        const std::string shown =
+            ws.ViewMode == kViewVoltages && ws.Step == 3
+                ? n.Name + " = " + FormatNumber(n.Voltage, ws.preferences.SigFigs)
+                : n.Name;
+        const QString text = QString::fromStdString(shown);
         // Up and to the right of the node's dot, clear of the wires that meet there.
         const auto height = static_cast<float>(nodeMetrics.height());
         labels.push_back({text,

@@ -14,7 +14,8 @@ struct Workspace;
 
 namespace ampora::ui {
 
-// Value labels and node labels with their texts and where they sit, in canvas units.
+// Value labels and node labels with their texts and where they sit, in canvas units. In the
+// voltage view of step 3 a node's label adds its voltage to its name ("V1 = 6").
 struct PlacedLabel {
     QString Text;
     LabelRect Rect;

@@ -2,10 +2,10 @@
 
 #include "report/palette.h"
 
-#include <QFile>
 #include <QImage>
 #include <QPageLayout>
 #include <QPageSize>
+#include <QPainter>
 #include <QPdfWriter>
 #include <QTextBlock>
 #include <QTextImageFormat>
@@ -17,6 +17,9 @@ namespace {
 
 // A word processor's default tab stop, half an inch at 96 pixels to the inch.
 constexpr qreal kTabStop = 48;
+constexpr qreal kScreenDpi = 96;
+constexpr int kPdfResolution = 600;
+constexpr qreal kFooter = 24; // screen pixels under each page's text, for its number
 
 QTextCharFormat CharFormat(const TextFormat& format) {
     QTextCharFormat qt;
@@ -99,19 +102,47 @@ void CopyRuns(const RichTextDocument& from, RichTextSink& to) {
 }
 
 bool WriteReportPdf(const RichTextDocument& report, const QString& path) {
+    QPdfWriter writer(path);
+    writer.setTitle(QStringLiteral("Ampora"));
+    writer.setCreator(QStringLiteral("DC Ampora"));
+    writer.setResolution(kPdfResolution);
+    writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait,
+                                     QMarginsF(20, 18, 20, 18), QPageLayout::Millimeter));
+    QPainter painter;
+    if (!painter.begin(&writer)) {
+        return false;
+    }
+    // Diagrams are line drawings: kept exact, not compressed as photographs.
+    painter.setRenderHint(QPainter::LosslessImageRendering);
+    painter.setRenderHint(QPainter::Antialiasing);
+
     QTextDocument document;
     TextCursorSink sink(document);
     CopyRuns(report, sink);
-    QPdfWriter writer(path);
-    if (!QFile::exists(path) && !QFile(path).open(QIODevice::WriteOnly)) {
-        return false;
+    // Laid out in screen pixels, as in the window, on pages the size of the printable area;
+    // the layout then never splits a line or a picture over two pages.
+    const qreal scale = kPdfResolution / kScreenDpi;
+    const QRectF area = writer.pageLayout().paintRectPixels(kPdfResolution);
+    const QSizeF page(area.width() / scale, (area.height() - kFooter * scale) / scale);
+    document.setPageSize(page);
+    const int pages = document.pageCount();
+    QFont footer(QStringLiteral("Arial"));
+    footer.setPointSizeF(9);
+    for (int k = 0; k < pages; ++k) {
+        if (k > 0) {
+            writer.newPage();
+        }
+        painter.save();
+        painter.scale(scale, scale);
+        const QRectF shown(0, k * page.height(), page.width(), page.height());
+        painter.translate(0, -shown.top());
+        document.drawContents(&painter, shown);
+        painter.restore();
+        painter.setFont(footer);
+        painter.drawText(QRectF(0, area.height() - kFooter * scale, area.width(), kFooter * scale),
+                         Qt::AlignRight | Qt::AlignBottom, QString::number(k + 1));
     }
-    writer.setTitle(QStringLiteral("Ampora"));
-    writer.setCreator(QStringLiteral("DC Ampora"));
-    writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait,
-                                     QMarginsF(20, 20, 20, 20), QPageLayout::Millimeter));
-    document.print(&writer);
-    return QFile(path).size() > 0;
+    return painter.end();
 }
 
 } // namespace ampora::ui
