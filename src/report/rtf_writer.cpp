@@ -124,21 +124,25 @@ std::string FormatWords(const TextFormat& format, const std::vector<std::string>
     return words;
 }
 
-std::string Picture(const RichTextRun& run) {
+// Appended in place: a report's pictures make up most of its bytes.
+void AppendPicture(std::string& rtf, const RichTextRun& run) {
     static constexpr std::string_view kHex = "0123456789abcdef";
-    std::string rtf = "{\\pict\\pngblip\\picw" + std::to_string(run.Width) + "\\pich" +
-                      std::to_string(run.Height) + "\\picwgoal" +
-                      std::to_string(run.Width * kTwipsPerPixel) + "\\pichgoal" +
-                      std::to_string(run.Height * kTwipsPerPixel) + "\n";
-    for (std::size_t i = 0; i < run.Png.size(); ++i) {
+    rtf += "{\\pict\\pngblip\\picw" + std::to_string(run.Width) + "\\pich" +
+           std::to_string(run.Height) + "\\picwgoal" + std::to_string(run.Width * kTwipsPerPixel) +
+           "\\pichgoal" + std::to_string(run.Height * kTwipsPerPixel) + "\n";
+    const std::size_t bytesPerLine = kHexPerLine / 2;
+    const std::size_t size = run.Png.size();
+    std::size_t at = rtf.size();
+    rtf.resize(at + size * 2 + (size + bytesPerLine - 1) / bytesPerLine);
+    for (std::size_t i = 0; i < size; ++i) {
         const auto byte = static_cast<unsigned char>(run.Png[i]);
-        rtf += kHex[byte >> 4];
-        rtf += kHex[byte & 0x0F];
-        if ((i + 1) % (kHexPerLine / 2) == 0 || i + 1 == run.Png.size()) {
-            rtf += '\n';
+        rtf[at++] = kHex[byte >> 4];
+        rtf[at++] = kHex[byte & 0x0F];
+        if ((i + 1) % bytesPerLine == 0 || i + 1 == size) {
+            rtf[at++] = '\n';
         }
     }
-    return rtf + "}";
+    rtf += '}';
 }
 
 } // namespace
@@ -152,8 +156,14 @@ std::string RtfText(const RichTextDocument& document) {
     }
     rtf += "}\n" + ColourTable() + "\\pard\\plain\n";
     for (const RichTextRun& run : document.Runs()) {
-        rtf += "{" + FormatWords(run.Format, fonts) + " ";
-        rtf += run.IsPicture() ? Picture(run) : Escaped(run.Text);
+        rtf += '{';
+        rtf += FormatWords(run.Format, fonts);
+        rtf += ' ';
+        if (run.IsPicture()) {
+            AppendPicture(rtf, run);
+        } else {
+            rtf += Escaped(run.Text);
+        }
         rtf += "}\n";
     }
     return rtf + "}\n";

@@ -13,6 +13,7 @@ namespace ampora::ui {
 namespace {
 
 constexpr float kMargin = 4;
+constexpr int kPngFastest = 90; // Qt's PNG "quality" 90 is zlib level 1
 
 const std::vector<std::string>& EquationTexts(const Workspace& ws, int which) {
     return which == 1 ? ws.equations.FirstWritten : ws.equations.Collected;
@@ -69,7 +70,9 @@ ReportPicture ToReportPicture(const QImage& image) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    if (!image.save(&buffer, "PNG")) {
+    // The fastest zlib level: flat-coloured drawings still pack small, and the report opens
+    // without a wait.
+    if (!image.save(&buffer, "PNG", kPngFastest)) {
         return {};
     }
     const QSizeF shown = image.deviceIndependentSize();

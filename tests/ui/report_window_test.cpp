@@ -65,6 +65,14 @@ QString ClipboardRtf() {
     return data == nullptr ? QString() : QString::fromUtf8(data->data(QStringLiteral("text/rtf")));
 }
 
+// Saves what the window shows when the developer asks for screenshots.
+void Shoot(QWidget& window, const QString& name) {
+    const QByteArray dir = qgetenv("AMPORA_SCREENSHOT_DIR");
+    if (!dir.isEmpty()) {
+        window.grab().save(QString::fromLocal8Bit(dir) + "/" + name + ".png");
+    }
+}
+
 } // namespace
 
 class ReportWindowTest : public QObject {
@@ -116,6 +124,10 @@ class ReportWindowTest : public QObject {
         cursor.movePosition(QTextCursor::NextBlock, QTextCursor::KeepAnchor, 4);
         cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
         box->setTextCursor(cursor);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        box->ensureCursorVisible();
+        Shoot(window, QStringLiteral("report_window_with_a_selection"));
         QVERIFY(window.CopyToClipboard());
         const std::string rtf = ClipboardRtf().toStdString();
         QCOMPARE(rtf, RtfText(window.Report(), static_cast<std::size_t>(cursor.selectionStart()),
