@@ -1,4 +1,5 @@
 #include "cli/cli.h"
+#include "support/cli_run.h"
 #include "support/solve_session.h"
 #include "support/test_files.h"
 
@@ -6,7 +7,6 @@
 
 #include <cstdlib>
 #include <regex>
-#include <sstream>
 
 namespace ampora {
 namespace {
@@ -28,18 +28,10 @@ struct FakeRenderer : cli::ReportRenderer {
     }
 };
 
-struct CliRun {
-    int code;
-    std::string out;
-    std::string err;
-};
-
-CliRun Report(const std::vector<std::string>& args, cli::ReportRenderer* renderer) {
+test::CliRun Report(const std::vector<std::string>& args, cli::ReportRenderer* renderer) {
     std::vector<std::string> all = {"report"};
     all.insert(all.end(), args.begin(), args.end());
-    std::ostringstream out, err;
-    const int code = cli::RunCli(all, out, err, renderer);
-    return CliRun{code, out.str(), err.str()};
+    return test::Cli(all, renderer);
 }
 
 std::string Example(const char* name) {
@@ -54,7 +46,7 @@ TEST(CliReport, TheExtensionOfTheOutputChoosesTheFormat) {
     test::TempDir folder;
     FakeRenderer renderer;
     for (const char* name : {"r.rtf", "r.html", "r.pdf"}) {
-        const CliRun run =
+        const test::CliRun run =
             Report({Example("wheatstone_bridge.amq"), "-o", (folder / name).string()}, &renderer);
         EXPECT_EQ(run.code, 0) << name << run.err;
         EXPECT_EQ(run.out + run.err, "") << name;
@@ -97,7 +89,7 @@ TEST(CliReport, WrongArgumentsShowTheUsage) {
                                                {file, "-o", "x.pdf", "--font", "5"},
                                                {file, "-o", "x.pdf", "--font"},
                                                {file, "-o", "x.pdf", "--color"}}) {
-        const CliRun run = Report(args, &renderer);
+        const test::CliRun run = Report(args, &renderer);
         EXPECT_EQ(run.code, cli::kExitUsage);
         EXPECT_EQ(run.err, kUsage);
     }
@@ -105,7 +97,8 @@ TEST(CliReport, WrongArgumentsShowTheUsage) {
 
 TEST(CliReport, AnOutputThatIsNotHtmlRtfOrPdfIsRefused) {
     FakeRenderer renderer;
-    const CliRun run = Report({Example("voltage_divider.amq"), "-o", "report.docx"}, &renderer);
+    const test::CliRun run =
+        Report({Example("voltage_divider.amq"), "-o", "report.docx"}, &renderer);
     EXPECT_EQ(run.code, cli::kExitUsage);
     EXPECT_EQ(run.err, "ampora-cli: report.docx: the report is written as .html, .rtf or .pdf\n");
 }
@@ -117,7 +110,7 @@ TEST(CliReport, ACircuitThatIsNotSolvedHasNoReport) {
                      test::ExampleText("wheatstone_bridge.amq", "\"V1\",\"V1\"", "\"0\",\"0\""));
     FakeRenderer renderer;
     const std::string out = (folder / "r.rtf").string();
-    const CliRun run = Report({(folder / "two_refs.amq").string(), "-o", out}, &renderer);
+    const test::CliRun run = Report({(folder / "two_refs.amq").string(), "-o", out}, &renderer);
     EXPECT_EQ(run.code, cli::kExitRejected);
     EXPECT_EQ(run.err.rfind("ampora-cli: " + (folder / "two_refs.amq").string() +
                                 ": not solved, so there is no report: ",
@@ -128,7 +121,7 @@ TEST(CliReport, ACircuitThatIsNotSolvedHasNoReport) {
 }
 
 TEST(CliReport, WithoutItsGraphicsTheReportCannotBeMade) {
-    const CliRun run = Report({Example("voltage_divider.amq"), "-o", "r.pdf"}, nullptr);
+    const test::CliRun run = Report({Example("voltage_divider.amq"), "-o", "r.pdf"}, nullptr);
     EXPECT_EQ(run.code, cli::kExitUsage);
     EXPECT_EQ(run.err,
               "ampora-cli: this ampora-cli was built without the graphics the report needs\n");

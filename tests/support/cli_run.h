@@ -15,9 +15,10 @@ struct CliRun {
     std::string err;
 };
 
-inline CliRun Cli(const std::vector<std::string>& args) {
+// `renderer` draws the report's pictures and PDF; without one `report` cannot run.
+inline CliRun Cli(const std::vector<std::string>& args, cli::ReportRenderer* renderer = nullptr) {
     std::ostringstream out, err;
-    const int code = cli::RunCli(args, out, err);
+    const int code = cli::RunCli(args, out, err, renderer);
     return CliRun{code, out.str(), err.str()};
 }
 
