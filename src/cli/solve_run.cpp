@@ -76,7 +76,8 @@ std::optional<SolvedRun> OpenAndSolve(Workspace& workspace, const RunOptions& op
         err << "ampora-cli: " << options.path << ": " << read.reason << "\n";
         return std::nullopt;
     }
-    workspace.CurrentFileName = options.path;
+    // As the window shows it: the full path of the open file.
+    workspace.CurrentFileName = std::filesystem::absolute(options.path, error).string();
 
     SolvedRun run;
     run.leftStep1 = LeaveStep1(workspace, prompts);

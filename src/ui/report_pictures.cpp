@@ -41,7 +41,7 @@ EquationExtent DrawEquations(PainterSurface& surface, const Workspace& ws, int w
 
 } // namespace
 
-QImage EquationPicture(const Workspace& ws, int which, qreal scale) {
+QImage ReportEquationPicture(const Workspace& ws, int which, qreal scale) {
     if (EquationTexts(ws, which).empty()) {
         return {};
     }
@@ -85,7 +85,7 @@ ReportPicture QtReportPictures::Circuit(const Workspace& ws) {
 }
 
 ReportPicture QtReportPictures::Equation(const Workspace& ws, int which) {
-    return ToReportPicture(EquationPicture(ws, which));
+    return ToReportPicture(ReportEquationPicture(ws, which));
 }
 
 } // namespace ampora::ui

@@ -1,5 +1,6 @@
 #include "ui/report_window.h"
 
+#include "document/workspace.h"
 #include "report/html_writer.h"
 #include "report/report_builder.h"
 #include "report/report_files.h"
@@ -192,6 +193,9 @@ void ReportWindow::closeEvent(QCloseEvent* event) {
 }
 
 ReportWindow* ShowReportWindow(QWidget* owner, Workspace& ws, Prompts* prompts) {
+    if (ws.Step != 3) {
+        return nullptr; // there is nothing to report before the circuit is solved
+    }
     auto* window = owner != nullptr ? owner->findChild<ReportWindow*>() : nullptr;
     if (window == nullptr) {
         window = new ReportWindow(prompts, owner);

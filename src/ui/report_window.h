@@ -71,7 +71,8 @@ class ReportWindow : public QWidget {
 };
 
 // "Print report": shows the owner's report window (made on first use, gone when closed),
-// modeless, and builds the report of the circuit solved in ws into it.
+// modeless, and builds the report of the circuit solved in ws into it. Outside step 3 it does
+// nothing and gives null.
 ReportWindow* ShowReportWindow(QWidget* owner, Workspace& ws, Prompts* prompts);
 
 } // namespace ampora::ui

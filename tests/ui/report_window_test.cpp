@@ -197,6 +197,9 @@ class ReportWindowTest : public QObject {
         QVERIFY(ws);
         ws->ViewMode = 2;
         QWidget owner;
+        ws->Step = 2;
+        QCOMPARE(ui::ShowReportWindow(&owner, *ws, nullptr), nullptr);
+        ws->Step = 3;
         ui::ReportWindow* first = ui::ShowReportWindow(&owner, *ws, nullptr);
         QVERIFY(first->isVisible());
         QVERIFY(!first->isModal());
