@@ -11,7 +11,7 @@ constexpr float kPictureHalf = 16; // device pictures are 32 by 32, centred on t
 
 } // namespace
 
-void GetCircuitExtents(const Circuit& circuit, const std::vector<LabelRect>& labels, float& top,
+void GetCircuitExtents(const Circuit& circuit, const std::vector<LabelBox>& labels, float& top,
                        float& bottom, float& left, float& right) {
     left = top = 10000;
     right = bottom = 0;
@@ -33,7 +33,7 @@ void GetCircuitExtents(const Circuit& circuit, const std::vector<LabelRect>& lab
             widen(e.X - kPictureHalf, e.Y - kPictureHalf, e.X + kPictureHalf, e.Y + kPictureHalf);
         }
     }
-    for (const LabelRect& label : labels) {
+    for (const LabelBox& label : labels) {
         widen(label.Left, label.Top, label.Left + label.Width, label.Top + label.Height);
     }
     left -= kMargin;

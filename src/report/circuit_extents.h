@@ -3,19 +3,16 @@
 // shows the circuit and nothing else.
 
 #include "document/circuit.h"
+#include "editor/value_labels.h"
 
 #include <vector>
 
 namespace ampora {
 
-struct LabelRect {
-    float Left = 0, Top = 0, Width = 0, Height = 0;
-};
-
 // Wire ends, device pictures and the given label rectangles (value labels and node labels,
 // as the window lays them out), with a margin of 6 on every side. An empty circuit gives
 // left = top = 9994 and right = bottom = 6.
-void GetCircuitExtents(const Circuit& circuit, const std::vector<LabelRect>& labels, float& top,
+void GetCircuitExtents(const Circuit& circuit, const std::vector<LabelBox>& labels, float& top,
                        float& bottom, float& left, float& right);
 
 } // namespace ampora

@@ -19,7 +19,8 @@ constexpr int kDraftWidth = 4000;
 
 } // namespace
 
-QImage RenderEquationPicture(const std::vector<std::string>& equations, int fontIndex) {
+QImage RenderEquationPicture(const std::vector<std::string>& equations, int fontIndex,
+                             qreal scale) {
     if (equations.empty()) {
         return QImage();
     }
@@ -29,7 +30,9 @@ QImage RenderEquationPicture(const std::vector<std::string>& equations, int font
     // A stacked fraction is about three lines tall; the draft is cropped afterwards.
     const int draftHeight =
         static_cast<int>(std::ceil(line * 4 * static_cast<float>(equations.size()))) + 2 * kMargin;
-    QImage image(kDraftWidth, draftHeight, QImage::Format_RGB32);
+    QImage image(static_cast<int>(std::ceil(kDraftWidth * scale)),
+                 static_cast<int>(std::ceil(draftHeight * scale)), QImage::Format_RGB32);
+    image.setDevicePixelRatio(scale);
     float widest = 0;
     float bottom = 0;
     {
@@ -48,12 +51,15 @@ QImage RenderEquationPicture(const std::vector<std::string>& equations, int font
     }
     const int width = std::min(kDraftWidth, static_cast<int>(std::ceil(widest)) + 2 * kMargin);
     const int height = std::min(draftHeight, static_cast<int>(std::ceil(bottom)) + kMargin);
-    return image.copy(0, 0, width, height);
+    QImage cropped = image.copy(0, 0, static_cast<int>(std::ceil(width * scale)),
+                                static_cast<int>(std::ceil(height * scale)));
+    cropped.setDevicePixelRatio(scale);
+    return cropped;
 }
 
-QImage EquationPicture(const Workspace& ws, int which) {
+QImage EquationPicture(const Workspace& ws, int which, qreal scale) {
     return RenderEquationPicture(which == 1 ? ws.equations.FirstWritten : ws.equations.Collected,
-                                 ws.preferences.FontIndex);
+                                 ws.preferences.FontIndex, scale);
 }
 
 } // namespace ampora::ui

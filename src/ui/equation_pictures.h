@@ -13,11 +13,13 @@ struct Workspace;
 namespace ampora::ui {
 
 // One equation under another, a blank line between them, on white, cropped to what was drawn
-// with a small margin. No equations give a null image.
-QImage RenderEquationPicture(const std::vector<std::string>& equations, int fontIndex);
+// with a small margin. No equations give a null image. `scale` device pixels per pixel give
+// the report a picture that prints sharply; its size in pixels stays the same.
+QImage RenderEquationPicture(const std::vector<std::string>& equations, int fontIndex,
+                             qreal scale = 1);
 
 // Picture 1 holds the equations as first written, picture 2 the collected ones, in the
 // workspace's font set.
-QImage EquationPicture(const Workspace& ws, int which);
+QImage EquationPicture(const Workspace& ws, int which, qreal scale = 1);
 
 } // namespace ampora::ui

@@ -8,11 +8,6 @@
 
 namespace ampora::ui {
 
-// The equations as first written (1) or with terms collected (2), one under the other with
-// an empty line between, in the font set of the preferences; at `scale` device pixels per
-// pixel. No equations give a null image.
-QImage ReportEquationPicture(const Workspace& ws, int which, qreal scale = 2);
-
 // A picture for the report: PNG bytes and the size it is shown at (device-independent
 // pixels); a null image gives no bytes.
 ReportPicture ToReportPicture(const QImage& image);

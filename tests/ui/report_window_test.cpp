@@ -6,6 +6,7 @@
 #include "report/circuit_extents.h"
 #include "report/rtf_writer.h"
 #include "ui/circuit_paint.h"
+#include "ui/diagram_painter.h"
 #include "ui/report_pictures.h"
 #include "ui/report_window.h"
 
@@ -215,12 +216,22 @@ class ReportWindowTest : public QObject {
     void theDiagramIsCroppedToTheCircuitWithItsMargin() {
         auto ws = Solved("supernode.amq");
         QVERIFY(ws);
-        std::vector<LabelRect> rects;
-        for (const ui::PlacedLabel& label : ui::LayOutResultLabels(*ws)) {
-            rects.push_back(label.Rect);
+        // The labels as the window lays them out, for the view the workspace is in.
+        const DiagramLabels labels =
+            ui::LayOutDiagram(*ws, ui::ViewLabelTexts(*ws, ws->ViewMode, 3), true);
+        std::vector<LabelBox> boxes;
+        for (const auto* placed : {&labels.Values, &labels.Nodes}) {
+            for (const PlacedLabel& label : *placed) {
+                if (!label.Text.empty()) {
+                    boxes.push_back(label.Box);
+                }
+            }
         }
         float top = 0, bottom = 0, left = 0, right = 0;
-        GetCircuitExtents(ws->circuit, rects, top, bottom, left, right);
+        GetCircuitExtents(ws->circuit, boxes, top, bottom, left, right);
+        // The wires of the example reach from 80 to 560 across: the margin is 6 beyond the
+        // leftmost wire or label.
+        QVERIFY(left <= 80 - 6);
         const QImage image = ui::CircuitPaint(*ws, 1);
         QCOMPARE(image.width(), static_cast<int>(std::ceil(right - left + 2)));
         QCOMPARE(image.height(), static_cast<int>(std::ceil(bottom - top + 2)));
