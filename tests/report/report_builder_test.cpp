@@ -1,4 +1,5 @@
 #include "analysis/result_labels.h"
+#include "report/circuit_extents.h"
 #include "report/report_builder.h"
 #include "report/rich_text_document.h"
 #include "support/solve_session.h"
@@ -269,6 +270,31 @@ TEST(ReportWriters, ATableKeepsToTwentyRowsOfTwentyOneColumns) {
     EXPECT_EQ(dump.find("row 21"), std::string::npos);
     EXPECT_EQ(dump.find("column 22"), std::string::npos);
     EXPECT_EQ(box.Length(), 20u * (1 + 21 + 20 * 4 + 1));
+}
+
+} // namespace
+} // namespace ampora
+
+namespace ampora {
+namespace {
+
+TEST(CircuitExtents, WiresDevicesAndLabelsWidenTheBoxWithAMarginOfSix) {
+    Circuit circuit;
+    circuit.Wires[1] = {80, 80, 240, 80, 1};
+    circuit.Wires[2] = {0, 0, 900, 900, 0}; // an erased slot counts for nothing
+    circuit.NumWires = 2;
+    circuit.Elements[2].Kind = kResistorHorizontal;
+    circuit.Elements[2].X = 160;
+    circuit.Elements[2].Y = 80; // its picture covers 144..176 by 64..96
+    circuit.NumElements = 2;
+    float top = 0, bottom = 0, left = 0, right = 0;
+    GetCircuitExtents(circuit, {{170, 100, 20, 10}, {60, 70, 5, 5}}, top, bottom, left, right);
+    EXPECT_EQ((std::vector<float>{left, top, right, bottom}),
+              (std::vector<float>{54, 58, 246, 116}));
+
+    GetCircuitExtents(Circuit{}, {}, top, bottom, left, right);
+    EXPECT_EQ((std::vector<float>{left, top, right, bottom}),
+              (std::vector<float>{9994, 9994, 6, 6}));
 }
 
 } // namespace
