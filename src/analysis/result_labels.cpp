@@ -157,6 +157,17 @@ std::vector<std::string> WriteLabels(Workspace& ws, int sigFigs) {
     return labels;
 }
 
+std::vector<std::string> NodeLabelTexts(const Workspace& ws, int viewMode, int sigFigs) {
+    std::vector<std::string> texts(static_cast<std::size_t>(ws.circuit.NumNodes) + 1);
+    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
+        const NodeLabel& node = ws.circuit.NodeLabels[slot];
+        texts[static_cast<std::size_t>(slot)] =
+            viewMode == kViewVoltages ? node.Name + " = " + FormatNumber(node.Voltage, sigFigs)
+                                      : node.Name;
+    }
+    return texts;
+}
+
 std::string ResultsStatusText(const Workspace& ws, int sigFigs) {
     if (ws.ViewMode == kViewPower) {
         return " Power in = " + FormatNumber(ws.PowerIn, sigFigs) +

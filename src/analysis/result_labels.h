@@ -24,6 +24,10 @@ std::string ElementLabel(const Workspace& ws, int slot, int viewMode, int sigFig
 // power view this also sums PowerIn and PowerOut.
 std::vector<std::string> WriteLabels(Workspace& ws, int sigFigs);
 
+// The text beside each node (by slot, 0 unused): its name, and in the voltage view its name
+// with its voltage, such as "V1 = 6".
+std::vector<std::string> NodeLabelTexts(const Workspace& ws, int viewMode, int sigFigs);
+
 // The status-bar text of step 3 for the current view.
 std::string ResultsStatusText(const Workspace& ws, int sigFigs);
 

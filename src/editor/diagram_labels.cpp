@@ -2,25 +2,37 @@
 
 #include <algorithm>
 #include <array>
+#include <vector>
 
 namespace ampora {
 
 namespace {
 
-// Places for a node's name around its dot, in the order they are tried. The four corners come
-// first: the wires that meet at a node run along its row and column, never into a corner.
-std::array<LabelBox, 8> NodeLabelPlaces(const NodeLabel& node, float width, float height) {
+// Places for a node's label around its dot, in the order they are tried. The four corners come
+// first: the wires that meet at a node run along its row and column, never into a corner. A
+// long label (a name with its voltage) that finds every near place taken moves further out
+// into the corners, a line at a time.
+std::vector<LabelBox> NodeLabelPlaces(const NodeLabel& node, float width, float height) {
     constexpr float kOff = kNodeDotRadius + 2;
     const float x = node.X;
     const float y = node.Y;
-    return {LabelBox{x + kOff, y - kOff - height, width, height},
-            LabelBox{x - kOff - width, y - kOff - height, width, height},
-            LabelBox{x + kOff, y + kOff, width, height},
-            LabelBox{x - kOff - width, y + kOff, width, height},
-            LabelBox{x + kOff + 2, y - height / 2, width, height},
-            LabelBox{x - kOff - 2 - width, y - height / 2, width, height},
-            LabelBox{x - width / 2, y - kOff - 2 - height, width, height},
-            LabelBox{x - width / 2, y + kOff + 2, width, height}};
+    std::vector<LabelBox> places{
+        LabelBox{x + kOff, y - kOff - height, width, height},
+        LabelBox{x - kOff - width, y - kOff - height, width, height},
+        LabelBox{x + kOff, y + kOff, width, height},
+        LabelBox{x - kOff - width, y + kOff, width, height},
+        LabelBox{x + kOff + 2, y - height / 2, width, height},
+        LabelBox{x - kOff - 2 - width, y - height / 2, width, height},
+        LabelBox{x - width / 2, y - kOff - 2 - height, width, height},
+        LabelBox{x - width / 2, y + kOff + 2, width, height}};
+    for (int line = 1; line <= 3; ++line) {
+        const float out = static_cast<float>(line) * height;
+        places.push_back(LabelBox{x + kOff, y - kOff - height - out, width, height});
+        places.push_back(LabelBox{x - kOff - width, y - kOff - height - out, width, height});
+        places.push_back(LabelBox{x + kOff, y + kOff + out, width, height});
+        places.push_back(LabelBox{x - kOff - width, y + kOff + out, width, height});
+    }
+    return places;
 }
 
 LabelBox DotBox(const NodeLabel& node) {
@@ -31,7 +43,8 @@ LabelBox DotBox(const NodeLabel& node) {
 } // namespace
 
 DiagramLabels LayOutDiagramLabels(const Circuit& circuit, const std::vector<std::string>& values,
-                                  bool withNodes, const LabelMetrics& metrics) {
+                                  bool withNodes, const LabelMetrics& metrics,
+                                  const std::vector<std::string>& nodeTexts) {
     DiagramLabels labels;
     labels.Values.resize(static_cast<std::size_t>(circuit.NumElements) + 1);
     std::vector<LabelBox> taken;
@@ -59,8 +72,10 @@ DiagramLabels LayOutDiagramLabels(const Circuit& circuit, const std::vector<std:
     for (int slot = 1; slot <= circuit.NumNodes; ++slot) {
         const NodeLabel& node = circuit.NodeLabels[slot];
         PlacedLabel& label = labels.Nodes[static_cast<std::size_t>(slot)];
-        label.Text = node.Name;
-        const auto places = NodeLabelPlaces(node, metrics.NodeWidth(node.Name), metrics.NodeHeight);
+        const auto index = static_cast<std::size_t>(slot);
+        label.Text = index < nodeTexts.size() ? nodeTexts[index] : node.Name;
+        const auto places =
+            NodeLabelPlaces(node, metrics.NodeWidth(label.Text), metrics.NodeHeight);
         label.Box = places[0];
         for (const LabelBox& place : places) {
             if (BoxIsFree(circuit, 0, place, taken)) {

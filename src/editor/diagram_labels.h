@@ -34,12 +34,14 @@ struct DiagramLabels {
 // Half the side of a node dot, in canvas units.
 inline constexpr float kNodeDotRadius = 4;
 
-// Lays out the value texts (by element slot) and, when withNodes, every node's name. Value
+// Lays out the value texts (by element slot) and, when withNodes, every node's label: the text
+// of nodeTexts (by node slot) where given, else the node's name. Value
 // labels are placed first, each on the first side of its device that covers no wire, device
 // or earlier label; node labels then take the first corner of their dot that covers none of
 // those. Where every place is taken the first one is used.
 DiagramLabels LayOutDiagramLabels(const Circuit& circuit, const std::vector<std::string>& values,
-                                  bool withNodes, const LabelMetrics& metrics);
+                                  bool withNodes, const LabelMetrics& metrics,
+                                  const std::vector<std::string>& nodeTexts = {});
 
 // The node whose label contains the point, 0 for none.
 int NodeLabelAt(const DiagramLabels& labels, float x, float y);

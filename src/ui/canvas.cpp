@@ -66,7 +66,7 @@ DiagramLabels Canvas::CurrentLabels() const {
         return LayOutDiagram(ws, texts, false);
     }
     const int view = ws.Step == 3 ? ws.ViewMode : 0;
-    return LayOutDiagram(ws, ViewLabelTexts(ws, view, ws.preferences.SigFigs), true);
+    return LayOutView(ws, view, ws.preferences.SigFigs);
 }
 
 void Canvas::PaintGrid(QPainter& painter) const {

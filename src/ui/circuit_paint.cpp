@@ -10,8 +10,7 @@
 namespace ampora::ui {
 
 QImage CircuitPaint(const Workspace& ws, qreal scale) {
-    const DiagramLabels labels =
-        LayOutDiagram(ws, ViewLabelTexts(ws, ws.ViewMode, ws.preferences.SigFigs), true);
+    const DiagramLabels labels = LayOutView(ws, ws.ViewMode, ws.preferences.SigFigs);
     std::vector<LabelBox> boxes;
     for (const auto* placed : {&labels.Values, &labels.Nodes}) {
         for (const PlacedLabel& label : *placed) {

@@ -132,6 +132,11 @@ DiagramLabels LayOutDiagram(const Workspace& ws, const std::vector<std::string>&
     return LayOutDiagramLabels(ws.circuit, values, withNodes, QtLabelMetrics());
 }
 
+DiagramLabels LayOutView(const Workspace& ws, int viewMode, int sigFigs) {
+    return LayOutDiagramLabels(ws.circuit, ViewLabelTexts(ws, viewMode, sigFigs), true,
+                               QtLabelMetrics(), NodeLabelTexts(ws, viewMode, sigFigs));
+}
+
 void PaintDiagramOn(QPainter& painter, const Workspace& ws, const DiagramLabels& labels,
                     DiagramLook look) {
     const Circuit& circuit = ws.circuit;
@@ -177,7 +182,7 @@ void PaintDiagramOn(QPainter& painter, const Workspace& ws, const DiagramLabels&
 }
 
 QImage PaintDiagram(const Workspace& ws, int viewMode, int sigFigs) {
-    const DiagramLabels labels = LayOutDiagram(ws, ViewLabelTexts(ws, viewMode, sigFigs), true);
+    const DiagramLabels labels = LayOutView(ws, viewMode, sigFigs);
     const LabelBox extent = DiagramExtent(ws.circuit, labels);
     if (extent.Width <= 0 || extent.Height <= 0) {
         return QImage();

@@ -29,6 +29,8 @@ LabelMetrics QtLabelMetrics();
 std::vector<std::string> ViewLabelTexts(const Workspace& ws, int viewMode, int sigFigs);
 
 // The labels laid out with the Qt fonts; node names only when withNodes.
+// Lays out the diagram of a view: its value texts and its node texts.
+DiagramLabels LayOutView(const Workspace& ws, int viewMode, int sigFigs);
 DiagramLabels LayOutDiagram(const Workspace& ws, const std::vector<std::string>& values,
                             bool withNodes);
 

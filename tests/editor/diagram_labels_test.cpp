@@ -97,7 +97,8 @@ TEST(DiagramLabels, NoLabelOfAnyExampleCoversAWireADeviceOrAnotherLabelInAnyView
                 }
             }
             const DiagramLabels labels =
-                LayOutDiagramLabels(session.ws.circuit, texts, true, FixedMetrics());
+                LayOutDiagramLabels(session.ws.circuit, texts, true, FixedMetrics(),
+                                    NodeLabelTexts(session.ws, view, 8));
             EXPECT_EQ(Collisions(session.ws.circuit, labels), std::vector<std::string>{})
                 << file.filename() << " view " << view;
         }

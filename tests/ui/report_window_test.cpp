@@ -217,8 +217,7 @@ class ReportWindowTest : public QObject {
         auto ws = Solved("supernode.amq");
         QVERIFY(ws);
         // The labels as the window lays them out, for the view the workspace is in.
-        const DiagramLabels labels =
-            ui::LayOutDiagram(*ws, ui::ViewLabelTexts(*ws, ws->ViewMode, 3), true);
+        const DiagramLabels labels = ui::LayOutView(*ws, ws->ViewMode, 3);
         std::vector<LabelBox> boxes;
         for (const auto* placed : {&labels.Values, &labels.Nodes}) {
             for (const PlacedLabel& label : *placed) {
