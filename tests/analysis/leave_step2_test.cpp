@@ -27,57 +27,47 @@ std::string Outcome(const std::string& text) {
     return outcome;
 }
 
-TEST(LeavingStep2, IdenticalBatteriesInParallelAreRefusedInStepTwo) {
-    EXPECT_EQ(Outcome(ThreeColumns("1,5", "1,5", "5,10")),
-              "step 2: You have a supernode with identical branches in parallel, which the "
-              "program can't handle.  You must go back and delete one of them.");
-}
-
-TEST(LeavingStep2, DifferentBatteriesInParallelContradictEachOther) {
-    EXPECT_EQ(Outcome(ThreeColumns("1,5", "1,6", "5,10")),
-              "step 2: You have a supernode with different voltages in parallel, which is a "
-              "contradiction.  You must go back and correct this situation.");
-    // Pointing the other way is a different voltage too.
-    EXPECT_EQ(Outcome(ThreeColumns("1,5", "2,5", "5,10")).substr(0, 51),
-              "step 2: You have a supernode with different voltage");
-}
-
-TEST(LeavingStep2, ABatteryShortedByABareWireIsAContradiction) {
-    std::string text = ThreeColumns("1,5", "5,10", "5,20");
-    // Take the middle resistor out: its column becomes a bare wire between the two nodes.
-    text.replace(text.find("\r\n3\r\n"), 5, "\r\n2\r\n");
-    text.erase(text.find("240,160,5,10\r\n"), 14);
-    EXPECT_EQ(Outcome(text), "step 2: You have a supernode with different voltages in parallel, "
-                             "which is a contradiction.  You must go back and correct this "
-                             "situation.");
-}
-
-TEST(LeavingStep2, ANodeReachedOnlyThroughCurrentSourcesCannotBeSolved) {
-    EXPECT_EQ(Outcome(ThreeColumns("7,1", "8,1", "7,2")),
-              "step 2: Error:  The program can't solve this circuit.  Go back and look for short "
-              "circuits or other error conditions.");
-}
-
-TEST(LeavingStep2, TwoSeparateCircuitsFloatAgainstEachOther) {
-    // The divider twice, the copy 480 units to the right: only one of them has the reference.
+// The divider twice, the copy 480 units to the right: only one of them has the reference.
+std::string TwoDividers() {
     const std::string divider = test::ExampleText("voltage_divider.amq");
-    std::string text = "14\r\n";
-    const auto wires = divider.substr(3, divider.find("\r\n4\r\n") - 1);
-    text += wires;
+    const std::string wires = divider.substr(3, divider.find("\r\n4\r\n") - 1);
     std::string shifted;
     for (std::size_t at = 0; at < wires.size();) {
         const std::size_t end = wires.find("\r\n", at);
-        const std::string line = wires.substr(at, end - at);
         int x1, y1, x2, y2;
-        std::sscanf(line.c_str(), "%d,%d,%d,%d", &x1, &y1, &x2, &y2);
+        std::sscanf(wires.substr(at, end - at).c_str(), "%d,%d,%d,%d", &x1, &y1, &x2, &y2);
         shifted += std::to_string(x1 + 480) + "," + std::to_string(y1) + "," +
                    std::to_string(x2 + 480) + "," + std::to_string(y2) + "\r\n";
         at = end + 2;
     }
-    text += shifted + "8\r\n160,80,6,1000\r\n80,160,1,12\r\n240,160,5,2000\r\n400,160,5,2000\r\n"
-                      "640,80,6,1000\r\n560,160,1,12\r\n720,160,5,2000\r\n880,160,5,2000\r\n0\r\n";
-    EXPECT_EQ(Outcome(text), "step 2: Error:  The program can't solve this circuit.  Go back and "
-                             "look for short circuits or other error conditions.");
+    return "14\r\n" + wires + shifted +
+           "8\r\n160,80,6,1000\r\n80,160,1,12\r\n240,160,5,2000\r\n400,160,5,2000\r\n"
+           "640,80,6,1000\r\n560,160,1,12\r\n720,160,5,2000\r\n880,160,5,2000\r\n0\r\n";
+}
+
+TEST(LeavingStep2, EachRefusalShowsItsOwnMessageAndStaysInStep2) {
+    const std::string different = "step 2: You have a supernode with different voltages in "
+                                  "parallel, which is a contradiction.  You must go back and "
+                                  "correct this situation.";
+    const std::string cannotSolve = "step 2: Error:  The program can't solve this circuit.  Go "
+                                    "back and look for short circuits or other error conditions.";
+    // The middle resistor taken out: its column becomes a bare wire between the two nodes.
+    std::string shorted = ThreeColumns("1,5", "5,10", "5,20");
+    shorted.replace(shorted.find("\r\n3\r\n"), 5, "\r\n2\r\n");
+    shorted.erase(shorted.find("240,160,5,10\r\n"), 14);
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {ThreeColumns("1,5", "1,5", "5,10"),
+         "step 2: You have a supernode with identical branches in parallel, which the program "
+         "can't handle.  You must go back and delete one of them."},
+        {ThreeColumns("1,5", "1,6", "5,10"), different},
+        {ThreeColumns("1,5", "2,5", "5,10"), different}, // pointing the other way
+        {shorted, different},
+        {ThreeColumns("7,1", "8,1", "7,2"), cannotSolve}, // a node reached only through sources
+        {TwoDividers(), cannotSolve},                       // floating against each other
+    };
+    for (const auto& [text, outcome] : cases) {
+        EXPECT_EQ(Outcome(text), outcome) << text;
+    }
 }
 
 TEST(LeavingStep2, AFailedMoveKeepsTheNamesAndCanBeRetriedAfterRenaming) {

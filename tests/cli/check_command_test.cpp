@@ -16,36 +16,12 @@ TEST(CliCheck, PrintsTheTablesOfAFileReadWhole) {
     const CliRun run = Cli({"check", path});
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.err, "");
-    EXPECT_EQ(run.out, R"({
-  "complete": true,
-  "wires": [
-    {
-      "slot": 1,
-      "x1": 40,
-      "y1": 80,
-      "x2": 200,
-      "y2": 80
-    }
-  ],
-  "elements": [
-    {
-      "slot": 1,
-      "kind": 3,
-      "value": 0.10000000149011612,
-      "x": 120,
-      "y": 80
-    }
-  ],
-  "nodes": [
-    {
-      "slot": 1,
-      "name": "A",
-      "x": 40,
-      "y": 80
-    }
-  ]
-}
-)");
+    EXPECT_EQ(test::OneLine(run.out),
+              "{\"complete\": true,"
+              "\"wires\": [{\"slot\": 1,\"x1\": 40,\"y1\": 80,\"x2\": 200,\"y2\": 80}],"
+              "\"elements\": [{\"slot\": 1,\"kind\": 3,\"value\": 0.10000000149011612,"
+              "\"x\": 120,\"y\": 80}],"
+              "\"nodes\": [{\"slot\": 1,\"name\": \"A\",\"x\": 40,\"y\": 80}]}");
 }
 
 TEST(CliCheck, ReadsEveryExampleWhole) {

@@ -17,40 +17,14 @@ TEST(CliSolve, ASolvedCircuitReportsItsVoltagesAndChainCurrents) {
     const CliRun run = Cli({"solve", "--autoname=2", Example("voltage_divider.amq")});
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.err, "");
-    EXPECT_EQ(run.out.substr(0, run.out.find("    {\n      \"slot\": 2,\n      \"start\"")),
-              R"({
-  "status": "solved",
-  "step": 3,
-  "message": "",
-  "nodes": [
-    {
-      "slot": 1,
-      "name": "A",
-      "x": 240,
-      "y": 80,
-      "voltage": 6
-    },
-    {
-      "slot": 2,
-      "name": "0",
-      "x": 240,
-      "y": 240,
-      "voltage": 0
-    }
-  ],
-  "branches": [
-    {
-      "slot": 1,
-      "start": 1,
-      "end": 2,
-      "path": "240,80;80,80;80,240;240,240",
-      "resistance": 1000,
-      "emf": -12,
-      "source_current": 0,
-      "current_name": "",
-      "current": -0.0060000000000000001
-    },
-)");
+    const std::string out = test::OneLine(run.out);
+    EXPECT_EQ(out.substr(0, out.find(",{\"slot\": 2,\"start\"")),
+              "{\"status\": \"solved\",\"step\": 3,\"message\": \"\","
+              "\"nodes\": [{\"slot\": 1,\"name\": \"A\",\"x\": 240,\"y\": 80,\"voltage\": 6},"
+              "{\"slot\": 2,\"name\": \"0\",\"x\": 240,\"y\": 240,\"voltage\": 0}],"
+              "\"branches\": [{\"slot\": 1,\"start\": 1,\"end\": 2,"
+              "\"path\": \"240,80;80,80;80,240;240,240\",\"resistance\": 1000,\"emf\": -12,"
+              "\"source_current\": 0,\"current_name\": \"\",\"current\": -0.0060000000000000001}");
     EXPECT_NE(run.out.find("\"slot\": 6"), std::string::npos);
 }
 

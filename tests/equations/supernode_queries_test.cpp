@@ -5,23 +5,6 @@
 namespace ampora {
 namespace {
 
-std::string Packed(std::vector<std::int16_t> list, bool ascending) {
-    SortAndPack(list, ascending);
-    std::string text;
-    for (const auto value : list) {
-        text += std::to_string(value) + " ";
-    }
-    return text;
-}
-
-TEST(SortAndPack, SortsEitherWayAndDropsRepeats) {
-    EXPECT_EQ(Packed({5, 3, 5, 1, 3, 9}, true), "1 3 5 9 ");
-    EXPECT_EQ(Packed({5, 3, 5, 1, 3, 9}, false), "9 5 3 1 ");
-    EXPECT_EQ(Packed({4, 4, 4}, true), "4 ");
-    EXPECT_EQ(Packed({-2}, true), "-2 ");
-    EXPECT_EQ(Packed({}, true), "");
-}
-
 TEST(NegAlias, NegatesNumbersAndSimpleSumsAndWrapsTheRest) {
     std::string text;
     for (const char* alias : {"7", "-7", "0", "2.5", "Va-7", "Va+7", "Va", "Va+1-2", "-Va"}) {
@@ -68,30 +51,6 @@ TEST(SuperEqnString, WithoutAReferenceTheFirstNodeIsAnOrdinaryName) {
     const Workspace ws = ThreeNamedNodes(false);
     EXPECT_EQ(SuperEqnString(ws, 3, 1, 12), "Vb=0+12");
     EXPECT_EQ(SuperAltEqnString(ws, 3, 1, 12), "Vb-0=12");
-}
-
-TEST(SupernodeQueries, AnswerFromTheSupernodeAndVariableTables) {
-    Workspace ws = ThreeNamedNodes(true);
-    ws.circuit.NumNodes = 4;
-    ws.naming.NodeOrder[4] = 4;
-    ws.equations.NumSuperNodes = 1;
-    ws.equations.SuperNodes[1] = SuperNode{{2, 4}, {3, 7}};
-    ws.equations.EqnVars = {EqnVar{1, 2, "Va"}, EqnVar{0, 3, "Vb"}};
-    int superNode = -1;
-    EXPECT_TRUE(IsAnchorNode(ws.equations, 2, superNode));
-    EXPECT_EQ(superNode, 1);
-    EXPECT_FALSE(IsAnchorNode(ws.equations, 4, superNode));
-    EXPECT_EQ(superNode, 0);
-    EXPECT_TRUE(IsBranchOfSN(ws.equations, 7, 1));
-    EXPECT_FALSE(IsBranchOfSN(ws.equations, 5, 1));
-    EXPECT_FALSE(IsBranchOfSN(ws.equations, 7, 2)); // beyond the count, never looked up
-    EXPECT_TRUE(IsNormalNode(ws, 3));
-    EXPECT_TRUE(IsNormalNode(ws, 1));
-    EXPECT_FALSE(IsNormalNode(ws, 4));
-    EXPECT_FALSE(IsNormalNode(ws, 5));
-    EXPECT_EQ(EqnVarWithNode(ws.equations, 4), 1);
-    EXPECT_EQ(EqnVarWithNode(ws.equations, 3), 2);
-    EXPECT_EQ(EqnVarWithNode(ws.equations, 1), 0);
 }
 
 } // namespace

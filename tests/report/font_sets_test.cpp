@@ -1,5 +1,4 @@
 #include "report/font_sets.h"
-#include "report/palette.h"
 #include "report/symbol_font.h"
 #include "support/recording_surface.h"
 
@@ -25,17 +24,6 @@ TEST(FontSets, TheFourRowsAreFixedAndRowThreeKeepsTheSmallerLargeSize) {
                     "Times Roman 12 pt: Times New Roman 12 18 8.25 8 -2.67 21\n"
                     "Times Roman 16 pt: Times New Roman 16 24 12 8 -2.67 27\n");
     EXPECT_THROW(FontSetCaption(5), SlotOutOfRange);
-}
-
-TEST(Palette, ConsoleColoursByNumberAndNothingPastFifteen) {
-    EXPECT_EQ(QBColor(0), 0x000000u);
-    EXPECT_EQ(QBColor(4), 0x800000u);
-    EXPECT_EQ(QBColor(7), 0xC0C0C0u);
-    EXPECT_EQ(QBColor(9), 0x0000FFu);
-    EXPECT_EQ(QBColor(12), 0xFF0000u);
-    EXPECT_EQ(QBColor(15), 0xFFFFFFu);
-    EXPECT_THROW(QBColor(16), std::out_of_range);
-    EXPECT_THROW(QBColor(-1), std::out_of_range);
 }
 
 TEST(SymbolFont, LatinLettersBecomeTheGreekTheSymbolFontShows) {

@@ -22,4 +22,18 @@ inline CliRun Cli(const std::vector<std::string>& args, cli::ReportRenderer* ren
     return CliRun{code, out.str(), err.str()};
 }
 
+// The JSON ampora-cli writes on one line: each line end and the indent after it removed.
+inline std::string OneLine(const std::string& json) {
+    std::string line;
+    for (std::size_t at = 0; at < json.size(); ++at) {
+        if (json[at] != '\n') {
+            line += json[at];
+        }
+        while (json[at] == '\n' && at + 1 < json.size() && json[at + 1] == ' ') {
+            ++at;
+        }
+    }
+    return line;
+}
+
 } // namespace ampora::test

@@ -58,17 +58,15 @@ struct Session {
     ampora::test::MemorySettingsStore store;
     std::unique_ptr<ampora::ui::MainWindow> window;
 
-    explicit Session(bool realPrompts = false, bool defaultLayout = false) {
+    explicit Session(bool realPrompts = false) {
         store.values["Parameters/SigFigs"] = "3";
         store.values["Parameters/Instructions"] = "False";
         ampora::ui::WindowPorts ports;
         ports.prompts = realPrompts ? nullptr : &prompts;
         ports.store = &store;
         window = std::make_unique<ampora::ui::MainWindow>(workspace, ports);
-        if (!defaultLayout) {
-            window->resize(1000, 720);
-            window->move(0, 0);
-        }
+        window->resize(1000, 720);
+        window->move(0, 0);
         window->show();
         QVERIFY(QTest::qWaitForWindowExposed(window.get()));
     }
@@ -342,36 +340,18 @@ class AnalysisStepsTest : public QObject {
             int refusedIn;
             QString message;
         };
-        const QString loop = "80,400,160,400\r\n160,400,160,480\r\n160,480,80,480\r\n"
-                             "80,480,80,400\r\n";
-        QString withLoop = ThreeColumns("1,5", "5,10", "5,20");
-        withLoop.replace(0, 3, "11\r\n");
-        withLoop.insert(withLoop.indexOf("3\r\n80,160"), loop);
-        QString twoSources = ThreeColumns("1,5", "5,10", "7,1");
-        twoSources.replace("\r\n3\r\n80,160", "\r\n4\r\n80,160");
-        twoSources.replace("\r\n0\r\n", "\r\n400,200,7,1\r\n0\r\n");
         QString supernode;
         {
             QFile file(ExamplePath("supernode.amq"));
             file.open(QIODevice::ReadOnly);
             supernode = QString::fromUtf8(file.readAll());
         }
-        QString twoZeros = supernode;
-        twoZeros.replace("\"V1\"", "\"0\"");
+        // One refusal of each step; the core tests hold every message's text.
         const QList<Case> cases = {
             {"nothing drawn", "0\r\n0\r\n0\r\n", "", 1, ""},
-            {"no nodes", "1\r\n0,0,80,0\r\n0\r\n0\r\n", "", 1, ampora::kNoNodesMessage},
             {"a loose end", "2\r\n0,0,160,0\r\n80,0,80,80\r\n0\r\n0\r\n", "", 1,
              ampora::kLooseEndsMessage},
-            {"a loop without nodes", withLoop, "", 1, ampora::kLoopsMessage},
-            {"two current sources in one branch", twoSources, "", 1,
-             ampora::kTwoCurrentSourcesMessage},
-            {"two nodes named 0", twoZeros, "", 2, ampora::kTwoReferencesMessage},
             {"duplicate names", supernode, "V2", 2, ampora::kDuplicateNamesMessage},
-            {"identical batteries in parallel", ThreeColumns("1,5", "1,5", "5,10"), "", 2,
-             ampora::kIdenticalParallelBranchesMessage},
-            {"different batteries in parallel", ThreeColumns("1,5", "1,6", "5,10"), "", 2,
-             ampora::kDifferentParallelVoltagesMessage},
             {"a short circuit through current sources", ThreeColumns("7,1", "8,1", "7,2"), "", 2,
              ampora::kCannotSolveMessage},
         };
@@ -456,16 +436,6 @@ class AnalysisStepsTest : public QObject {
         s.Press("cmdNext2");
         s.Find<QAction>("mnuFilePrint")->trigger();
         QCOMPARE(asked.count(), 1);
-    }
-
-    void theEquationsWindowSitsBelowTheMainWindowAtFirst() {
-        Session s(false, true);
-        QWidget* equations = s.Equations();
-        QCOMPARE(equations->objectName(), QStringLiteral("frmEquations"));
-        // The default layout: as wide as the main window and directly below it.
-        QCOMPARE(equations->width(), s.window->width());
-        QCOMPARE(equations->pos().x(), s.window->pos().x());
-        QVERIFY(equations->pos().y() >= s.window->pos().y() + s.window->height() - 1);
     }
 
     void theReportGetsTheDiagramAndTheEquationPicturesAsImages() {

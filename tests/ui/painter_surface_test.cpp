@@ -59,18 +59,6 @@ class PainterSurfaceTest : public QObject {
         QVERIFY2(std::abs(ratio - 96.0f / 72.0f) < 0.05f, QByteArray::number(ratio));
     }
 
-    void clearingWhitensThePictureAndReturnsToTheCorner() {
-        QImage image = WhiteImage(50, 30);
-        ampora::ui::PainterSurface surface(image);
-        surface.SetCurrentY(5);
-        surface.Print("Ink");
-        surface.DrawLine(0, 20, 40, 20);
-        surface.Clear();
-        QCOMPARE(surface.CurrentX(), 0.0f);
-        QCOMPARE(surface.CurrentY(), 0.0f);
-        QVERIFY(InkBounds(image).isNull());
-    }
-
     void aLineAlongARowCoversWholePixels() {
         QImage image = WhiteImage(50, 30);
         {

@@ -140,31 +140,6 @@ class ReportWindowTest : public QObject {
         QVERIFY(rtf.find("The electric current:") == std::string::npos);
     }
 
-    void theButtonsStayCentredAsAPairUnderTheBox() {
-        ui::ReportWindow window;
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        for (const QSize size : {QSize(600, 400), QSize(901, 700)}) {
-            window.resize(size);
-            QTest::qWait(10);
-            const int w = window.width();
-            const int h = window.height();
-            QPushButton* copy = window.cmdCopyToClipboard();
-            QPushButton* close = window.cmdReportClose();
-            const int b = copy->height();
-            QCOMPARE(close->size(), copy->size());
-            QCOMPARE(copy->pos(), QPoint(w / 2 - copy->width() - 20, h - b - 8));
-            QCOMPARE(close->pos(), QPoint(w / 2 + 20, h - b - 8));
-            QCOMPARE(window.RichTextBox1()->geometry(), QRect(8, 8, w - 16, h - b - 24));
-            QCOMPARE(window.cmdSaveAs()->geometry().right(), w - 8 - 1);
-        }
-        QCOMPARE(window.cmdCopyToClipboard()->toolTip(),
-                 QStringLiteral("copies the selected text or (if nothing selected) the entire "
-                                "report to the clipboard"));
-        QCOMPARE(window.cmdCopyToClipboard()->text(), QStringLiteral("Copy"));
-        QCOMPARE(window.cmdReportClose()->text(), QStringLiteral("Close"));
-    }
-
     void saveAsWritesTheFormatTheNameAsksFor() {
         auto ws = Solved("supernode.amq");
         QVERIFY(ws);
