@@ -130,14 +130,10 @@ TEST(CircuitFile, EveryExampleReadsWholeAndSavesBackToTheSameBytes) {
     EXPECT_GE(test::ExampleFiles().size(), 6u);
 }
 
-TEST(NeedFileSave, AnEmptyDrawingNeverNeedsSavingEvenWithAMissingFile) {
+TEST(NeedFileSave, AnEmptyDrawingNeverNeedsSavingButAnUntitledWireDoes) {
     Circuit circuit;
     EXPECT_FALSE(NeedFileSave(circuit, "/nonexistent/folder/file.amq"));
     EXPECT_FALSE(NeedFileSave(circuit, ""));
-}
-
-TEST(NeedFileSave, AnUntitledDrawingWithAWireNeedsSaving) {
-    Circuit circuit;
     AddWire(circuit, 0, 0, 80, 0);
     EXPECT_TRUE(NeedFileSave(circuit, ""));
 }

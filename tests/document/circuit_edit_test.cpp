@@ -84,6 +84,8 @@ TEST(CircuitTables, AnEraseRemembersOnlyItselfAndUndoBringsItBack) {
 }
 
 TEST(CircuitTables, NewErasesEverythingIntoTheUndoMemoryAndUndoRestoresTheDrawing) {
+    Circuit empty;
+    EXPECT_FALSE(EraseWholeCircuit(empty)); // New on nothing leaves nothing to undo
     Circuit circuit = FiveWires();
     AddElement(circuit, kSourceUp, 2, 40, 0);
     AddElement(circuit, kBatteryDown, 9, 40, 32);
@@ -104,11 +106,6 @@ TEST(CircuitTables, NewErasesEverythingIntoTheUndoMemoryAndUndoRestoresTheDrawin
     EXPECT_EQ(CountLiveWires(circuit), 4);
     EXPECT_EQ(CountLiveElements(circuit), 1);
     EXPECT_EQ(circuit.Elements[2].Kind, kBatteryDown);
-}
-
-TEST(CircuitTables, NewOnAnEmptyDrawingHasNothingToUndo) {
-    Circuit circuit;
-    EXPECT_FALSE(EraseWholeCircuit(circuit));
 }
 
 TEST(ElementKinds, ReversedKindSwapsEachDirectionPairAndLeavesResistors) {

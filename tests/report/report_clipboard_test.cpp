@@ -77,44 +77,32 @@ TEST(ReportClipboard, ASelectionGoesAlone) {
     EXPECT_EQ(copy.clipboard.rtf.find("first"), std::string::npos);
 }
 
-TEST(ReportClipboard, AClipboardFreedWithinTenRetriesTakesTheCopySilently) {
-    Copy copy;
-    copy.clipboard.Busy(10);
-    copy.Run(0, 0);
-    EXPECT_TRUE(copy.done);
-    EXPECT_EQ(copy.pauses, std::vector<int>(10, 100));
-    EXPECT_EQ(copy.clipboard.calls.size(), 12u); // 11 clears, then the put
-    EXPECT_EQ(copy.clipboard.rtf, RtfText(TwoLines()));
-    EXPECT_TRUE(copy.prompts.messages.empty());
-}
-
-TEST(ReportClipboard, TheTenRetriesAreSharedByClearingAndPutting) {
-    Copy freedInTime;
-    freedInTime.clipboard.Busy(6); // clear: 6 retries
-    freedInTime.clipboard.Busy(4); // put: the last 4
-    freedInTime.Run(0, 0);
-    EXPECT_TRUE(freedInTime.done);
-    EXPECT_EQ(freedInTime.pauses.size(), 10u);
-
-    Copy freedTooLate;
-    freedTooLate.clipboard.Busy(6);
-    freedTooLate.clipboard.Busy(5);
-    freedTooLate.Run(0, 0);
-    EXPECT_FALSE(freedTooLate.done);
-    EXPECT_EQ(freedTooLate.pauses.size(), 10u);
-    EXPECT_EQ(freedTooLate.clipboard.rtf, "");
-    EXPECT_EQ(freedTooLate.prompts.messages.size(), 1u);
-}
-
-TEST(ReportClipboard, AClipboardHeldLongerGivesTheMessageOnce) {
-    Copy copy;
-    copy.clipboard.Busy(1000, false);
-    copy.Run(0, 0);
-    EXPECT_FALSE(copy.done);
-    EXPECT_EQ(copy.pauses.size(), 10u);
-    EXPECT_EQ(copy.clipboard.calls, std::vector<std::string>(11, "clear"));
-    EXPECT_EQ(copy.prompts.messages,
-              std::vector<std::string>{"Unable to access clipboard\r\nTry again later"});
+TEST(ReportClipboard, TenRetriesAHundredMillisecondsApartSharedByClearingAndPutting) {
+    struct Case {
+        int busyClearing, busyPutting; // -1: held for good
+        std::string outcome;
+    };
+    const std::vector<Case> cases = {
+        {10, 0, "copied after 10 pauses, 12 calls"},
+        {6, 4, "copied after 10 pauses, 12 calls"},
+        {6, 5, "not copied after 10 pauses, 12 calls: Unable to access clipboard\r\nTry again later"},
+        {-1, 0, "not copied after 10 pauses, 11 calls: Unable to access clipboard\r\nTry again later"},
+    };
+    for (const Case& c : cases) {
+        Copy copy;
+        copy.clipboard.Busy(c.busyClearing < 0 ? 1000 : c.busyClearing, c.busyClearing >= 0);
+        copy.clipboard.Busy(c.busyPutting);
+        copy.Run(0, 0);
+        std::string outcome = (copy.done ? "copied after " : "not copied after ") +
+                              std::to_string(copy.pauses.size()) + " pauses, " +
+                              std::to_string(copy.clipboard.calls.size()) + " calls";
+        for (const std::string& message : copy.prompts.messages) {
+            outcome += ": " + message;
+        }
+        EXPECT_EQ(outcome, c.outcome) << c.busyClearing << " " << c.busyPutting;
+        EXPECT_EQ(copy.pauses, std::vector<int>(copy.pauses.size(), 100));
+        EXPECT_EQ(copy.clipboard.rtf, copy.done ? RtfText(TwoLines()) : "");
+    }
 }
 
 TEST(ReportFiles, TheExtensionChoosesTheFormatInAnyCase) {
