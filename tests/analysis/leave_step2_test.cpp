@@ -63,7 +63,7 @@ TEST(LeavingStep2, EachRefusalShowsItsOwnMessageAndStaysInStep2) {
         {ThreeColumns("1,5", "2,5", "5,10"), different}, // pointing the other way
         {shorted, different},
         {ThreeColumns("7,1", "8,1", "7,2"), cannotSolve}, // a node reached only through sources
-        {TwoDividers(), cannotSolve},                       // floating against each other
+        {TwoDividers(), cannotSolve},                     // floating against each other
     };
     for (const auto& [text, outcome] : cases) {
         EXPECT_EQ(Outcome(text), outcome) << text;

@@ -3,6 +3,7 @@
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
 #include "support/circuit_dump.h"
+#include "support/drawn_circuit.h"
 #include "support/scripted_prompts.h"
 #include "support/test_files.h"
 
@@ -11,28 +12,12 @@
 namespace ampora {
 namespace {
 
-struct W {
-    float x1, y1, x2, y2;
-};
-
-void Draw(Workspace& workspace, std::initializer_list<W> wires) {
-    for (const W& w : wires) {
-        AddWire(workspace.circuit, w.x1, w.y1, w.x2, w.y2);
-    }
-}
+using test::W;
 
 // Two nodes joined by three branches, 10 ohms on each.
 void DrawThreeBranches(Workspace& workspace) {
-    Draw(workspace, {{80, 0, 0, 0},
-                     {0, 0, 0, 160},
-                     {0, 160, 80, 160},
-                     {80, 0, 80, 160},
-                     {80, 0, 160, 0},
-                     {160, 0, 160, 160},
-                     {160, 160, 80, 160}});
-    for (const float x : {0.0f, 80.0f, 160.0f}) {
-        AddElement(workspace.circuit, kResistorVertical, 10, x, 80);
-    }
+    workspace.circuit =
+        test::ThreeBranches(kResistorVertical, 10, kResistorVertical, 10, kResistorVertical, 10);
 }
 
 struct Outcome {
@@ -59,7 +44,9 @@ TEST(LeavingStep1, EachRefusalShowsItsOwnMessageAndStaysInStep1) {
                               "cannot flow in them.  You must go back and delete them.";
     const std::vector<Case> cases = {
         {"nothing drawn", false, {}, "stopped in step 1"},
-        {"a lone wire", false, {{0, 0, 80, 0}},
+        {"a lone wire",
+         false,
+         {{0, 0, 80, 0}},
          "refused in step 1: You can't do nodal analysis since there are no nodes."},
         {"a T", false, {{0, 0, 160, 0}, {80, 0, 80, 80}}, loose},
         {"a rectangle", false, square,
@@ -77,7 +64,9 @@ TEST(LeavingStep1, EachRefusalShowsItsOwnMessageAndStaysInStep1) {
          {{400, 0, 480, 0}, {480, 0, 480, 80}, {480, 80, 400, 80}, {400, 80, 400, 0}},
          "refused in step 1: You have simple current loops containing no nodes.  They should be "
          "analyzed with Ohm's law, not nodal analysis.  You must go back and delete them."},
-        {"two current sources on one branch", true, {},
+        {"two current sources on one branch",
+         true,
+         {},
          "refused in step 1: You have two current sources in the same branch.  You must go back "
          "and delete one of them."},
     };
@@ -86,9 +75,7 @@ TEST(LeavingStep1, EachRefusalShowsItsOwnMessageAndStaysInStep1) {
         if (c.threeBranches) {
             DrawThreeBranches(ws);
         }
-        for (const W& w : c.wires) {
-            AddWire(ws.circuit, w.x1, w.y1, w.x2, w.y2);
-        }
+        test::Draw(ws.circuit, c.wires);
         if (c.wires.empty() && c.threeBranches) {
             AddElement(ws.circuit, kSourceUp, 1, 160, 40);
             AddElement(ws.circuit, kSourceUp, 1, 160, 120);
@@ -144,13 +131,13 @@ TEST(LeavingStep1, NamesSurviveGoingBackUnlessTheirNodeMoved) {
     BackToStep1(ws);
     // Redraw with the top node 40 units higher; the bottom node stays where it was.
     EraseWholeCircuit(ws.circuit);
-    Draw(ws, {{80, -40, 0, -40},
-              {0, -40, 0, 160},
-              {0, 160, 80, 160},
-              {80, -40, 80, 160},
-              {80, -40, 160, -40},
-              {160, -40, 160, 160},
-              {160, 160, 80, 160}});
+    test::Draw(ws.circuit, {{80, -40, 0, -40},
+                            {0, -40, 0, 160},
+                            {0, 160, 80, 160},
+                            {80, -40, 80, 160},
+                            {80, -40, 160, -40},
+                            {160, -40, 160, 160},
+                            {160, 160, 80, 160}});
     ASSERT_EQ(LeaveStep1(ws, prompts), TransitionResult::Entered) << test::DumpCircuit(ws.circuit);
     EXPECT_EQ(ws.circuit.NodeLabels[1].Name, "[ ]");
     EXPECT_EQ(ws.circuit.NodeLabels[1].Y, -40);

@@ -5,6 +5,7 @@
 #include "analysis/wire_cleanup.h"
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
+#include "support/drawn_circuit.h"
 #include "support/test_files.h"
 #include "support/topology_dump.h"
 
@@ -13,24 +14,7 @@
 namespace ampora {
 namespace {
 
-struct W {
-    float x1, y1, x2, y2;
-};
-struct E {
-    std::int16_t kind;
-    float value, x, y;
-};
-
-Circuit Drawn(std::initializer_list<W> wires, std::initializer_list<E> elements = {}) {
-    Circuit circuit;
-    for (const W& w : wires) {
-        AddWire(circuit, w.x1, w.y1, w.x2, w.y2);
-    }
-    for (const E& e : elements) {
-        AddElement(circuit, e.kind, e.value, e.x, e.y);
-    }
-    return circuit;
-}
+using test::Drawn;
 
 NodeLabel NamedNode(float x, float y, const std::string& name) {
     NodeLabel node;
@@ -56,19 +40,9 @@ std::string Analysed(Circuit circuit) {
     return Analysed(circuit, topology);
 }
 
-// Two nodes joined by three branches: 10 ohms on the left, a 5 V battery pointing up in
-// the middle, 20 ohms on the right.
+// 10 ohms on the left, a 5 V battery pointing up in the middle, 20 ohms on the right.
 Circuit ThreeBranches() {
-    return Drawn({{80, 0, 0, 0},
-                  {0, 0, 0, 160},
-                  {0, 160, 80, 160},
-                  {80, 0, 80, 160},
-                  {80, 0, 160, 0},
-                  {160, 0, 160, 160},
-                  {160, 160, 80, 160}},
-                 {{kResistorVertical, 10, 0, 80},
-                  {kBatteryUp, 5, 80, 80},
-                  {kResistorVertical, 20, 160, 80}});
+    return test::ThreeBranches(kResistorVertical, 10, kBatteryUp, 5, kResistorVertical, 20);
 }
 
 TEST(Topology, ATJunctionIsANodeOfThreeWiresWithAStubAlongEachAndAChainFromEachLooseEnd) {
@@ -115,10 +89,8 @@ TEST(Topology, AClosedRectangleWithoutNodesIsOneLoop) {
 
 TEST(Topology, ALoopBesideACircuitWithNodesIsFoundAfterTheNodeChains) {
     Circuit circuit = ThreeBranches();
-    for (const W& w :
-         {W{400, 0, 480, 0}, W{480, 0, 480, 80}, W{480, 80, 400, 80}, W{400, 80, 400, 0}}) {
-        AddWire(circuit, w.x1, w.y1, w.x2, w.y2);
-    }
+    test::Draw(circuit,
+               {{400, 0, 480, 0}, {480, 0, 480, 80}, {480, 80, 400, 80}, {400, 80, 400, 0}});
     const std::string dump = Analysed(circuit);
     EXPECT_NE(dump.find("chain 7 -1->0 400,0;480,0;480,80;400,80;400,0 R 0 EMF 0 J 0 \"\"\n"
                         "branches 6 stubs 0 loose 0 loops 1 currents 0\n"),

@@ -1,6 +1,7 @@
 #include "analysis/wire_cleanup.h"
 #include "document/circuit_edit.h"
 #include "support/circuit_dump.h"
+#include "support/drawn_circuit.h"
 #include "support/topology_dump.h"
 
 #include <gtest/gtest.h>
@@ -8,17 +9,7 @@
 namespace ampora {
 namespace {
 
-struct W {
-    float x1, y1, x2, y2;
-};
-
-Circuit Drawn(std::initializer_list<W> wires) {
-    Circuit circuit;
-    for (const W& w : wires) {
-        AddWire(circuit, w.x1, w.y1, w.x2, w.y2);
-    }
-    return circuit;
-}
+using test::Drawn;
 
 std::string CleanedUp(Circuit circuit) {
     CleanUpWires(circuit);

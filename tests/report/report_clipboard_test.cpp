@@ -85,8 +85,10 @@ TEST(ReportClipboard, TenRetriesAHundredMillisecondsApartSharedByClearingAndPutt
     const std::vector<Case> cases = {
         {10, 0, "copied after 10 pauses, 12 calls"},
         {6, 4, "copied after 10 pauses, 12 calls"},
-        {6, 5, "not copied after 10 pauses, 12 calls: Unable to access clipboard\r\nTry again later"},
-        {-1, 0, "not copied after 10 pauses, 11 calls: Unable to access clipboard\r\nTry again later"},
+        {6, 5,
+         "not copied after 10 pauses, 12 calls: Unable to access clipboard\r\nTry again later"},
+        {-1, 0,
+         "not copied after 10 pauses, 11 calls: Unable to access clipboard\r\nTry again later"},
     };
     for (const Case& c : cases) {
         Copy copy;
