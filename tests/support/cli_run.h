@@ -28,8 +28,9 @@ inline std::string OneLine(const std::string& json) {
     for (std::size_t at = 0; at < json.size(); ++at) {
         if (json[at] != '\n') {
             line += json[at];
+            continue;
         }
-        while (json[at] == '\n' && at + 1 < json.size() && json[at + 1] == ' ') {
+        while (at + 1 < json.size() && json[at + 1] == ' ') {
             ++at;
         }
     }
