@@ -28,65 +28,120 @@ std::string Quoted(const std::string& text) {
     return quoted + "\"";
 }
 
+// A field of a line: a view into the line itself, or into the line's unquoted copies when
+// a quoted text holds doubled quotes. Valid until the next line is split.
 struct Field {
-    std::string text;
+    std::string_view text;
     bool quoted = false;
 };
 
-// Splits one line into `fields`; false when a quoted field is not closed properly.
-bool SplitFields(std::string_view line, std::vector<Field>& fields, std::string& problem) {
-    fields.clear();
-    std::size_t pos = 0;
-    while (true) {
-        Field field;
+// Splits lines into fields without copying them: only a quoted text with doubled quotes
+// is written out, into a buffer the fields then point into.
+class FieldSplitter {
+  public:
+    // Splits one line into `fields`; false when a quoted field is not closed properly.
+    bool Split(std::string_view line, std::vector<Field>& fields, std::string& problem) {
+        fields.clear();
+        spans_.clear();
+        unquoted_.clear();
+        if (!SplitSpans(line, problem)) {
+            return false;
+        }
+        for (const Span& span : spans_) {
+            const std::string_view from = span.unquoted ? std::string_view(unquoted_) : line;
+            fields.push_back(Field{from.substr(span.begin, span.length), span.quoted});
+        }
+        return true;
+    }
+
+  private:
+    struct Span {
+        std::size_t begin = 0;
+        std::size_t length = 0;
+        bool quoted = false;
+        bool unquoted = false; // in unquoted_ rather than in the line
+    };
+
+    static std::size_t SkipBlanks(std::string_view line, std::size_t pos) {
         while (pos < line.size() && (line[pos] == ' ' || line[pos] == '\t')) {
             ++pos;
         }
-        if (pos < line.size() && line[pos] == '"') {
-            field.quoted = true;
-            ++pos;
-            bool closed = false;
-            while (pos < line.size()) {
-                if (line[pos] == '"') {
-                    if (pos + 1 < line.size() && line[pos + 1] == '"') {
-                        field.text += '"';
-                        pos += 2;
-                        continue;
-                    }
-                    ++pos;
-                    closed = true;
-                    break;
-                }
-                field.text += line[pos++];
-            }
-            if (!closed) {
-                problem = "a quoted text is not closed";
-                return false;
-            }
-            while (pos < line.size() && (line[pos] == ' ' || line[pos] == '\t')) {
-                ++pos;
-            }
-            if (pos < line.size() && line[pos] != ',') {
-                problem = "text follows a closing quote";
-                return false;
-            }
-        } else {
-            const std::size_t comma = line.find(',', pos);
-            const std::size_t end = comma == std::string_view::npos ? line.size() : comma;
-            std::string_view bare = line.substr(pos, end - pos);
-            while (!bare.empty() && (bare.back() == ' ' || bare.back() == '\t')) {
-                bare.remove_suffix(1);
-            }
-            field.text = std::string(bare);
-            pos = end;
-        }
-        fields.push_back(std::move(field));
-        if (pos >= line.size()) {
-            return true;
-        }
-        ++pos; // the comma
+        return pos;
     }
-}
+
+    // A quoted text from just after its opening quote; the position after its closing
+    // quote, or npos when it is not closed.
+    std::size_t Quoted(std::string_view line, std::size_t pos, Span& span) {
+        span.quoted = true;
+        span.begin = pos;
+        while (pos < line.size()) {
+            if (line[pos] != '"') {
+                ++pos;
+                continue;
+            }
+            if (pos + 1 < line.size() && line[pos + 1] == '"') {
+                // A doubled quote stands for one: the text is copied out without them.
+                const std::size_t start = unquoted_.size();
+                std::size_t at = span.begin;
+                while (at < line.size()) {
+                    if (line[at] == '"') {
+                        if (at + 1 < line.size() && line[at + 1] == '"') {
+                            unquoted_ += '"';
+                            at += 2;
+                            continue;
+                        }
+                        span.unquoted = true;
+                        span.begin = start;
+                        span.length = unquoted_.size() - start;
+                        return at + 1;
+                    }
+                    unquoted_ += line[at++];
+                }
+                return std::string_view::npos;
+            }
+            span.length = pos - span.begin;
+            return pos + 1;
+        }
+        return std::string_view::npos;
+    }
+
+    bool SplitSpans(std::string_view line, std::string& problem) {
+        std::size_t pos = 0;
+        while (true) {
+            Span span;
+            pos = SkipBlanks(line, pos);
+            if (pos < line.size() && line[pos] == '"') {
+                pos = Quoted(line, pos + 1, span);
+                if (pos == std::string_view::npos) {
+                    problem = "a quoted text is not closed";
+                    return false;
+                }
+                pos = SkipBlanks(line, pos);
+                if (pos < line.size() && line[pos] != ',') {
+                    problem = "text follows a closing quote";
+                    return false;
+                }
+            } else {
+                const std::size_t comma = line.find(',', pos);
+                std::size_t end = comma == std::string_view::npos ? line.size() : comma;
+                span.begin = pos;
+                pos = end;
+                while (end > span.begin && (line[end - 1] == ' ' || line[end - 1] == '\t')) {
+                    --end;
+                }
+                span.length = end - span.begin;
+            }
+            spans_.push_back(span);
+            if (pos >= line.size()) {
+                return true;
+            }
+            ++pos; // the comma
+        }
+    }
+
+    std::vector<Span> spans_;
+    std::string unquoted_;
+};
 
 class LineReader {
   public:
@@ -171,7 +226,7 @@ class CircuitReader {
                                                 std::to_string(lines_.Number() + 1) + ")"};
         }
         std::string problem;
-        if (!SplitFields(*line, fields_, problem)) {
+        if (!splitter_.Split(*line, fields_, problem)) {
             Fail(what.Text() + ": " + problem);
         }
         if (fields_.size() != expected) {
@@ -204,8 +259,8 @@ class CircuitReader {
         return static_cast<std::int16_t>(*value);
     }
 
-    static std::string Abbreviated(const std::string& text) {
-        return text.size() <= 40 ? text : text.substr(0, 40) + "...";
+    static std::string Abbreviated(std::string_view text) {
+        return text.size() <= 40 ? std::string(text) : std::string(text.substr(0, 40)) + "...";
     }
 
     void ReadWires() {
@@ -256,7 +311,7 @@ class CircuitReader {
             const auto& fields = Fields(what, 4);
             NodeLabel node;
             // The name is written twice; the second copy is the one that counts.
-            node.Name = fields[1].text;
+            node.Name = std::string(fields[1].text);
             node.X = Number(fields[2], what.WithField("X"));
             node.Y = Number(fields[3], what.WithField("Y"));
             circuit_.NodeLabels[slot] = node;
@@ -266,6 +321,7 @@ class CircuitReader {
 
     Circuit& circuit_;
     LineReader lines_;
+    FieldSplitter splitter_;
     std::vector<Field> fields_;
 };
 
