@@ -92,7 +92,7 @@ DevicePlacements PlaceDevices(const Circuit& circuit, const Topology& topology,
     return placements;
 }
 
-void ComputeCurrents(Circuit& circuit, Topology& topology) {
+DevicePlacements ComputeCurrents(Circuit& circuit, Topology& topology) {
     for (int b = 1; b <= topology.NumBranches; ++b) {
         topology.Branches[b].Current = kUnknownCurrent;
     }
@@ -129,6 +129,7 @@ void ComputeCurrents(Circuit& circuit, Topology& topology) {
         element.Branch = static_cast<std::int16_t>(sign * placement.chain);
         SetChainCurrent(topology, twins, element.Branch, element.Current);
     }
+    return placements;
 }
 
 void SetChainCurrent(Topology& topology, int signedChain, double current) {

@@ -27,8 +27,9 @@ DevicePlacements PlaceDevices(const Circuit& circuit, const Topology& topology,
 // a current source or a resistor then gets the chain's current, signed for the screen:
 // positive when it flows up or left, with Branch = +chain, else -current and -chain. The
 // chain currents follow through SetChainCurrent. Devices on chains of batteries and wire
-// only stay unknown: those currents are unknowns of the equations.
-void ComputeCurrents(Circuit& circuit, Topology& topology);
+// only stay unknown: those currents are unknowns of the equations. Returns where each
+// device was placed, which holds until the chains or the devices change.
+DevicePlacements ComputeCurrents(Circuit& circuit, Topology& topology);
 
 // Stores a device's screen-signed current as the current of chain |signedChain| along its
 // travel, and minus that in its twin (the same chain traced from the other end).

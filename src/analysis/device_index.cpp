@@ -44,7 +44,15 @@ int DeviceIndex::Inside(Point from, Point to, std::array<std::int16_t, kMaxEleme
          it != last && it->key < highKey; ++it) {
         slots[static_cast<std::size_t>(count++)] = it->slot;
     }
-    std::sort(slots.begin(), slots.begin() + count);
+    // Rarely more than one or two: sorted in place rather than through std::sort.
+    for (int k = 1; k < count; ++k) {
+        const std::int16_t slot = slots[static_cast<std::size_t>(k)];
+        int at = k;
+        for (; at > 0 && slots[static_cast<std::size_t>(at - 1)] > slot; --at) {
+            slots[static_cast<std::size_t>(at)] = slots[static_cast<std::size_t>(at - 1)];
+        }
+        slots[static_cast<std::size_t>(at)] = slot;
+    }
     return count;
 }
 

@@ -84,8 +84,8 @@ void SolveCircuit(Workspace& ws, Prompts& prompts) {
         }
     }
     ReadNodeVoltages(ws);
-    ComputeCurrents(ws.circuit, ws.topology);
-    GetSuperCurrents(ws, prompts);
+    const DevicePlacements placements = ComputeCurrents(ws.circuit, ws.topology);
+    GetSuperCurrents(ws, prompts, placements);
     ws.equations.CountingText = LoadTextboxWithCounting(ws);
     ws.equations.EqnText = ChooseEqnText(ws, ws.preferences.SigFigs);
 }

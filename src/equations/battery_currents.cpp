@@ -52,7 +52,7 @@ int LoadSupernodeEquations(const Workspace& ws, AugmentedMatrix& matrix, int var
 
 } // namespace
 
-void GetSuperCurrents(Workspace& ws, Prompts& prompts) {
+void GetSuperCurrents(Workspace& ws, Prompts& prompts, const DevicePlacements& placements) {
     const int variables = ws.topology.NumCurrents;
     if (variables == 0) {
         return;
@@ -78,8 +78,6 @@ void GetSuperCurrents(Workspace& ws, Prompts& prompts) {
             chain.Current = chain.CurrentName.front() == '-' ? -i : i;
         }
     }
-    ChainPoints chains(ws.topology);
-    const DevicePlacements placements = PlaceDevices(ws.circuit, ws.topology, chains);
     for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
         Element& element = ws.circuit.Elements[slot];
         if (element.Kind == kEmpty || element.Branch != 0) {
