@@ -7,6 +7,8 @@
 #include <array>
 #include <cstdint>
 #include <stdexcept>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace ampora {
@@ -21,17 +23,6 @@ int NodeAtByScan(const Circuit& circuit, Point point) {
         }
     }
     return 0;
-}
-
-// The other end of the wire, or 0,0 when the point is neither end.
-Point FarEnd(const Wire& wire, Point from) {
-    if (FirstEnd(wire) == from) {
-        return SecondEnd(wire);
-    }
-    if (SecondEnd(wire) == from) {
-        return FirstEnd(wire);
-    }
-    return Point{};
 }
 
 // The first wire other than `current` with an end at the point, live or already walked.
@@ -146,6 +137,29 @@ struct Trace {
     Point End;
 };
 
+// The text of each wire end, written when a walk first reaches it: most ends are reached
+// twice, once by each of the chain's two traces, and junctions by more.
+class EndTexts {
+  public:
+    // Appends ";x,y" for end `which` (0 first, 1 second) of the wire in `slot`.
+    void Append(std::string& path, int slot, int which, Point end) {
+        Text& text = texts_.at(static_cast<std::size_t>(2 * (slot - 1) + which));
+        if (text.length == 0) {
+            text.chars[0] = ';';
+            text.length = static_cast<std::uint8_t>(WritePathPoint(text.chars.data() + 1, end) -
+                                                    text.chars.data());
+        }
+        path.append(text.chars.data(), text.length);
+    }
+
+  private:
+    struct Text {
+        std::array<char, kPathPointTextSize + 1> chars;
+        std::uint8_t length = 0; // 0 until written
+    };
+    std::array<Text, 2 * kMaxWires> texts_;
+};
+
 class Tracer {
   public:
     Tracer(Circuit& circuit, const Junctions& junctions)
@@ -155,6 +169,7 @@ class Tracer {
     // goes on.
     Trace Walk(Point start, int wire, bool stopAtNodes, bool stopAtStart) {
         Trace trace;
+        trace.Points.reserve(8);
         AppendPathPoint(trace.Path, start);
         trace.Points.push_back(start);
         Point point = Step(trace, wire, start);
@@ -183,17 +198,27 @@ class Tracer {
     }
 
   private:
+    // Walks the wire from `from` to its other end (0,0 when `from` is neither end).
     Point Step(Trace& trace, int wire, Point from) {
         Wire& walked = circuit_.Wires[wire];
         walked.Used = 0;
-        const Point to = FarEnd(walked, from);
-        AppendPathPoint(trace.Path, to);
+        Point to{};
+        if (FirstEnd(walked) == from) {
+            to = SecondEnd(walked);
+            ends_.Append(trace.Path, wire, 1, to);
+        } else if (SecondEnd(walked) == from) {
+            to = FirstEnd(walked);
+            ends_.Append(trace.Path, wire, 0, to);
+        } else {
+            AppendPathPoint(trace.Path, to);
+        }
         trace.Points.push_back(to);
         return to;
     }
 
     Circuit& circuit_;
     const Junctions& junctions_;
+    EndTexts ends_;
 };
 
 void Record(Topology& topology, std::int16_t& kindCount, std::int16_t startNode,
@@ -205,7 +230,7 @@ void Record(Topology& topology, std::int16_t& kindCount, std::int16_t startNode,
     chain.StartNode = startNode;
     chain.EndNode = endNode;
     chain.Path = std::move(trace.Path);
-    KeepTracedPoints(topology, slot, trace.Points);
+    KeepTracedPoints(topology, slot, std::move(trace.Points));
 }
 
 void TraceAll(Circuit& circuit, Topology& topology) {

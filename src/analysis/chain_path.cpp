@@ -6,6 +6,7 @@
 #include <cmath>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 namespace ampora {
 
@@ -21,17 +22,20 @@ float Coordinate(std::string_view text) {
 
 } // namespace
 
+char* WritePathPoint(char* out, Point point) {
+    char* at = WriteShortestText(out, out + 32, point.X);
+    *at++ = ',';
+    return WriteShortestText(at, out + kPathPointTextSize, point.Y);
+}
+
 void AppendPathPoint(std::string& path, Point point) {
     // The shortest texts of both coordinates, written straight into the path.
-    char buffer[64];
+    char buffer[kPathPointTextSize + 1];
     char* at = buffer;
     if (!path.empty()) {
         *at++ = ';';
     }
-    at = WriteShortestText(at, buffer + 31, point.X);
-    *at++ = ',';
-    at = WriteShortestText(at, buffer + sizeof buffer, point.Y);
-    path.append(buffer, at);
+    path.append(buffer, WritePathPoint(at, point));
 }
 
 std::vector<Point> PathPoints(const std::string& path) {
@@ -71,14 +75,14 @@ bool ReadsBackExactly(float value) {
 
 } // namespace
 
-void KeepTracedPoints(Topology& topology, int chain, const std::vector<Point>& points) {
+void KeepTracedPoints(Topology& topology, int chain, std::vector<Point> points) {
     TracedPath& traced = topology.Traced[chain];
     const bool exact = std::all_of(points.begin(), points.end(), [](Point p) {
         return ReadsBackExactly(p.X) && ReadsBackExactly(p.Y);
     });
     if (exact) {
         traced.Path = topology.Branches[chain].Path;
-        traced.Points = points;
+        traced.Points = std::move(points);
     } else {
         traced.Path.clear();
         traced.Points.clear();

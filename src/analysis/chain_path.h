@@ -11,6 +11,11 @@
 
 namespace ampora {
 
+// Room for the text of one point ("x,y"), both coordinates at their longest.
+constexpr std::size_t kPathPointTextSize = 64;
+// Writes the text of one point into `out`, which holds kPathPointTextSize characters;
+// returns its end.
+char* WritePathPoint(char* out, Point point);
 void AppendPathPoint(std::string& path, Point point);
 
 // The points of a path. Throws std::invalid_argument on text that is not a path.
@@ -22,7 +27,7 @@ bool IsReversedPath(const std::string& path, const std::string& other);
 bool IsReversedPath(const std::vector<Point>& points, const std::vector<Point>& other);
 
 // Keeps the traced points of a chain beside its Path, when they read back from it exactly.
-void KeepTracedPoints(Topology& topology, int chain, const std::vector<Point>& points);
+void KeepTracedPoints(Topology& topology, int chain, std::vector<Point> points);
 
 // The points of each chain slot, taken once, when first asked for: the traced points while
 // they still belong to the chain's Path, else read from the Path text (throwing as
