@@ -1,7 +1,40 @@
 #!/usr/bin/env bash
-# Sets up, builds and runs the whole test suite.
+# Sets up, builds and runs the whole test suite: the normal build, the same tests again
+# under AddressSanitizer and UndefinedBehaviorSanitizer, and each fuzz target for a bounded
+# time. A second run rebuilds only what changed.
+#
+#   AMPORA_FUZZ_SECONDS   seconds per fuzz target (default 60; 0 skips fuzzing)
 set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+build_dir="${AMPORA_BUILD_DIR:-$here/build}"
+sanitize_dir="${AMPORA_SANITIZE_BUILD_DIR:-$here/build-sanitize}"
+fuzz_dir="${AMPORA_FUZZ_BUILD_DIR:-$here/build-fuzz}"
+fuzz_seconds="${AMPORA_FUZZ_SECONDS:-60}"
+
 "$here/tools/setup.sh"
-cd "${AMPORA_BUILD_DIR:-$here/build}"
-ctest --output-on-failure --timeout 600 -j 2
+ctest --test-dir "$build_dir" --output-on-failure --timeout 600 -j 2
+
+# Every finding stops the run at once. LeakSanitizer works here (no ptrace restrictions in
+# the Debian runner), so leaks count as findings too.
+export ASAN_OPTIONS="halt_on_error=1:detect_leaks=1:abort_on_error=0"
+export UBSAN_OPTIONS="halt_on_error=1:print_stacktrace=1"
+
+echo "== core and ui tests under AddressSanitizer and UndefinedBehaviorSanitizer"
+if [[ ! -f "$sanitize_dir/build.ninja" ]]; then
+    cmake -S "$here" -B "$sanitize_dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+        -DAMPORA_SANITIZE=ON -DAMPORA_BUILD_BENCHMARKS=OFF
+fi
+cmake --build "$sanitize_dir" -j 2
+# The package test only copies files about; it says nothing new under the sanitizers.
+ctest --test-dir "$sanitize_dir" --output-on-failure --timeout 900 -j 2 -E '^install_and_package$'
+
+if ((fuzz_seconds > 0)); then
+    echo "== fuzz targets, ${fuzz_seconds} s each"
+    if [[ ! -f "$fuzz_dir/build.ninja" ]]; then
+        CC=clang CXX=clang++ cmake -S "$here" -B "$fuzz_dir" -G Ninja \
+            -DCMAKE_BUILD_TYPE=RelWithDebInfo -DAMPORA_FUZZ=ON -DAMPORA_SANITIZE=ON \
+            -DAMPORA_BUILD_UI=OFF -DAMPORA_BUILD_TESTS=OFF -DAMPORA_BUILD_BENCHMARKS=OFF
+    fi
+    cmake --build "$fuzz_dir" -j 2
+    "$here/tools/fuzz.sh" "$fuzz_seconds"
+fi

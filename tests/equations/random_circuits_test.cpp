@@ -14,15 +14,6 @@ namespace {
 
 using test::LatticeCircuit;
 
-int PointAt(const LatticeCircuit& lattice, float x, float y) {
-    for (int p = 0; p < lattice.columns * lattice.rows; ++p) {
-        if (lattice.X(p) == x && lattice.Y(p) == y) {
-            return p;
-        }
-    }
-    return -1;
-}
-
 bool HasNode(const LatticeCircuit& lattice) {
     for (int p = 0; p < lattice.columns * lattice.rows; ++p) {
         int degree = 0;
@@ -53,14 +44,14 @@ std::string Disagreement(const LatticeCircuit& lattice, const Workspace& ws) {
         }
     }
     const NodeLabel& ground = ws.circuit.NodeLabels[reference];
-    const auto oracle = test::SolveLattice(lattice, PointAt(lattice, ground.X, ground.Y));
+    const auto oracle = test::SolveLattice(lattice, test::PointAt(lattice, ground.X, ground.Y));
     if (!oracle) {
         return "solved a circuit whose equations are singular";
     }
     const double voltageScale = Scale(oracle->voltage);
     for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
         const NodeLabel& node = ws.circuit.NodeLabels[slot];
-        const double expected = oracle->voltage[PointAt(lattice, node.X, node.Y)];
+        const double expected = oracle->voltage[test::PointAt(lattice, node.X, node.Y)];
         if (std::fabs(node.Voltage - expected) > 1e-9 * voltageScale) {
             return "node " + node.Name + " at " + std::to_string(node.Voltage) + " V, expected " +
                    std::to_string(expected);

@@ -27,18 +27,37 @@ struct LatticeCircuit {
     int columns = 0;
     int rows = 0;
     std::vector<LatticeEdge> edges;
+    // Drawn with one wire per straight run of edges instead of one per edge, so that wires
+    // pass through points where other wires end (T-junctions) as a person draws them.
+    bool longWires = false;
 
     float X(int point) const { return 80.0f + 80.0f * static_cast<float>(point % columns); }
     float Y(int point) const { return 80.0f + 80.0f * static_cast<float>(point / columns); }
+};
+
+struct LatticeOptions {
+    int maxPoints = 12; // up to 20 points, which can overflow the chain table
+    // Values with two or three decimals instead of multiples of 1/8; chain sums are then
+    // rounded in single precision, which only a comparison at 1e-6 tolerates.
+    bool decimals = false;
+    double longWireShare = 0; // the share of circuits drawn with long wires
 };
 
 // A random lattice circuit in which every used point joins at least two edges. Values are
 // multiples of 1/8, so sums along a chain stay exact in single precision and the
 // comparison measures the solution, not the rounding of the tables.
 LatticeCircuit RandomLatticeCircuit(std::mt19937& random);
+LatticeCircuit RandomLatticeCircuit(std::mt19937& random, const LatticeOptions& options);
 
-// One wire per edge and one device at the middle of each edge that has one.
+// One wire per edge (or per straight run, see longWires) and one device at the middle of
+// each edge that has one, the devices in edge order.
 Circuit DrawLattice(const LatticeCircuit& lattice);
+
+// How many edges meet at a lattice point.
+int Degree(const LatticeCircuit& lattice, int point);
+
+// The lattice point at a canvas position, or -1.
+int PointAt(const LatticeCircuit& lattice, float x, float y);
 
 struct OracleSolution {
     std::vector<double> voltage;       // per lattice point, the ground point at 0

@@ -1,0 +1,161 @@
+// Random lattice circuits solved by the program and by ngspice. tools/oracle.sh runs many
+// more with AMPORA_ORACLE_CIRCUITS and AMPORA_ORACLE_SEED.
+
+#include "analysis/circuit_checks.h"
+#include "analysis/node_naming.h"
+#include "analysis/step_transitions.h"
+#include "document/number_text.h"
+#include "support/lattice_chains.h"
+#include "support/lattice_circuit.h"
+#include "support/ngspice_oracle.h"
+#include "support/scripted_prompts.h"
+#include "support/test_files.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <iostream>
+#include <map>
+
+namespace ampora {
+namespace {
+
+using test::LatticeCircuit;
+using test::LatticeFacts;
+
+long long Setting(const char* name, long long fallback) {
+    const char* text = std::getenv(name);
+    const auto value = text ? ParseInteger(text) : std::nullopt;
+    return value ? *value : fallback;
+}
+
+double Largest(const std::vector<double>& values) {
+    double largest = 0;
+    for (const double v : values) {
+        largest = std::max(largest, std::fabs(v));
+    }
+    return largest;
+}
+
+bool Close(double value, double expected, double scale) {
+    return std::fabs(value - expected) <= 1e-6 * std::max(scale, 1e-9);
+}
+
+// Compares node-voltage differences (every node against the reference) and the current of
+// every device, each relative to the largest of its kind; "" when all agree.
+std::string CompareWithNgspice(const LatticeCircuit& lattice, const Workspace& ws,
+                               const test::TempDir& folder) {
+    int ground = -1;
+    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
+        const NodeLabel& node = ws.circuit.NodeLabels[slot];
+        if (node.Name == "0") {
+            ground = test::PointAt(lattice, node.X, node.Y);
+        }
+    }
+    std::string log;
+    const auto spice = test::SolveWithNgspice(lattice, ground, folder.Path().string(), log);
+    if (!spice) {
+        return "ngspice gave no operating point:\n" + log;
+    }
+    const double voltageScale = Largest(spice->voltage);
+    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
+        const NodeLabel& node = ws.circuit.NodeLabels[slot];
+        const double expected =
+            spice->voltage[static_cast<std::size_t>(test::PointAt(lattice, node.X, node.Y))];
+        if (!Close(node.Voltage, expected, voltageScale)) {
+            return "node " + node.Name + ": " + ShortestText(node.Voltage) + " V, ngspice " +
+                   ShortestText(expected);
+        }
+    }
+    const double currentScale = Largest(spice->screenCurrent);
+    int element = 0;
+    for (std::size_t e = 0; e < lattice.edges.size(); ++e) {
+        if (lattice.edges[e].device == test::LatticeDevice::None) {
+            continue;
+        }
+        const double current = ws.circuit.Elements[++element].Current;
+        if (!Close(current, spice->screenCurrent[e], currentScale)) {
+            return "element " + std::to_string(element) + ": " + ShortestText(current) +
+                   " A, ngspice " + ShortestText(spice->screenCurrent[e]);
+        }
+    }
+    return "";
+}
+
+// A refusal names a rule; "" when the circuit really falls under it, else why not.
+std::string CheckRefusal(const std::string& message, const LatticeCircuit& lattice,
+                         const LatticeFacts& facts) {
+    const auto expect = [](bool applies, const char* rule) {
+        return applies ? std::string() : std::string("refused, but ") + rule;
+    };
+    if (message == "(silent)") {
+        return expect(facts.overflowsTables, "no table overflows");
+    }
+    if (message == kNoNodesMessage) {
+        return expect(facts.nodes == 0, "the drawing has a node");
+    }
+    if (message == kLoopsMessage) {
+        return expect(facts.nodeFreeLoops > 0, "no loop is free of nodes");
+    }
+    if (message == kTwoCurrentSourcesMessage) {
+        return expect(facts.chainWithTwoSources, "no chain has two current sources");
+    }
+    if (message == kIdenticalParallelBranchesMessage) {
+        return expect(facts.identicalBatteryChains, "no two battery chains are alike");
+    }
+    if (message == kDifferentParallelVoltagesMessage) {
+        return expect(facts.contradictoryBatteryLoop, "the battery voltages agree");
+    }
+    if (message == kCannotSolveMessage) {
+        return expect(!test::SolveLattice(lattice, lattice.edges.front().from),
+                      "the nodal equations have one solution");
+    }
+    return "refused with an unexpected message: " + message;
+}
+
+TEST(NgspiceOracle, SolvedCircuitsAgreeWithNgspiceAndEveryRefusalFallsUnderItsRule) {
+    const long long circuits = Setting("AMPORA_ORACLE_CIRCUITS", 300);
+    const auto seed = static_cast<std::mt19937::result_type>(Setting("AMPORA_ORACLE_SEED", 1703));
+    std::mt19937 random(seed);
+    const test::LatticeOptions options{20, true, 0.5};
+    const test::TempDir folder;
+    std::map<std::string, int> refusals;
+    int solved = 0, solvedWithLongWires = 0, failures = 0;
+    for (long long trial = 0; trial < circuits && failures < 10; ++trial) {
+        const LatticeCircuit lattice = test::RandomLatticeCircuit(random, options);
+        if (lattice.edges.empty()) {
+            --trial; // nothing drawn: nothing to compare
+            continue;
+        }
+        SCOPED_TRACE("circuit " + std::to_string(trial) + ": " + test::DescribeLattice(lattice));
+        Workspace ws;
+        ws.circuit = test::DrawLattice(lattice);
+        test::ScriptedPrompts prompts;
+        if (LeaveStep1(ws, prompts) != TransitionResult::Entered || !AutoName(ws, prompts) ||
+            LeaveStep2(ws, prompts) != TransitionResult::Entered) {
+            const std::string message = prompts.messages.empty() ? "(silent)" : prompts.messages[0];
+            ++refusals[message];
+            const std::string wrong = CheckRefusal(message, lattice, test::AnalyseLattice(lattice));
+            EXPECT_EQ(wrong, "");
+            failures += !wrong.empty();
+            continue;
+        }
+        ++solved;
+        solvedWithLongWires += lattice.longWires;
+        const std::string disagreement = CompareWithNgspice(lattice, ws, folder);
+        EXPECT_EQ(disagreement, "");
+        failures += !disagreement.empty();
+    }
+    std::cout << "seed " << seed << ": " << circuits << " circuits, " << solved << " solved ("
+              << solvedWithLongWires << " drawn with long wires)\n";
+    for (const auto& [message, count] : refusals) {
+        std::cout << count << " x " << message << "\n";
+    }
+    // The comparison must mostly compare: a generator gone wrong would refuse everything.
+    EXPECT_GT(solved, circuits / 3);
+    EXPECT_GT(solvedWithLongWires, solved / 4);
+}
+
+} // namespace
+} // namespace ampora
