@@ -6,10 +6,33 @@
 #include "editor/snapping.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace ampora {
 
 namespace {
+
+// Whether a device carried by a stretched wire still sits as placing it would demand: on
+// that wire more than 20 units from both ends, and no other device within 36 units.
+bool CarriedDeviceFits(const Circuit& circuit, int wireSlot, int slot) {
+    const Wire& w = circuit.Wires[wireSlot];
+    const Element& e = circuit.Elements[slot];
+    const bool fitsOnWire =
+        w.Y1 == w.Y2
+            ? e.Y == w.Y1 && std::min(w.X1, w.X2) + 20 < e.X && e.X < std::max(w.X1, w.X2) - 20
+            : e.X == w.X1 && std::min(w.Y1, w.Y2) + 20 < e.Y && e.Y < std::max(w.Y1, w.Y2) - 20;
+    if (!fitsOnWire) {
+        return false;
+    }
+    for (int other = 1; other <= circuit.NumElements; ++other) {
+        const Element& o = circuit.Elements[other];
+        if (other != slot && o.Kind != kEmpty && std::fabs(o.X - e.X) < 36 &&
+            std::fabs(o.Y - e.Y) < 36) {
+            return false;
+        }
+    }
+    return true;
+}
 
 constexpr const char* kBatteryPrompt =
     "A negative value reverses the battery direction.\r\nEnter the battery voltage in volts.";
@@ -284,12 +307,16 @@ bool FinishStretch(Circuit& circuit, EditorState& state, float x, float y) {
     if (state.EndX == fixedX && state.EndY == fixedY) {
         return false;
     }
-    Wire& w = circuit.Wires[state.ActiveWire];
+    // The stretch is tried on a copy: a wire shrunk or swung so that a device it carries
+    // comes within 20 units of an end or within 36 units of another device would break
+    // the rules every placement keeps, so such a stretch is refused as a whole.
+    Circuit stretched = circuit;
+    Wire& w = stretched.Wires[state.ActiveWire];
     (movingFirst ? w.X1 : w.X2) = state.EndX;
     (movingFirst ? w.Y1 : w.Y2) = state.EndY;
-    for (int slot = 1; slot <= circuit.NumElements; ++slot) {
+    for (int slot = 1; slot <= stretched.NumElements; ++slot) {
         const float fraction = state.ElementFraction[slot];
-        Element& e = circuit.Elements[slot];
+        Element& e = stretched.Elements[slot];
         if (fraction == 0 || e.Kind == kEmpty) {
             continue;
         }
@@ -298,6 +325,13 @@ bool FinishStretch(Circuit& circuit, EditorState& state, float x, float y) {
         // A device carried onto the other axis turns with its wire.
         e.Kind = KindForSegment(e.Kind, w.Y1 == w.Y2 ? kHorizontalSegment : kVerticalSegment);
     }
+    for (int slot = 1; slot <= stretched.NumElements; ++slot) {
+        if (state.ElementFraction[slot] != 0 && stretched.Elements[slot].Kind != kEmpty &&
+            !CarriedDeviceFits(stretched, state.ActiveWire, slot)) {
+            return false;
+        }
+    }
+    circuit = stretched;
     return true;
 }
 

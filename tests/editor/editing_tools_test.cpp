@@ -240,6 +240,37 @@ TEST(StretchTool, AWireTurnedOntoTheOtherAxisTurnsItsDevicesAndAPointIsRefused) 
     EXPECT_EQ(state.DragState, 1);
 }
 
+// Found by the editor_events fuzz target: shrinking a wire pushed the devices it carries
+// onto each other and into its ends.
+TEST(StretchTool, AStretchThatWouldCrowdTheDevicesOfItsWireIsRefusedWhole) {
+    Circuit circuit;
+    AddWire(circuit, 80, 80, 240, 80);
+    AddElement(circuit, kResistorHorizontal, 10, 120, 80); // a quarter along
+    AddElement(circuit, kBatteryLeft, 5, 160, 80);         // half way
+    AddWire(circuit, 400, 40, 400, 120);
+    AddElement(circuit, kResistorVertical, 20, 400, 80); // on another wire
+    const std::string before = DumpCircuit(circuit);
+    EditorState state;
+    ASSERT_TRUE(BeginStretch(circuit, state, 240, 80));
+    EXPECT_FALSE(FinishStretch(circuit, state, 220, 80)); // 35 units between the two
+    EXPECT_EQ(state.DragState, 2);
+    ASSERT_TRUE(BeginStretch(circuit, state, 80, 80));
+    EXPECT_FALSE(FinishStretch(circuit, state, 168, 80)); // the resistor 18 units from the end
+    ASSERT_TRUE(BeginStretch(circuit, state, 80, 80));
+    EXPECT_FALSE(FinishStretch(circuit, state, 480, 80)); // the resistor onto the third device
+    EXPECT_EQ(DumpCircuit(circuit), before);
+    ASSERT_TRUE(BeginStretch(circuit, state, 80, 80));
+    EXPECT_TRUE(FinishStretch(circuit, state, 16, 80));
+    EXPECT_EQ(DumpCircuit(circuit), "NumWires 2\n"
+                                    "wire 1 live 16,80 240,80\n"
+                                    "wire 2 live 400,40 400,120\n"
+                                    "NumElements 3\n"
+                                    "element 1 kind 6 10 at 72,80\n"
+                                    "element 2 kind 3 5 at 128,80\n"
+                                    "element 3 kind 5 20 at 400,80\n"
+                                    "NumNodes 0\n");
+}
+
 TEST(EraseTool, ErasingAWireTakesItsDevicesAndUndoBringsAllBackOnce) {
     Circuit circuit = Square();
     AddElement(circuit, kBatteryLeft, 12, 120, 80);

@@ -5,9 +5,14 @@
 #include "analysis/step_transitions.h"
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
+#include "document/number_text.h"
+#include "editor/editing_tools.h"
+#include "editor/hit_tests.h"
 #include "support/scripted_prompts.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace ampora::test {
 
@@ -65,6 +70,160 @@ std::string ExerciseAmqAnalysis(std::string_view bytes) {
         return ws.Step == 2 ? "" : "a refused step 2 moved on";
     }
     return CheckSolvedWorkspace(ws);
+}
+
+namespace {
+
+// The next bytes of the input, or zeros once it has run out.
+struct ByteReader {
+    std::string_view bytes;
+    std::size_t at = 0;
+    bool More() const { return at < bytes.size(); }
+    unsigned Next() { return at < bytes.size() ? static_cast<unsigned char>(bytes[at++]) : 0u; }
+    // A canvas position: mostly on and near the drawing, sometimes far off it, with
+    // quarter units so that snapping is exercised on both sides of its rounding.
+    float Coordinate() {
+        const unsigned high = Next();
+        const unsigned low = Next();
+        const int quarters = static_cast<int>((high << 8) | low);
+        if (high >= 0xF0) {
+            return static_cast<float>(quarters - 0xF800) * 64.0f; // far away, either side
+        }
+        return static_cast<float>(quarters % 3200) / 4.0f - 40.0f;
+    }
+};
+
+const char* const kAnswers[] = {"0",     "5",     "-5",    "",          "12.5", "-0",
+                                "abc",   "1e39",  "-1e39", "nan",       "inf",  "1e-45",
+                                " 3",    "3 ",    "-",     "+7",        "0x10", "1,5",
+                                "--2",   "1e38",  "100",   "0.001",     "1000", "-3.40282e38",
+                                "4e-39", "1.5.2", "\t9",   "9999999999"};
+
+bool OnItsWire(const Circuit& circuit, const Element& e) {
+    for (int slot = 1; slot <= circuit.NumWires; ++slot) {
+        const Wire& w = circuit.Wires[slot];
+        if (w.Used == 0) {
+            continue;
+        }
+        if (w.Y1 == w.Y2 && !IsVerticalKind(e.Kind) && e.Y == w.Y1 &&
+            std::min(w.X1, w.X2) + 20 < e.X && e.X < std::max(w.X1, w.X2) - 20) {
+            return true;
+        }
+        if (w.X1 == w.X2 && IsVerticalKind(e.Kind) && e.X == w.X1 &&
+            std::min(w.Y1, w.Y2) + 20 < e.Y && e.Y < std::max(w.Y1, w.Y2) - 20) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+std::string CheckEditorInvariants(const Circuit& circuit) {
+    if (circuit.NumWires < 0 || circuit.NumWires > kMaxWires || circuit.NumElements < 0 ||
+        circuit.NumElements > kMaxElements) {
+        return "a count is past its table";
+    }
+    for (int slot = 1; slot <= circuit.NumWires; ++slot) {
+        const Wire& w = circuit.Wires[slot];
+        if (w.Used != 0 && (w.X1 != w.X2) == (w.Y1 != w.Y2)) {
+            return "wire " + std::to_string(slot) + " is slanted or has no length";
+        }
+    }
+    for (int slot = 1; slot <= circuit.NumElements; ++slot) {
+        const Element& e = circuit.Elements[slot];
+        if (e.Kind == kEmpty) {
+            continue;
+        }
+        if (e.Kind < 1 || e.Kind > 10 || !std::isfinite(e.Value) || e.Value < 0) {
+            return "element " + std::to_string(slot) + " has kind " + std::to_string(e.Kind) +
+                   " and value " + std::to_string(e.Value);
+        }
+        if (!OnItsWire(circuit, e)) {
+            return "element " + std::to_string(slot) +
+                   " is not on a wire of its axis more than 20 units from its ends";
+        }
+        for (int other = slot + 1; other <= circuit.NumElements; ++other) {
+            const Element& o = circuit.Elements[other];
+            if (o.Kind != kEmpty && std::fabs(o.X - e.X) < 36 && std::fabs(o.Y - e.Y) < 36) {
+                return "elements " + std::to_string(slot) + " and " + std::to_string(other) +
+                       " are closer than 36 units";
+            }
+        }
+    }
+    return "";
+}
+
+std::string ExerciseEditorEvents(std::string_view bytes, Circuit* drawn) {
+    Circuit circuit;
+    EditorState state;
+    ScriptedPrompts prompts;
+    ByteReader in{bytes};
+    for (int event = 1; in.More(); ++event) {
+        const unsigned op = in.Next() % 8;
+        float x = 0, y = 0;
+        std::string answer;
+        int button = 0;
+        if (op == 0) {
+            button = 1 + static_cast<int>(in.Next() % 8);
+            SelectTool(state, button);
+        } else if (op == 1) { // mouse down, as the canvas dispatches it
+            x = in.Coordinate(), y = in.Coordinate();
+            const int device = ElementAt(circuit, x, y);
+            const int tool = state.CurrentTool;
+            if (device != 0 && tool == kNumberTool) {
+                RenumberDevice(circuit, state, prompts, device);
+            } else if (device != 0 && tool == kMoveStretchTool) {
+                GrabDevice(circuit, state, device, x, y);
+            } else if (device != 0 && tool == kEraseTool) {
+                EraseDevice(circuit, state, device);
+            } else if (device != 0) {
+            } else if (tool == kWireTool) {
+                BeginWire(state, x, y);
+            } else if (tool == kBatteryTool || tool == kResistorTool || tool == kSourceTool) {
+                PlaceDevice(circuit, state, prompts, tool, x, y);
+            } else if (tool == kMoveStretchTool) {
+                BeginStretch(circuit, state, x, y);
+            } else if (tool == kEraseTool) {
+                EraseWireAt(circuit, state, x, y);
+            }
+        } else if (op == 2 || op == 3) { // mouse move
+            x = in.Coordinate(), y = in.Coordinate();
+            if (state.DrawingWire) {
+                DragWire(state, x, y);
+            } else if (IsStretching(state)) {
+                DragStretch(circuit, state, x, y);
+            } else if (state.DraggedElement == 0 && state.CurrentTool == kMoveStretchTool) {
+                HoverStretch(circuit, state, x, y);
+            }
+        } else if (op == 4 || op == 5) { // mouse up, which is the drop of a dragged device
+            x = in.Coordinate(), y = in.Coordinate();
+            if (state.DrawingWire) {
+                FinishWire(circuit, state, x, y);
+            } else if (IsStretching(state)) {
+                FinishStretch(circuit, state, x, y);
+            } else if (state.DraggedElement != 0) {
+                DropDevice(circuit, state, x, y);
+            }
+        } else if (op == 6) {
+            const unsigned pick = in.Next();
+            answer = pick < std::size(kAnswers) ? kAnswers[pick] : std::to_string(pick % 64);
+            prompts.textAnswers.push_back(answer);
+        } else { // New: everything into the undo memory
+            ResetEditor(state, EraseWholeCircuit(circuit));
+        }
+        const std::string broken = CheckEditorInvariants(circuit);
+        if (!broken.empty()) {
+            const char* names[] = {"button", "down", "move", "move", "up", "up", "answer", "new"};
+            return "after event " + std::to_string(event) + " (" + names[op] + " " +
+                   std::to_string(button) + " " + ShortestText(x) + "," + ShortestText(y) + " \"" +
+                   answer + "\"): " + broken;
+        }
+    }
+    if (drawn != nullptr) {
+        *drawn = circuit;
+    }
+    return "";
 }
 
 } // namespace ampora::test

@@ -1,0 +1,17 @@
+// libFuzzer target: bytes as a stream of editing events, the tables checked after each.
+
+#include "support/fuzz_exercises.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string problem = ampora::test::ExerciseEditorEvents(
+        std::string_view(reinterpret_cast<const char*>(data), size));
+    if (!problem.empty()) {
+        std::fprintf(stderr, "broken promise: %s\n", problem.c_str());
+        std::abort();
+    }
+    return 0;
+}
