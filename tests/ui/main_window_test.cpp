@@ -359,6 +359,22 @@ class MainWindowTest : public QObject {
         QCOMPARE(s.window->windowTitle(), QStringLiteral("DC Ampora - [untitled]"));
     }
 
+    void saveAsIntoAVanishedFolderSaysSoAndKeepsTheDrawingAndItsCaption() {
+        Session s;
+        s.DismissInstructions();
+        s.ClickTool(1);
+        s.Drag(QPoint(80, 80), QPoint(240, 80));
+        const QString target = work_.path() + "/vanished/x.amq";
+        s.files.answers = {target.toStdString()};
+        s.answers.Press(QMessageBox::Ok);
+        s.Action("mnuFileSaveAs")->trigger();
+        QCOMPARE(s.answers.seen, QStringList{"Ampora: The circuit could not be saved as " + target +
+                                             ". The folder cannot be written to."});
+        QCOMPARE(s.window->windowTitle(), QStringLiteral("DC Ampora - [untitled]"));
+        QCOMPARE(s.Dump(), QStringLiteral("1\r\n80,80,240,80\r\n0\r\n0\r\n"));
+        QVERIFY(!QFile::exists(target));
+    }
+
     void preferencesAreWrittenAtCloseAndReadAtTheNextStart() {
         {
             Session s;
