@@ -1,0 +1,13 @@
+#!/usr/bin/env bash
+# Runs the ngspice oracle on many more random circuits than the test suite does.
+#   tools/oracle.sh [CIRCUITS] [SEED]     (defaults: 5000 circuits, a seed from the clock)
+# The seed is printed, so that a failing run can be repeated exactly.
+set -euo pipefail
+here="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+build_dir="${AMPORA_BUILD_DIR:-$here/build}"
+circuits="${1:-5000}"
+seed="${2:-$(date +%s)}"
+cmake --build "$build_dir" --target ampora_core_tests >/dev/null
+echo "oracle: $circuits circuits from seed $seed"
+LC_ALL=C.UTF-8 AMPORA_ORACLE_CIRCUITS="$circuits" AMPORA_ORACLE_SEED="$seed" \
+    "$build_dir/tests/ampora_core_tests" --gtest_filter='NgspiceOracle.*'
