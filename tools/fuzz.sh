@@ -21,9 +21,13 @@ for fuzzer in "$fuzz_dir"/fuzz/*_fuzzer; do
     else
         seeds+=("$here/examples")
     fi
+    options=()
+    if [[ -f "$here/fuzz/$target.dict" ]]; then
+        options+=(-dict="$here/fuzz/$target.dict")
+    fi
     echo "-- $target: ${seconds} s"
     log="$fuzz_dir/findings/$target.log"
-    if ! "$fuzzer" "$corpus" "${seeds[@]}" -max_total_time="$seconds" -max_len=8192 \
+    if ! "$fuzzer" "$corpus" "${seeds[@]}" "${options[@]}" -max_total_time="$seconds" -max_len=8192 \
         -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
         -artifact_prefix="$fuzz_dir/findings/$target-" >"$log" 2>&1; then
         tail -n 60 "$log" >&2

@@ -6,6 +6,7 @@
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
 #include "document/number_text.h"
+#include "editor/diagram_labels.h"
 #include "editor/editing_tools.h"
 #include "editor/hit_tests.h"
 #include "support/scripted_prompts.h"
@@ -17,6 +18,31 @@
 namespace ampora::test {
 
 namespace {
+
+// Text measured as a plain fixed-width face would be; the layout only needs some size.
+LabelMetrics FixedWidthMetrics() {
+    const auto width = [](std::string_view text) { return 7.0f * static_cast<float>(text.size()); };
+    return LabelMetrics{width, 14, width, 14};
+}
+
+// The diagram as the window and the report draw it: every label placed, the extent taken
+// and every node label hit-tested at its own centre.
+std::string LayOutDiagram(const Circuit& circuit, const std::vector<std::string>& values,
+                          bool withNodes) {
+    const DiagramLabels labels =
+        LayOutDiagramLabels(circuit, values, withNodes, FixedWidthMetrics());
+    DiagramExtent(circuit, labels);
+    for (std::size_t slot = 1; slot < labels.Nodes.size(); ++slot) {
+        const LabelBox& box = labels.Nodes[slot].Box;
+        const int hit = NodeLabelAt(labels, box.Left + box.Width / 2, box.Top + box.Height / 2);
+        const bool ordinary = box.Width > 0 && box.Height > 0 && std::fabs(box.Left) < 1e6f &&
+                              std::fabs(box.Top) < 1e6f; // where a centre is exact
+        if (hit == 0 && ordinary) {
+            return "node label " + std::to_string(slot) + " cannot be clicked where it is drawn";
+        }
+    }
+    return "";
+}
 
 std::string CheckSolvedWorkspace(Workspace& ws) {
     for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
@@ -220,9 +246,24 @@ std::string ExerciseEditorEvents(std::string_view bytes, Circuit* drawn) {
                    answer + "\"): " + broken;
         }
     }
+    // What the canvas then paints, and the analysis of what was drawn.
+    std::vector<std::string> values(static_cast<std::size_t>(circuit.NumElements) + 1);
+    for (int slot = 1; slot <= circuit.NumElements; ++slot) {
+        if (circuit.Elements[slot].Kind != kEmpty) {
+            values[static_cast<std::size_t>(slot)] =
+                ValueLabelText(circuit.Elements[slot], state.ValueText[slot]);
+        }
+    }
+    const std::string layout = LayOutDiagram(circuit, values, false);
+    if (!layout.empty()) {
+        return layout;
+    }
     if (drawn != nullptr) {
         *drawn = circuit;
     }
+    Workspace ws;
+    ws.circuit = circuit;
+    LeaveStep1(ws, prompts);
     return "";
 }
 
