@@ -9,6 +9,10 @@
 #include "editor/diagram_labels.h"
 #include "editor/editing_tools.h"
 #include "editor/hit_tests.h"
+#include "report/html_writer.h"
+#include "report/report_builder.h"
+#include "report/rich_text_document.h"
+#include "report/rtf_writer.h"
 #include "support/scripted_prompts.h"
 
 #include <algorithm>
@@ -44,6 +48,28 @@ std::string LayOutDiagram(const Circuit& circuit, const std::vector<std::string>
     return "";
 }
 
+// Pictures are the window's business; the report's text goes on without them.
+struct NoPictures : ReportPictures {
+    ReportPicture Circuit(const Workspace&) override { return {}; }
+    ReportPicture Equation(const Workspace&, int) override { return {}; }
+};
+
+// The whole report, written out as RTF and HTML as the report window saves it.
+std::string CheckReport(Workspace& ws) {
+    const int view = ws.ViewMode;
+    RichTextDocument document;
+    NoPictures pictures;
+    LoadRTBoxWithReport(ws, document, pictures);
+    if (ws.ViewMode != view) {
+        return "the report did not put the view back";
+    }
+    if (RtfText(document).find("Ampora") == std::string::npos ||
+        HtmlText(document, "Ampora").find("The electric power:") == std::string::npos) {
+        return "the report lacks its title or its power section";
+    }
+    return "";
+}
+
 std::string CheckSolvedWorkspace(Workspace& ws) {
     for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
         if (!std::isfinite(ws.circuit.NodeLabels[slot].Voltage)) {
@@ -64,6 +90,9 @@ std::string CheckSolvedWorkspace(Workspace& ws) {
     }
     if (ws.equations.CountingText.empty()) {
         return "solved without counting text";
+    }
+    if (const std::string report = CheckReport(ws); !report.empty()) {
+        return report;
     }
     BackToStep2(ws);
     BackToStep1(ws);
