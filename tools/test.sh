@@ -12,7 +12,22 @@ fuzz_dir="${AMPORA_FUZZ_BUILD_DIR:-$here/build-fuzz}"
 fuzz_seconds="${AMPORA_FUZZ_SECONDS:-60}"
 
 "$here/tools/setup.sh"
-ctest --test-dir "$build_dir" --output-on-failure --timeout 600 -j 2
+
+# Runs ctest and adds its count to the summary printed at the end.
+passed=0
+run_ctest() {
+    local log
+    log="$(mktemp)"
+    ctest "$@" 2>&1 | tee "$log"
+    local status=${PIPESTATUS[0]}
+    local total
+    total="$(sed -n 's/.*tests passed, 0 tests failed out of \([0-9]*\).*/\1/p' "$log" | tail -n 1)"
+    rm -f "$log"
+    ((status == 0)) || exit "$status"
+    passed=$((passed + ${total:-0}))
+}
+
+run_ctest --test-dir "$build_dir" --output-on-failure --timeout 600 -j 2
 
 # Every finding stops the run at once. LeakSanitizer works here (no ptrace restrictions in
 # the Debian runner), so leaks count as findings too.
@@ -26,7 +41,7 @@ if [[ ! -f "$sanitize_dir/build.ninja" ]]; then
 fi
 cmake --build "$sanitize_dir" -j 2
 # The package test only copies files about; it says nothing new under the sanitizers.
-ctest --test-dir "$sanitize_dir" --output-on-failure --timeout 900 -j 2 -E '^install_and_package$'
+run_ctest --test-dir "$sanitize_dir" --output-on-failure --timeout 900 -j 2 -E '^install_and_package$'
 
 if ((fuzz_seconds > 0)); then
     echo "== fuzz targets, ${fuzz_seconds} s each"
@@ -38,3 +53,6 @@ if ((fuzz_seconds > 0)); then
     cmake --build "$fuzz_dir" -j 2
     "$here/tools/fuzz.sh" "$fuzz_seconds"
 fi
+
+# The runs above stop at the first failure, so reaching this line means none failed.
+echo "tests: ${passed} passed, 0 failed"
