@@ -3,6 +3,7 @@
 #include "document/number_text.h"
 #include "equations/supernode_queries.h"
 
+#include <array>
 #include <cmath>
 #include <string_view>
 #include <vector>
@@ -24,10 +25,19 @@ void AppendSigned(std::string& out, char sign, float value, std::string_view ove
     out.append(overR);
 }
 
+// Chain slots, at most one per slot of the chain table; kept on the stack, as every
+// equation asks for them once per member node.
+struct ChainList {
+    std::array<int, kMaxChains> slots{};
+    std::size_t count = 0;
+    const int* begin() const { return slots.data(); }
+    const int* end() const { return slots.data() + count; }
+};
+
 // The chains that leave the node at a position, in slot order. In a supernode's equation
 // the chains that stay inside the supernode carry no current out of it and are left out.
-std::vector<int> ChainsLeaving(const Workspace& ws, int position, int superNode) {
-    std::vector<int> chains;
+ChainList ChainsLeaving(const Workspace& ws, int position, int superNode) {
+    ChainList chains;
     const int slot = NodeAt(ws, position);
     for (int b = 1; b <= ws.topology.NumBranches; ++b) {
         const Branch& chain = ws.topology.Branches[b];
@@ -42,7 +52,7 @@ std::vector<int> ChainsLeaving(const Workspace& ws, int position, int superNode)
                 continue;
             }
         }
-        chains.push_back(b);
+        chains.slots.at(chains.count++) = b; // Branches[b] above throws past the table
     }
     return chains;
 }
@@ -100,6 +110,7 @@ std::vector<int> MemberPositions(const Workspace& ws, int position, int superNod
 
 std::string FirstWritten(const Workspace& ws, int position, int superNode) {
     std::string equation;
+    equation.reserve(128);
     for (const int member : MemberPositions(ws, position, superNode)) {
         for (const int b : ChainsLeaving(ws, member, superNode)) {
             AppendChainTerm(equation, ws, ws.topology.Branches[b]);
@@ -113,6 +124,7 @@ std::string Collected(const Workspace& ws, int row, int position, int superNode)
     const int n = ws.equations.NumUnknowns;
     std::vector<std::string> columns(static_cast<std::size_t>(n) + 1);
     std::string constant;
+    constant.reserve(64);
     for (const int member : MemberPositions(ws, position, superNode)) {
         const NodeLabel& start = ws.circuit.NodeLabels[NodeAt(ws, member)];
         for (const int b : ChainsLeaving(ws, member, superNode)) {
