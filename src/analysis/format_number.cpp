@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -63,9 +64,11 @@ std::string PlainTextOfRounded(double value, int figures) {
     if (figures > 15 || !(magnitude > 0.0001 && magnitude < 10000)) {
         return {};
     }
-    int binaryExponent = 0;
-    const double fraction = std::frexp(magnitude, &binaryExponent);
-    const auto m = static_cast<std::uint64_t>(std::ldexp(fraction, 53));
+    // Every value in that range is a normal double: its significand with the hidden bit
+    // and its exponent read straight from the bits, as frexp would give them.
+    const auto bits = std::bit_cast<std::uint64_t>(magnitude);
+    const int binaryExponent = static_cast<int>(bits >> 52) - 1022;
+    const std::uint64_t m = (bits & ((std::uint64_t{1} << 52) - 1)) | (std::uint64_t{1} << 52);
     const int shift = 53 - binaryExponent; // magnitude = m / 2^shift, 39 <= shift <= 66
     constexpr std::array<std::uint64_t, 20> kPowers{1,
                                                     10,
