@@ -170,6 +170,7 @@ class Tracer {
     Trace Walk(Point start, int wire, bool stopAtNodes, bool stopAtStart) {
         Trace trace;
         trace.Points.reserve(8);
+        trace.Path.reserve(96); // a few wires' worth of ";x,y", grown only by longer chains
         AppendPathPoint(trace.Path, start);
         trace.Points.push_back(start);
         Point point = Step(trace, wire, start);

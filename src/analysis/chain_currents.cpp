@@ -37,9 +37,13 @@ class Twins {
         int& twin = known_.at(static_cast<std::size_t>(chain));
         if (twin < 0) {
             twin = 0;
+            const std::vector<Point>* own = nullptr; // looked up once, after the first candidate
             for (int b = 1; b <= topology_.NumBranches; ++b) {
                 const std::vector<Point>& candidate = chains_[b];
-                if (IsReversedPath(candidate, chains_[chain])) {
+                if (own == nullptr) {
+                    own = &chains_[chain];
+                }
+                if (IsReversedPath(candidate, *own)) {
                     twin = b;
                     break;
                 }

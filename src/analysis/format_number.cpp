@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -63,9 +64,11 @@ std::string PlainTextOfRounded(double value, int figures) {
     if (figures > 15 || !(magnitude > 0.0001 && magnitude < 10000)) {
         return {};
     }
-    int binaryExponent = 0;
-    const double fraction = std::frexp(magnitude, &binaryExponent);
-    const auto m = static_cast<std::uint64_t>(std::ldexp(fraction, 53));
+    // Every value in that range is a normal double: its significand with the hidden bit
+    // and its exponent read straight from the bits, as frexp would give them.
+    const auto bits = std::bit_cast<std::uint64_t>(magnitude);
+    const int binaryExponent = static_cast<int>(bits >> 52) - 1022;
+    const std::uint64_t m = (bits & ((std::uint64_t{1} << 52) - 1)) | (std::uint64_t{1} << 52);
     const int shift = 53 - binaryExponent; // magnitude = m / 2^shift, 39 <= shift <= 66
     constexpr std::array<std::uint64_t, 20> kPowers{1,
                                                     10,
@@ -97,18 +100,25 @@ std::string PlainTextOfRounded(double value, int figures) {
             break;
         }
     }
-    // digits = magnitude * 10^scale, rounded to nearest with ties to even.
+    // digits = magnitude * 10^scale, rounded to nearest with ties to even. When the scale
+    // is not negative the divisor is the power of two alone, so the quotient and remainder
+    // are a shift and a mask rather than a 128-bit division.
     const int scale = figures - 1 - exponent;
-    Wide numerator = m;
-    Wide denominator = Wide{1} << shift;
+    std::uint64_t digits = 0;
+    bool roundUp = false;
     if (scale >= 0) {
-        numerator *= power(scale);
+        const Wide numerator = Wide{m} * power(scale);
+        digits = static_cast<std::uint64_t>(numerator >> shift);
+        const Wide remainder = numerator & ((Wide{1} << shift) - 1);
+        const Wide half = Wide{1} << (shift - 1);
+        roundUp = remainder > half || (remainder == half && digits % 2 == 1);
     } else {
-        denominator *= power(-scale);
+        const Wide denominator = (Wide{1} << shift) * power(-scale);
+        digits = static_cast<std::uint64_t>(Wide{m} / denominator);
+        const Wide twice = 2 * (Wide{m} % denominator);
+        roundUp = twice > denominator || (twice == denominator && digits % 2 == 1);
     }
-    std::uint64_t digits = static_cast<std::uint64_t>(numerator / denominator);
-    const Wide twice = 2 * (numerator % denominator);
-    if (twice > denominator || (twice == denominator && digits % 2 == 1)) {
+    if (roundUp) {
         ++digits;
     }
     if (digits == power(figures)) { // rounded up to the next power of ten
@@ -122,20 +132,27 @@ std::string PlainTextOfRounded(double value, int figures) {
         --end; // the shortest decimal has no trailing zeros
     }
     const auto length = static_cast<int>(end - text);
-    std::string plain = value < 0 ? "-" : "";
-    if (exponent < 0) {
-        plain += "0.";
-        plain.append(static_cast<std::size_t>(-exponent - 1), '0');
-        plain.append(text, end);
-    } else if (length <= exponent + 1) {
-        plain.append(text, end);
-        plain.append(static_cast<std::size_t>(exponent + 1 - length), '0');
-    } else {
-        plain.append(text, text + exponent + 1);
-        plain += '.';
-        plain.append(text + exponent + 1, end);
+    // At most a sign, "0.", three zeros and 15 digits, or 15 digits and a point: the text
+    // is put together on the stack and the string made once.
+    char plain[32];
+    char* at = plain;
+    if (value < 0) {
+        *at++ = '-';
     }
-    return plain;
+    if (exponent < 0) {
+        *at++ = '0';
+        *at++ = '.';
+        at = std::fill_n(at, -exponent - 1, '0');
+        at = std::copy(text, end, at);
+    } else if (length <= exponent + 1) {
+        at = std::copy(text, end, at);
+        at = std::fill_n(at, exponent + 1 - length, '0');
+    } else {
+        at = std::copy(text, text + exponent + 1, at);
+        *at++ = '.';
+        at = std::copy(text + exponent + 1, end, at);
+    }
+    return std::string(plain, at);
 }
 
 } // namespace

@@ -3,9 +3,11 @@
 #include "analysis/circuit_checks.h"
 #include "analysis/node_finding.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <string_view>
 
 namespace ampora {
 
@@ -13,17 +15,24 @@ namespace {
 
 // A coordinate with the pattern "0000": rounded (ties to even, as everywhere the program
 // rounds), at least four digits, zero-padded after the sign.
-std::string FourDigitText(float value) {
+// Written at `out`, which holds 64 characters; returns the end.
+char* WriteFourDigits(char* out, float value) {
     const double rounded = std::nearbyint(static_cast<double>(value)) + 0.0; // no "-0"
     char buffer[64];
-    const auto written =
-        std::to_chars(buffer, buffer + sizeof buffer, rounded, std::chars_format::fixed, 0);
-    std::string text(buffer, written.ptr);
-    const std::size_t sign = !text.empty() && text.front() == '-' ? 1 : 0;
-    if (text.size() - sign < 4) {
-        text.insert(sign, 4 - (text.size() - sign), '0');
+    // A whole number of fewer than 16 digits has the same text as an integer, which is
+    // much quicker to write; floats as large as the rest are rare.
+    const char* const end =
+        std::fabs(rounded) < 1e15
+            ? std::to_chars(buffer, buffer + sizeof buffer, static_cast<long long>(rounded)).ptr
+            : std::to_chars(buffer, buffer + sizeof buffer, rounded, std::chars_format::fixed, 0)
+                  .ptr;
+    const bool negative = end != buffer && buffer[0] == '-';
+    const char* digits = buffer + (negative ? 1 : 0);
+    if (negative) {
+        *out++ = '-';
     }
-    return text;
+    out = std::fill_n(out, std::max<std::ptrdiff_t>(4 - (end - digits), 0), '0');
+    return std::copy(digits, end, out);
 }
 
 std::string PatternName(int pattern, int counter) {
@@ -40,7 +49,9 @@ std::string PatternName(int pattern, int counter) {
 } // namespace
 
 std::string LocationKey(float x, float y) {
-    return FourDigitText(y) + FourDigitText(x);
+    char text[128];
+    char* const afterY = WriteFourDigits(text, y);
+    return std::string(text, WriteFourDigits(afterY, x));
 }
 
 bool CheckNames(const Circuit& circuit, NodeNaming& naming, NodeOrdering ordering,
@@ -58,12 +69,19 @@ bool CheckNames(const Circuit& circuit, NodeNaming& naming, NodeOrdering orderin
     }
     naming.HasReference = references == 1 ? kTrue : kFalse;
 
-    std::array<std::string, kMaxNodes + 1> keys;
+    // Names are compared where they are; only location keys need writing.
+    std::array<std::string, kMaxNodes + 1> locations;
+    std::array<std::string_view, kMaxNodes + 1> keys;
     std::array<std::int16_t, kMaxNodes + 1> order{};
     for (int k = 1; k <= count; ++k) {
         const NodeLabel& node = circuit.NodeLabels[k];
-        keys.at(static_cast<std::size_t>(k)) =
-            ordering == NodeOrdering::ByName ? node.Name : LocationKey(node.X, node.Y);
+        if (ordering == NodeOrdering::ByName) {
+            keys.at(static_cast<std::size_t>(k)) = node.Name;
+        } else {
+            std::string& location = locations.at(static_cast<std::size_t>(k));
+            location = LocationKey(node.X, node.Y);
+            keys[static_cast<std::size_t>(k)] = location;
+        }
         order.at(static_cast<std::size_t>(k)) = static_cast<std::int16_t>(k);
     }
     // A bubble sort keeps equal keys in their slot order, which the duplicate check and

@@ -5,35 +5,41 @@
 
 #include <cmath>
 #include <limits>
+#include <string_view>
 
 namespace ampora {
 
 namespace {
 
-const std::string kUp = "\u2191";
-const std::string kDown = "\u2193";
-const std::string kLeft = "\u2190";
-const std::string kRight = "\u2192";
-const std::string kUnknown = "?";
+constexpr std::string_view kUp = "\u2191";
+constexpr std::string_view kDown = "\u2193";
+constexpr std::string_view kLeft = "\u2190";
+constexpr std::string_view kRight = "\u2192";
+constexpr std::string_view kUnknown = "?";
 
 bool Known(double current) {
     return current != kUnknownCurrent && std::isfinite(current);
 }
 
 // Up, down and left arrows stand before the number, a right arrow after it.
-std::string WithArrow(const std::string& number, const std::string& arrow) {
-    return arrow == kRight ? number + " " + arrow : arrow + " " + number;
+std::string WithArrow(std::string number, std::string_view arrow) {
+    if (arrow == kRight) {
+        return number.append(" ").append(arrow);
+    }
+    std::string label;
+    label.reserve(arrow.size() + 1 + number.size());
+    return label.append(arrow).append(" ").append(number);
 }
 
 // The arrow for a quantity that is positive up (vertical) or left (horizontal).
-std::string ScreenArrow(bool vertical, bool positive) {
+std::string_view ScreenArrow(bool vertical, bool positive) {
     if (vertical) {
         return positive ? kUp : kDown;
     }
     return positive ? kLeft : kRight;
 }
 
-std::string BatteryArrow(int kind) {
+std::string_view BatteryArrow(int kind) {
     switch (kind) {
     case kBatteryUp:
         return kUp;
@@ -48,7 +54,7 @@ std::string BatteryArrow(int kind) {
 
 std::string CurrentLabel(const Element& e, int sigFigs) {
     if (!Known(e.Current)) {
-        return kUnknown;
+        return std::string(kUnknown);
     }
     if (e.Current == 0) {
         return "0";
@@ -63,7 +69,7 @@ std::string VoltageLabel(const Workspace& ws, const Element& e, int sigFigs) {
     }
     if (IsResistor(e.Kind)) {
         if (!Known(e.Current)) {
-            return kUnknown;
+            return std::string(kUnknown);
         }
         if (e.Current == 0) {
             return "0";
@@ -74,7 +80,7 @@ std::string VoltageLabel(const Workspace& ws, const Element& e, int sigFigs) {
     }
     const double rise = SourceVoltageRise(ws, e);
     if (std::isnan(rise)) {
-        return kUnknown;
+        return std::string(kUnknown);
     }
     if (rise == 0) {
         return "0";
@@ -130,7 +136,7 @@ std::string ElementLabel(const Workspace& ws, int slot, int viewMode, int sigFig
         return VoltageLabel(ws, e, sigFigs);
     case kViewPower: {
         const double power = ElementPower(ws, e);
-        return std::isnan(power) ? kUnknown : FormatNumber(power, sigFigs);
+        return std::isnan(power) ? std::string(kUnknown) : FormatNumber(power, sigFigs);
     }
     default:
         return ValueWithUnit(e);

@@ -6,7 +6,6 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <tuple>
 
 namespace ampora {
 
@@ -170,12 +169,15 @@ bool SplitOnce(Circuit& circuit) {
     return true;
 }
 
-// A wire's normal form as one sortable key; equal keys are equal forms.
+// A wire's normal form as one sortable number (direction, level, low end, high end from
+// the most significant bits down); equal numbers are equal forms.
 struct LineKey {
-    bool horizontal;
-    std::uint32_t level, low, high;
+    __extension__ typedef unsigned __int128 Form;
+    Form form;
     int slot;
-    auto Form() const { return std::tie(horizontal, level, low, high); }
+    static Form Of(bool horizontal, std::uint32_t level, std::uint32_t low, std::uint32_t high) {
+        return Form{horizontal} << 96 | Form{level} << 64 | Form{low} << 32 | Form{high};
+    }
 };
 
 } // namespace
@@ -200,16 +202,17 @@ bool RemoveDuplicateWires(Circuit& circuit) {
         }
         const WireLine line = LineOf(wire);
         if (!HasNaN(line)) {
-            keys[count++] = LineKey{line.Horizontal, OrderedBits(line.Level), OrderedBits(line.Low),
-                                    OrderedBits(line.High), slot};
+            keys[count++] = LineKey{LineKey::Of(line.Horizontal, OrderedBits(line.Level),
+                                                OrderedBits(line.Low), OrderedBits(line.High)),
+                                    slot};
         }
     }
     std::sort(keys.begin(), keys.begin() + static_cast<std::ptrdiff_t>(count),
               [](const LineKey& a, const LineKey& b) {
-                  return a.Form() < b.Form() || (a.Form() == b.Form() && a.slot < b.slot);
+                  return a.form < b.form || (a.form == b.form && a.slot < b.slot);
               });
     for (std::size_t k = 1; k < count; ++k) {
-        if (keys[k].Form() == keys[k - 1].Form()) {
+        if (keys[k].form == keys[k - 1].form) {
             circuit.Wires[keys[k].slot].Used = 0;
             removed = true;
         }

@@ -3,21 +3,41 @@
 #include "document/number_text.h"
 #include "equations/supernode_queries.h"
 
+#include <array>
 #include <cmath>
+#include <string_view>
 #include <vector>
 
 namespace ampora {
 
 namespace {
 
-std::string Num(float value) {
-    return ShortestText(value);
+// The equations are written term by term into one string; numbers go straight into it.
+void AppendNum(std::string& out, float value) {
+    char text[32];
+    out.append(text, WriteShortestText(text, text + sizeof text, value));
 }
+
+// A sign, a number and, when given, "/resistance" after it.
+void AppendSigned(std::string& out, char sign, float value, std::string_view overR = {}) {
+    out += sign;
+    AppendNum(out, value);
+    out.append(overR);
+}
+
+// Chain slots, at most one per slot of the chain table; kept on the stack, as every
+// equation asks for them once per member node.
+struct ChainList {
+    std::array<int, kMaxChains> slots{};
+    std::size_t count = 0;
+    const int* begin() const { return slots.data(); }
+    const int* end() const { return slots.data() + count; }
+};
 
 // The chains that leave the node at a position, in slot order. In a supernode's equation
 // the chains that stay inside the supernode carry no current out of it and are left out.
-std::vector<int> ChainsLeaving(const Workspace& ws, int position, int superNode) {
-    std::vector<int> chains;
+ChainList ChainsLeaving(const Workspace& ws, int position, int superNode) {
+    ChainList chains;
     const int slot = NodeAt(ws, position);
     for (int b = 1; b <= ws.topology.NumBranches; ++b) {
         const Branch& chain = ws.topology.Branches[b];
@@ -32,39 +52,52 @@ std::vector<int> ChainsLeaving(const Workspace& ws, int position, int superNode)
                 continue;
             }
         }
-        chains.push_back(b);
+        chains.slots.at(chains.count++) = b; // Branches[b] above throws past the table
     }
     return chains;
 }
 
-std::string VoltageName(const NodeLabel& node) {
+const std::string& VoltageName(const NodeLabel& node) {
     return node.Alias.empty() ? node.Name : node.Alias;
 }
 
-std::string ChainTerm(const Workspace& ws, const Branch& chain) {
+// The chain's current out of its start node as a term of the equation: the source's
+// current, or "(start-end±emf)/resistance"; joined to the terms before it by " + ", or by
+// " - " in place of the term's own minus sign.
+void AppendChainTerm(std::string& equation, const Workspace& ws, const Branch& chain) {
     if (chain.SourceCurrent != 0) {
-        return Num(chain.SourceCurrent);
+        char text[32];
+        std::string_view term(
+            text, static_cast<std::size_t>(
+                      WriteShortestText(text, text + sizeof text, chain.SourceCurrent) - text));
+        if (!equation.empty()) {
+            const bool minus = term.front() == '-';
+            equation += minus ? " - " : " + ";
+            term.remove_prefix(minus ? 1 : 0);
+        }
+        equation.append(term);
+        return;
     }
     const NodeLabel& start = ws.circuit.NodeLabels[chain.StartNode];
     const NodeLabel& end = ws.circuit.NodeLabels[chain.EndNode];
-    std::string numerator = VoltageName(start);
-    numerator += end.Alias.empty() ? "-" + end.Name : NegAlias(end.Alias);
-    if (chain.EMF > 0) {
-        numerator += "+" + Num(chain.EMF);
-    } else if (chain.EMF < 0) {
-        numerator += "-" + Num(std::fabs(chain.EMF));
+    if (!equation.empty()) {
+        equation += " + ";
     }
-    return "(" + numerator + ")/" + Num(chain.Resistance);
-}
-
-void AppendTerm(std::string& equation, const std::string& term) {
-    if (equation.empty()) {
-        equation = term;
-    } else if (term.front() == '-') {
-        equation += " - " + term.substr(1);
+    equation += '(';
+    equation += VoltageName(start);
+    if (end.Alias.empty()) {
+        equation += '-';
+        equation += end.Name;
     } else {
-        equation += " + " + term;
+        equation += NegAlias(end.Alias);
     }
+    if (chain.EMF > 0) {
+        AppendSigned(equation, '+', chain.EMF);
+    } else if (chain.EMF < 0) {
+        AppendSigned(equation, '-', std::fabs(chain.EMF));
+    }
+    equation += ")/";
+    AppendNum(equation, chain.Resistance);
 }
 
 std::vector<int> MemberPositions(const Workspace& ws, int position, int superNode) {
@@ -77,47 +110,57 @@ std::vector<int> MemberPositions(const Workspace& ws, int position, int superNod
 
 std::string FirstWritten(const Workspace& ws, int position, int superNode) {
     std::string equation;
+    equation.reserve(128);
     for (const int member : MemberPositions(ws, position, superNode)) {
         for (const int b : ChainsLeaving(ws, member, superNode)) {
-            AppendTerm(equation, ChainTerm(ws, ws.topology.Branches[b]));
+            AppendChainTerm(equation, ws, ws.topology.Branches[b]);
         }
     }
-    return equation + " = 0";
+    equation += " = 0";
+    return equation;
 }
 
 std::string Collected(const Workspace& ws, int row, int position, int superNode) {
     const int n = ws.equations.NumUnknowns;
     std::vector<std::string> columns(static_cast<std::size_t>(n) + 1);
     std::string constant;
+    constant.reserve(64);
     for (const int member : MemberPositions(ws, position, superNode)) {
         const NodeLabel& start = ws.circuit.NodeLabels[NodeAt(ws, member)];
         for (const int b : ChainsLeaving(ws, member, superNode)) {
             const Branch& chain = ws.topology.Branches[b];
             if (chain.SourceCurrent != 0) {
                 const float i = chain.SourceCurrent;
-                constant += i < 0 ? "+" + Num(std::fabs(i)) : "-" + Num(i);
+                AppendSigned(constant, i < 0 ? '+' : '-', i < 0 ? std::fabs(i) : i);
                 continue;
             }
-            const std::string conductance = "+1/" + Num(chain.Resistance);
+            // "+1/R", whose tail "/R" also divides the constant terms.
+            char conductanceText[40] = "+1/";
+            const std::string_view conductance(
+                conductanceText,
+                static_cast<std::size_t>(WriteShortestText(conductanceText + 3,
+                                                           conductanceText + sizeof conductanceText,
+                                                           chain.Resistance) -
+                                         conductanceText));
+            const std::string_view overR = conductance.substr(2);
             columns[static_cast<std::size_t>(row)] += conductance;
             const int endVar = EqnVarWithNode(ws.equations, ws.naming.NodeRank[chain.EndNode]);
             if (endVar != 0) {
                 columns[static_cast<std::size_t>(endVar)] += conductance;
             }
-            const std::string overR = "/" + Num(chain.Resistance);
             // A member's own offset sits on the left; moved across it changes sign.
             if (!start.Alias.empty() && start.AliasOffset != 0) {
                 const float k = start.AliasOffset;
-                constant += k > 0 ? "-" + Num(k) + overR : "+" + Num(std::fabs(k)) + overR;
+                AppendSigned(constant, k > 0 ? '-' : '+', k > 0 ? k : std::fabs(k), overR);
             }
             const NodeLabel& end = ws.circuit.NodeLabels[chain.EndNode];
             if (!end.Alias.empty() && end.AliasOffset != 0) {
                 const float k = end.AliasOffset;
-                constant += k < 0 ? "-" + Num(std::fabs(k)) + overR : "+" + Num(k) + overR;
+                AppendSigned(constant, k < 0 ? '-' : '+', k < 0 ? std::fabs(k) : k, overR);
             }
             if (chain.EMF != 0) {
                 const float e = chain.EMF;
-                constant += e < 0 ? "+" + Num(std::fabs(e)) + overR : "-" + Num(e) + overR;
+                AppendSigned(constant, e < 0 ? '+' : '-', e < 0 ? std::fabs(e) : e, overR);
             }
         }
     }
@@ -127,8 +170,10 @@ std::string Collected(const Workspace& ws, int row, int position, int superNode)
         if (text.empty()) {
             continue;
         }
-        left += (c == row ? "+" : "-") + ("(" + text.substr(1) + ")*") +
-                ws.equations.EqnVars[static_cast<std::size_t>(c - 1)].VarName;
+        left += c == row ? "+(" : "-(";
+        left.append(text, 1);
+        left += ")*";
+        left += ws.equations.EqnVars[static_cast<std::size_t>(c - 1)].VarName;
     }
     if (!left.empty() && left.front() == '+') {
         left.erase(0, 1);
@@ -138,7 +183,9 @@ std::string Collected(const Workspace& ws, int row, int position, int superNode)
     } else if (constant.front() == '+') {
         constant.erase(0, 1);
     }
-    return left + "=" + constant;
+    left += '=';
+    left += constant;
+    return left;
 }
 
 void LoadRow(const Workspace& ws, AugmentedMatrix& matrix, int row, int position, int superNode) {
