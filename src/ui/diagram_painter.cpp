@@ -181,25 +181,4 @@ void PaintDiagramOn(QPainter& painter, const Workspace& ws, const DiagramLabels&
     painter.restore();
 }
 
-QImage PaintDiagram(const Workspace& ws, int viewMode, int sigFigs) {
-    const DiagramLabels labels = LayOutView(ws, viewMode, sigFigs);
-    const LabelBox extent = DiagramExtent(ws.circuit, labels);
-    if (extent.Width <= 0 || extent.Height <= 0) {
-        return QImage();
-    }
-    constexpr int kMargin = 8;
-    const int left = static_cast<int>(std::floor(extent.Left)) - kMargin;
-    const int top = static_cast<int>(std::floor(extent.Top)) - kMargin;
-    const int width = static_cast<int>(std::ceil(extent.Width)) + 2 * kMargin + 1;
-    const int height = static_cast<int>(std::ceil(extent.Height)) + 2 * kMargin + 1;
-    QImage image(width, height, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setRenderHint(QPainter::TextAntialiasing);
-    painter.translate(-left, -top);
-    PaintDiagramOn(painter, ws, labels, DiagramLook{true, false});
-    return image;
-}
-
 } // namespace ampora::ui

@@ -43,8 +43,4 @@ struct DiagramLook {
 void PaintDiagramOn(QPainter& painter, const Workspace& ws, const DiagramLabels& labels,
                     DiagramLook look);
 
-// The diagram of steps 2 and 3 in a view, on white, cropped to the circuit and its labels with
-// a small margin. An empty circuit gives a null image.
-QImage PaintDiagram(const Workspace& ws, int viewMode, int sigFigs);
-
 } // namespace ampora::ui

@@ -9,6 +9,7 @@
 #include "document/workspace.h"
 #include "editor/diagram_labels.h"
 #include "ui/canvas.h"
+#include "ui/circuit_paint.h"
 #include "ui/diagram_painter.h"
 #include "ui/equations_window.h"
 #include "ui/main_window.h"
@@ -444,7 +445,8 @@ class AnalysisStepsTest : public QObject {
         s.Press("cmdNext1");
         s.Press("cmdAutoName1");
         s.Press("cmdNext2");
-        const QImage diagram = ampora::ui::PaintDiagram(s.workspace, 1, 3);
+        s.workspace.ViewMode = 1;
+        const QImage diagram = ampora::ui::CircuitPaint(s.workspace, 1);
         QVERIFY(!diagram.isNull());
         // Cropped to the circuit: its wires span 640 by 160 units, its labels a little more.
         QVERIFY2(diagram.width() >= 640 && diagram.width() < 800 && diagram.height() >= 160 &&
