@@ -45,12 +45,34 @@ bool LiesOnWire(const Wire& wire, Point point) {
            point.X <= std::max(wire.X1, wire.X2);
 }
 
+// Which end of the wire lies at the point: 0 the first, 1 the second (the first when both
+// do), -1 neither.
+int EndAt(const Wire& wire, Point point) {
+    if (FirstEnd(wire) == point) {
+        return 0;
+    }
+    return SecondEnd(wire) == point ? 1 : -1;
+}
+
+// A wire end by number: 2 (slot - 1) for the first end of the wire in `slot`, one more for
+// its second end.
+int EndNumber(int slot, int which) {
+    return 2 * (slot - 1) + which;
+}
+
 // The walk's two questions, which node lies at a point and which wire goes on from it,
-// answered from the wire ends and the nodes sorted by position. Wires do not move while
+// answered from the wire ends and the nodes sorted by position. A walk mostly stands on a
+// wire end, so both answers are worked out once for every end. Wires do not move while
 // chains are traced (only their Used marks change, which the questions ignore). Tables
 // whose counts run past their capacity get the plain scans, which report that.
 class Junctions {
   public:
+    // The wire a walk goes on along, and the end of it where it arrives.
+    struct WireEnd {
+        int slot = 0; // 0: none
+        int which = -1;
+    };
+
     explicit Junctions(const Circuit& circuit)
         : circuit_(circuit),
           indexed_(circuit.NumWires <= kMaxWires && circuit.NumNodes <= kMaxNodes) {
@@ -59,9 +81,10 @@ class Junctions {
         }
         for (int slot = 1; slot <= circuit.NumWires; ++slot) {
             const Wire& wire = circuit.Wires[slot];
-            for (const Point end : {FirstEnd(wire), SecondEnd(wire)}) {
+            for (const int which : {0, 1}) {
+                const Point end = which == 0 ? FirstEnd(wire) : SecondEnd(wire);
                 if (!HasNaN(end)) {
-                    ends_[numEnds_++] = Entry{RowKey(end), slot};
+                    ends_[numEnds_++] = Entry{RowKey(end), EndNumber(slot, which)};
                 }
             }
         }
@@ -73,6 +96,7 @@ class Junctions {
             }
         }
         std::sort(nodes_.begin(), nodes_.begin() + static_cast<std::ptrdiff_t>(numNodes_));
+        AnswerAtEveryEnd();
     }
 
     // The first node slot at the point, or 0.
@@ -81,35 +105,88 @@ class Junctions {
             return NodeAtByScan(circuit_, point);
         }
         const Entry* node = First(nodes_, numNodes_, point);
-        return node == nullptr ? 0 : node->slot;
+        return node == nullptr ? 0 : node->id;
     }
 
-    // The first wire slot other than `current` with an end at the point, or 0.
-    int NextWire(Point point, int current) const {
-        if (!indexed_) {
-            return NextWireByScan(circuit_, point, current);
+    // The same for a walk standing on end `which` of the wire in `slot` (-1: on none).
+    int NodeAt(Point point, int slot, int which) const {
+        if (!indexed_ || which < 0) {
+            return NodeAt(point);
         }
+        return atEnd_.at(static_cast<std::size_t>(EndNumber(slot, which))).node;
+    }
+
+    // The first wire other than the one in `slot` with an end at the point, for a walk
+    // standing on end `which` of it (-1: on none).
+    WireEnd NextWire(Point point, int slot, int which) const {
+        if (!indexed_ || which < 0) {
+            const int next =
+                indexed_ ? NextWireFromIndex(point, slot) : NextWireByScan(circuit_, point, slot);
+            return next == 0 ? WireEnd{} : WireEnd{next, EndAt(circuit_.Wires[next], point)};
+        }
+        return atEnd_.at(static_cast<std::size_t>(EndNumber(slot, which))).next;
+    }
+
+  private:
+    struct Entry {
+        std::uint64_t key;
+        int id; // a wire end's EndNumber (so ends sort by slot, the first end first), or a node
+                // slot
+        friend bool operator<(const Entry& a, const Entry& b) {
+            return a.key < b.key || (a.key == b.key && a.id < b.id);
+        }
+        int Slot() const { return id / 2 + 1; }
+        int Which() const { return id % 2; }
+    };
+
+    // What a walk standing on one wire end needs to know.
+    struct Answers {
+        int node = 0;
+        WireEnd next;
+    };
+
+    // Each run of ends at one point gets the node there, and each end in it the first other
+    // wire of the run, arriving at that wire's first end in the run (its first end when
+    // both lie there, as EndAt decides).
+    void AnswerAtEveryEnd() {
+        std::size_t node = 0;
+        for (std::size_t run = 0; run < numEnds_;) {
+            const std::uint64_t key = ends_[run].key;
+            std::size_t runEnd = run;
+            while (runEnd < numEnds_ && ends_[runEnd].key == key) {
+                ++runEnd;
+            }
+            while (node < numNodes_ && nodes_[node].key < key) {
+                ++node;
+            }
+            const int nodeHere = node < numNodes_ && nodes_[node].key == key ? nodes_[node].id : 0;
+            for (std::size_t k = run; k < runEnd; ++k) {
+                Answers& answers = atEnd_.at(static_cast<std::size_t>(ends_[k].id));
+                answers.node = nodeHere;
+                for (std::size_t other = run; other < runEnd; ++other) {
+                    if (ends_[other].Slot() != ends_[k].Slot()) {
+                        answers.next = WireEnd{ends_[other].Slot(), ends_[other].Which()};
+                        break;
+                    }
+                }
+            }
+            run = runEnd;
+        }
+    }
+
+    int NextWireFromIndex(Point point, int current) const {
         const Entry* end = First(ends_, numEnds_, point);
         if (end == nullptr) {
             return 0;
         }
         const Entry* last = ends_.data() + numEnds_;
         for (; end != last && end->key == RowKey(point); ++end) {
-            if (end->slot != current) {
-                return end->slot;
+            if (end->Slot() != current) {
+                return end->Slot();
             }
         }
         return 0;
     }
-
-  private:
-    struct Entry {
-        std::uint64_t key;
-        int slot;
-        friend bool operator<(const Entry& a, const Entry& b) {
-            return a.key < b.key || (a.key == b.key && a.slot < b.slot);
-        }
-    };
 
     // The entry with the lowest slot at the point, or nullptr.
     template <std::size_t N>
@@ -129,6 +206,7 @@ class Junctions {
     std::size_t numEnds_ = 0;
     std::array<Entry, kMaxNodes> nodes_{};
     std::size_t numNodes_ = 0;
+    std::array<Answers, 2 * kMaxWires> atEnd_{};
 };
 
 struct Trace {
@@ -143,7 +221,7 @@ class EndTexts {
   public:
     // Appends ";x,y" for end `which` (0 first, 1 second) of the wire in `slot`.
     void Append(std::string& path, int slot, int which, Point end) {
-        Text& text = texts_.at(static_cast<std::size_t>(2 * (slot - 1) + which));
+        Text& text = texts_.at(static_cast<std::size_t>(EndNumber(slot, which)));
         if (text.length == 0) {
             text.chars[0] = ';';
             text.length = static_cast<std::uint8_t>(WritePathPoint(text.chars.data() + 1, end) -
@@ -173,47 +251,49 @@ class Tracer {
         trace.Path.reserve(96); // a few wires' worth of ";x,y", grown only by longer chains
         AppendPathPoint(trace.Path, start);
         trace.Points.push_back(start);
-        Point point = Step(trace, wire, start);
         int current = wire;
+        int at = Step(trace, wire, EndAt(circuit_.Wires[wire], start));
+        Point point = trace.Points.back();
         // No chain can hold more wires than the table; a longer walk means tables that no
         // drawing produces, and it must not run for ever.
         for (int steps = 1;; ++steps) {
-            if (stopAtNodes && junctions_.NodeAt(point) != 0) {
+            if (stopAtNodes && junctions_.NodeAt(point, current, at) != 0) {
                 break;
             }
             if (stopAtStart && point == start) {
                 break;
             }
-            const int next = junctions_.NextWire(point, current);
-            if (next == 0) {
+            const Junctions::WireEnd next = junctions_.NextWire(point, current, at);
+            if (next.slot == 0) {
                 break;
             }
             if (steps > circuit_.NumWires) {
                 throw std::runtime_error("a chain of wires that never ends");
             }
-            point = Step(trace, next, point);
-            current = next;
+            at = Step(trace, next.slot, next.which);
+            point = trace.Points.back();
+            current = next.slot;
         }
         trace.End = point;
         return trace;
     }
 
   private:
-    // Walks the wire from `from` to its other end (0,0 when `from` is neither end).
-    Point Step(Trace& trace, int wire, Point from) {
+    // Walks the wire from its end `from` (0 first, 1 second) to the other end, or to 0,0
+    // when the walk stands on neither end (-1); returns the end where it arrives.
+    int Step(Trace& trace, int wire, int from) {
         Wire& walked = circuit_.Wires[wire];
         walked.Used = 0;
-        Point to{};
-        if (FirstEnd(walked) == from) {
-            to = SecondEnd(walked);
-            ends_.Append(trace.Path, wire, 1, to);
-        } else if (SecondEnd(walked) == from) {
-            to = FirstEnd(walked);
-            ends_.Append(trace.Path, wire, 0, to);
-        } else {
-            AppendPathPoint(trace.Path, to);
+        if (from < 0) {
+            const Point nowhere{};
+            AppendPathPoint(trace.Path, nowhere);
+            trace.Points.push_back(nowhere);
+            return -1;
         }
-        trace.Points.push_back(to);
+        const int to = 1 - from;
+        const Point end = to == 0 ? FirstEnd(walked) : SecondEnd(walked);
+        ends_.Append(trace.Path, wire, to, end);
+        trace.Points.push_back(end);
         return to;
     }
 

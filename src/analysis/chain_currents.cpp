@@ -39,9 +39,9 @@ class Twins {
             twin = 0;
             const std::vector<Point>* own = nullptr; // looked up once, after the first candidate
             for (int b = 1; b <= topology_.NumBranches; ++b) {
-                const std::vector<Point>& candidate = chains_[b];
+                const std::vector<Point>& candidate = Points(b);
                 if (own == nullptr) {
-                    own = &chains_[chain];
+                    own = &Points(chain);
                 }
                 if (IsReversedPath(candidate, *own)) {
                     twin = b;
@@ -53,9 +53,19 @@ class Twins {
     }
 
   private:
+    // Every chain is a candidate for every other's twin: its points are fetched once.
+    const std::vector<Point>& Points(int chain) {
+        const std::vector<Point>*& points = points_.at(static_cast<std::size_t>(chain));
+        if (points == nullptr) {
+            points = &chains_[chain];
+        }
+        return *points;
+    }
+
     const Topology& topology_;
     ChainPoints& chains_;
     std::array<int, kMaxChains + 1> known_{};
+    std::array<const std::vector<Point>*, kMaxChains + 1> points_{};
 };
 
 void SetChainCurrent(Topology& topology, Twins& twins, int signedChain, double current) {
