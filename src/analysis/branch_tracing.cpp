@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <stdexcept>
 #include <string>
@@ -127,11 +128,18 @@ class Junctions {
         return atEnd_.at(static_cast<std::size_t>(EndNumber(slot, which))).next;
     }
 
+    // The wire end whose path text end `which` of the wire in `slot` shares: the first end at
+    // the same point with the same coordinates to the bit (0 and -0 read differently).
+    int TextOf(int slot, int which) const {
+        const int own = EndNumber(slot, which);
+        return indexed_ ? atEnd_.at(static_cast<std::size_t>(own)).textOf : own;
+    }
+
   private:
     struct Entry {
         std::uint64_t key;
-        int id; // a wire end's EndNumber (so ends sort by slot, the first end first), or a node
-                // slot
+        // A wire end's EndNumber (so ends sort by slot, the first end first), or a node slot.
+        int id;
         friend bool operator<(const Entry& a, const Entry& b) {
             return a.key < b.key || (a.key == b.key && a.id < b.id);
         }
@@ -143,6 +151,7 @@ class Junctions {
     struct Answers {
         int node = 0;
         WireEnd next;
+        int textOf = 0;
     };
 
     // Each run of ends at one point gets the node there, and each end in it the first other
@@ -163,6 +172,13 @@ class Junctions {
             for (std::size_t k = run; k < runEnd; ++k) {
                 Answers& answers = atEnd_.at(static_cast<std::size_t>(ends_[k].id));
                 answers.node = nodeHere;
+                answers.textOf = ends_[k].id;
+                for (std::size_t other = run; other < k; ++other) {
+                    if (SameBits(ends_[other].id, ends_[k].id)) {
+                        answers.textOf = ends_[other].id;
+                        break;
+                    }
+                }
                 for (std::size_t other = run; other < runEnd; ++other) {
                     if (ends_[other].Slot() != ends_[k].Slot()) {
                         answers.next = WireEnd{ends_[other].Slot(), ends_[other].Which()};
@@ -172,6 +188,16 @@ class Junctions {
             }
             run = runEnd;
         }
+    }
+
+    bool SameBits(int end, int other) const {
+        const auto bits = [this](int id) {
+            const Wire& wire = circuit_.Wires[id / 2 + 1];
+            const Point point = id % 2 == 0 ? FirstEnd(wire) : SecondEnd(wire);
+            return std::pair{std::bit_cast<std::uint32_t>(point.X),
+                             std::bit_cast<std::uint32_t>(point.Y)};
+        };
+        return bits(end) == bits(other);
     }
 
     int NextWireFromIndex(Point point, int current) const {
@@ -215,16 +241,16 @@ struct Trace {
     Point End;
 };
 
-// The text of each wire end, written when a walk first reaches it: most ends are reached
-// twice, once by each of the chain's two traces, and junctions by more.
+// The text of each point where wire ends meet, written when a walk first reaches it: most
+// are reached by both traces of each chain through them.
 class EndTexts {
   public:
-    // Appends ";x,y" for end `which` (0 first, 1 second) of the wire in `slot`.
-    void Append(std::string& path, int slot, int which, Point end) {
-        Text& text = texts_.at(static_cast<std::size_t>(EndNumber(slot, which)));
+    // Appends ";x,y" for the point of the wire end numbered `end` (see Junctions::TextOf).
+    void Append(std::string& path, int end, Point point) {
+        Text& text = texts_.at(static_cast<std::size_t>(end));
         if (text.length == 0) {
             text.chars[0] = ';';
-            text.length = static_cast<std::uint8_t>(WritePathPoint(text.chars.data() + 1, end) -
+            text.length = static_cast<std::uint8_t>(WritePathPoint(text.chars.data() + 1, point) -
                                                     text.chars.data());
         }
         path.append(text.chars.data(), text.length);
@@ -292,7 +318,7 @@ class Tracer {
         }
         const int to = 1 - from;
         const Point end = to == 0 ? FirstEnd(walked) : SecondEnd(walked);
-        ends_.Append(trace.Path, wire, to, end);
+        ends_.Append(trace.Path, junctions_.TextOf(wire, to), end);
         trace.Points.push_back(end);
         return to;
     }
