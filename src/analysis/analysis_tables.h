@@ -2,6 +2,7 @@
 // What the analysis finds in the drawn circuit: loose ends, traced chains, the
 // node order of the last name check and the augmented matrix.
 
+#include "analysis/travel.h"
 #include "analysis/wire_geometry.h"
 #include "document/slots.h"
 
@@ -45,6 +46,16 @@ struct TracedPath {
     std::vector<Point> Points;
 };
 
+// Where a device sits: the first chain (in slot order) with a path segment that holds its
+// centre strictly between its ends, and which way that chain travels there.
+struct ChainPlacement {
+    int chain = 0; // 0 when the device lies on no chain
+    Travel travel = Travel::None;
+};
+
+// A ChainPlacement for every element slot (index 0 unused).
+using DevicePlacements = std::array<ChainPlacement, kMaxElements + 1>;
+
 struct Topology {
     Slots<LooseEnd, kMaxLooseEnds> LooseEnds;
     std::int16_t NumLooseEnds = 0;
@@ -55,6 +66,9 @@ struct Topology {
     std::int16_t NumLoops = 0;         // closed loops touching no node
     std::int16_t NumCurrents = 0;      // named chain currents
     Slots<TracedPath, kMaxChains> Traced;
+    // Where each device lies on the node-to-node chains, found while they are summed: like
+    // their sums, it holds until the chains or the devices change.
+    DevicePlacements Placements{};
 };
 
 struct NodeNaming {

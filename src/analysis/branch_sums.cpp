@@ -25,8 +25,10 @@ void AddDevice(const Element& element, Travel travel, Branch& chain) {
     }
 }
 
+// Adds up the devices on chain `b`, placing each device not yet placed on an earlier chain.
 void SumChain(const Circuit& circuit, const DeviceIndex& devices, const std::vector<Point>& points,
-              Branch& chain) {
+              int b, Topology& topology) {
+    Branch& chain = topology.Branches[b];
     chain.Resistance = 0;
     chain.EMF = 0;
     chain.SourceCurrent = 0;
@@ -34,8 +36,13 @@ void SumChain(const Circuit& circuit, const DeviceIndex& devices, const std::vec
         const Point from = points[k - 1];
         const Point to = points[k];
         const Travel travel = TravelAlong(from, to);
-        devices.ForEachInside(from, to,
-                              [&](int slot) { AddDevice(circuit.Elements[slot], travel, chain); });
+        devices.ForEachInside(from, to, [&](int slot) {
+            AddDevice(circuit.Elements[slot], travel, chain);
+            ChainPlacement& placement = topology.Placements.at(static_cast<std::size_t>(slot));
+            if (placement.chain == 0) {
+                placement = ChainPlacement{b, travel};
+            }
+        });
     }
 }
 
@@ -43,11 +50,12 @@ void SumChain(const Circuit& circuit, const DeviceIndex& devices, const std::vec
 
 void SumBranches(const Circuit& circuit, Topology& topology) {
     topology.NumCurrents = 0;
+    topology.Placements = {};
     ChainPoints points(topology);
     const DeviceIndex devices(circuit);
     for (int b = 1; b <= topology.NumBranches; ++b) {
+        SumChain(circuit, devices, points[b], b, topology);
         Branch& chain = topology.Branches[b];
-        SumChain(circuit, devices, points[b], chain);
         chain.CurrentName.clear();
         if (chain.Resistance != 0 || chain.SourceCurrent != 0) {
             continue;

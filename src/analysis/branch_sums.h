@@ -8,9 +8,9 @@
 
 namespace ampora {
 
-// Fills Resistance, EMF, SourceCurrent and CurrentName of chains 1..NumBranches and sets
-// NumCurrents. Throws AnalysisFailure::TwoCurrentSources at a second current source on one
-// chain.
+// Fills Resistance, EMF, SourceCurrent and CurrentName of chains 1..NumBranches, sets
+// NumCurrents and places every device lying on them (Topology::Placements). Throws
+// AnalysisFailure::TwoCurrentSources at a second current source on one chain.
 void SumBranches(const Circuit& circuit, Topology& topology);
 
 } // namespace ampora

@@ -1,7 +1,6 @@
 #include "analysis/chain_currents.h"
 
 #include "analysis/chain_path.h"
-#include "analysis/device_index.h"
 #include "analysis/travel.h"
 
 #include <array>
@@ -11,19 +10,6 @@
 namespace ampora {
 
 namespace {
-
-ChainPlacement FindChainOf(const Topology& topology, ChainPoints& chains, float x, float y) {
-    const Point centre{x, y};
-    for (int b = 1; b <= topology.NumBranches; ++b) {
-        const std::vector<Point>& points = chains[b];
-        for (std::size_t k = 1; k < points.size(); ++k) {
-            if (LiesStrictlyInside(centre, points[k - 1], points[k])) {
-                return ChainPlacement{b, TravelAlong(points[k - 1], points[k])};
-            }
-        }
-    }
-    return ChainPlacement{};
-}
 
 // The twin of each chain (the same chain traced from its other end; 0 for none), looked
 // for once per chain while the paths stay as they are.
@@ -80,32 +66,6 @@ void SetChainCurrent(Topology& topology, Twins& twins, int signedChain, double c
 
 } // namespace
 
-ChainPlacement FindChainOf(const Topology& topology, float x, float y) {
-    ChainPoints chains(topology);
-    return FindChainOf(topology, chains, x, y);
-}
-
-DevicePlacements PlaceDevices(const Circuit& circuit, const Topology& topology,
-                              ChainPoints& chains) {
-    // Chains in slot order and their segments in trace order, each device keeping the
-    // first that holds it: what FindChainOf finds, device by device.
-    DevicePlacements placements{};
-    const DeviceIndex devices(circuit);
-    for (int b = 1; b <= topology.NumBranches; ++b) {
-        const std::vector<Point>& points = chains[b];
-        for (std::size_t k = 1; k < points.size(); ++k) {
-            const Travel travel = TravelAlong(points[k - 1], points[k]);
-            devices.ForEachInside(points[k - 1], points[k], [&](int slot) {
-                ChainPlacement& placement = placements.at(static_cast<std::size_t>(slot));
-                if (placement.chain == 0) {
-                    placement = ChainPlacement{b, travel};
-                }
-            });
-        }
-    }
-    return placements;
-}
-
 DevicePlacements ComputeCurrents(Circuit& circuit, Topology& topology) {
     for (int b = 1; b <= topology.NumBranches; ++b) {
         topology.Branches[b].Current = kUnknownCurrent;
@@ -115,7 +75,7 @@ DevicePlacements ComputeCurrents(Circuit& circuit, Topology& topology) {
         circuit.Elements[slot].Branch = 0;
     }
     ChainPoints chains(topology);
-    const DevicePlacements placements = PlaceDevices(circuit, topology, chains);
+    const DevicePlacements& placements = topology.Placements;
     Twins twins(topology, chains);
     for (int slot = 1; slot <= circuit.NumElements; ++slot) {
         Element& element = circuit.Elements[slot];
