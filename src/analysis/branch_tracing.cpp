@@ -55,6 +55,11 @@ int EndAt(const Wire& wire, Point point) {
     return SecondEnd(wire) == point ? 1 : -1;
 }
 
+// Equal to the bit: 0 and -0 are one point but read differently.
+bool SameBits(Point point, Point other) {
+    return std::bit_cast<std::uint64_t>(point) == std::bit_cast<std::uint64_t>(other);
+}
+
 // A wire end by number: 2 (slot - 1) for the first end of the wire in `slot`, one more for
 // its second end.
 int EndNumber(int slot, int which) {
@@ -191,13 +196,11 @@ class Junctions {
     }
 
     bool SameBits(int end, int other) const {
-        const auto bits = [this](int id) {
-            const Wire& wire = circuit_.Wires[id / 2 + 1];
-            const Point point = id % 2 == 0 ? FirstEnd(wire) : SecondEnd(wire);
-            return std::pair{std::bit_cast<std::uint32_t>(point.X),
-                             std::bit_cast<std::uint32_t>(point.Y)};
-        };
-        return bits(end) == bits(other);
+        return ampora::SameBits(EndPoint(end), EndPoint(other));
+    }
+    Point EndPoint(int end) const {
+        const Wire& wire = circuit_.Wires[end / 2 + 1];
+        return end % 2 == 0 ? FirstEnd(wire) : SecondEnd(wire);
     }
 
     int NextWireFromIndex(Point point, int current) const {
@@ -245,7 +248,8 @@ struct Trace {
 // are reached by both traces of each chain through them.
 class EndTexts {
   public:
-    // Appends ";x,y" for the point of the wire end numbered `end` (see Junctions::TextOf).
+    // Appends ";x,y" for the point of the wire end numbered `end` (see Junctions::TextOf),
+    // or "x,y" when it begins the path.
     void Append(std::string& path, int end, Point point) {
         Text& text = texts_.at(static_cast<std::size_t>(end));
         if (text.length == 0) {
@@ -253,7 +257,8 @@ class EndTexts {
             text.length = static_cast<std::uint8_t>(WritePathPoint(text.chars.data() + 1, point) -
                                                     text.chars.data());
         }
-        path.append(text.chars.data(), text.length);
+        const std::size_t skip = path.empty() ? 1 : 0;
+        path.append(text.chars.data() + skip, text.length - skip);
     }
 
   private:
@@ -275,10 +280,16 @@ class Tracer {
         Trace trace;
         trace.Points.reserve(8);
         trace.Path.reserve(96); // a few wires' worth of ";x,y", grown only by longer chains
-        AppendPathPoint(trace.Path, start);
+        const Wire& first = circuit_.Wires[wire];
+        const int from = EndAt(first, start);
+        if (from >= 0 && SameBits(start, from == 0 ? FirstEnd(first) : SecondEnd(first))) {
+            ends_.Append(trace.Path, junctions_.TextOf(wire, from), start);
+        } else {
+            AppendPathPoint(trace.Path, start);
+        }
         trace.Points.push_back(start);
         int current = wire;
-        int at = Step(trace, wire, EndAt(circuit_.Wires[wire], start));
+        int at = Step(trace, wire, from);
         Point point = trace.Points.back();
         // No chain can hold more wires than the table; a longer walk means tables that no
         // drawing produces, and it must not run for ever.

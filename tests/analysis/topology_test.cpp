@@ -63,6 +63,15 @@ TEST(Topology, ATJunctionIsANodeOfThreeWiresWithAStubAlongEachAndAChainFromEachL
               "branches 0 stubs 3 loose 3 loops 0 currents 0\n");
 }
 
+TEST(Topology, APathWritesEachWireEndAsThatWireHoldsItSoMinusZeroStaysApartFromZero) {
+    // One junction, reached as -0,0 along the left wire and as 0,0 along the other two.
+    const std::string dump = Analysed(Drawn({{-80, 0, -0.0f, 0}, {0, 0, 80, 0}, {0, 0, 0, 80}},
+                                            {{kResistorHorizontal, 5, -40, 0}}));
+    for (const char* path : {" -80,0;-0,0 ", " 80,0;0,0 ", " 0,80;0,0 ", " -0,0;-80,0 "}) {
+        EXPECT_NE(dump.find(path), std::string::npos) << path << " in\n" << dump;
+    }
+}
+
 TEST(Topology, APlusOfTwoCrossingWiresHasNoNodeButFourWiresEndingAtTheCentreMakeOne) {
     Topology crossing;
     Circuit plus = Drawn({{0, 80, 160, 80}, {80, 0, 80, 160}});
