@@ -64,10 +64,12 @@ TEST(Topology, ATJunctionIsANodeOfThreeWiresWithAStubAlongEachAndAChainFromEachL
 }
 
 TEST(Topology, APathWritesEachWireEndAsThatWireHoldsItSoMinusZeroStaysApartFromZero) {
-    // One junction, reached as -0,0 along the left wire and as 0,0 along the other two.
+    // One junction, reached as -0,0 along the left wire and as 0,0 along the other two; its
+    // node takes the first of them, and the chains from the node begin with the node's.
     const std::string dump = Analysed(Drawn({{-80, 0, -0.0f, 0}, {0, 0, 80, 0}, {0, 0, 0, 80}},
                                             {{kResistorHorizontal, 5, -40, 0}}));
-    for (const char* path : {" -80,0;-0,0 ", " 80,0;0,0 ", " 0,80;0,0 ", " -0,0;-80,0 "}) {
+    for (const char* path : {" -80,0;-0,0 ", " 80,0;0,0 ", " 0,80;0,0 ", " -0,0;-80,0 ",
+                             " -0,0;80,0 ", " -0,0;0,80 "}) {
         EXPECT_NE(dump.find(path), std::string::npos) << path << " in\n" << dump;
     }
 }
