@@ -10,4 +10,7 @@ namespace ampora {
 // Rounding is to nearest with exact ties to even, everywhere the program rounds.
 std::string FormatNumber(double value, int sigFigs);
 
+// The same text appended to `out`, for texts put together from several parts.
+void AppendFormattedNumber(std::string& out, double value, int sigFigs);
+
 } // namespace ampora
