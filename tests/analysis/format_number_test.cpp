@@ -60,7 +60,8 @@ TEST(FormatNumber, ExactTiesRoundToEvenEverywhere) {
 
 // The plain form is the value rounded in scientific form, read back and written in its
 // shortest decimal. Checked here the long way round, with the library's own conversions,
-// over values of every size of the plain range, exact binary ties and near powers of ten.
+// over values of every size of the plain range, exact binary ties, and powers of ten with
+// their neighbours.
 TEST(FormatNumber, ThePlainFormIsTheScientificRoundingReadBack) {
     std::mt19937_64 random(20240611);
     std::vector<double> values;
@@ -69,9 +70,10 @@ TEST(FormatNumber, ThePlainFormIsTheScientificRoundingReadBack) {
                                     -static_cast<int>(random() % 30)));
         values.push_back(std::exp(static_cast<double>(random() % 200000) / 10000 - 9.2));
     }
-    for (int e = -4; e <= 4; ++e) {
-        values.push_back(std::nextafter(std::pow(10.0, e), 0.0));
-        values.push_back(std::nextafter(std::pow(10.0, e), 1e9));
+    for (const double power : {0.0001, 0.001, 0.01, 0.1, 1.0, 10.0, 100.0, 1000.0, 10000.0}) {
+        values.push_back(std::nextafter(power, 0.0));
+        values.push_back(power);
+        values.push_back(std::nextafter(power, 1e9));
     }
     std::string differences;
     for (const double magnitude : values) {
@@ -98,6 +100,20 @@ TEST(FormatNumber, ThePlainFormIsTheScientificRoundingReadBack) {
         }
     }
     EXPECT_EQ(differences, "");
+}
+
+// Every route, the plain short cut, the scientific form, the long plain form and a figure
+// count too large for the stack, appended after what the text already holds.
+TEST(FormatNumber, AppendingKeepsTheTextBeforeIt) {
+    std::string text = "I =";
+    for (const auto& [value, figures] :
+         {std::pair{0.5, 3}, std::pair{-12345.678, 3}, std::pair{2.0 / 3.0, 17}, std::pair{-0.0, 3},
+          std::pair{1e-7, 70}}) {
+        text += ' ';
+        AppendFormattedNumber(text, value, figures);
+    }
+    EXPECT_EQ(text, "I = 0.5 -1.23E+4 0.6666666666666666 0 "
+                    "9.999999999999999547481118258862586856139387236908078193664550781250000E-8");
 }
 
 } // namespace
