@@ -171,31 +171,13 @@ char* WritePlainTextOfRounded(char* first, double value, int figures) {
     return end;
 }
 
-} // namespace
-
-std::string FormatNumber(double value, int sigFigs) {
-    std::string text;
-    AppendFormattedNumber(text, value, sigFigs);
-    return text;
+char* CopyText(char* first, std::string_view text) {
+    return std::copy(text.begin(), text.end(), first);
 }
 
-void AppendFormattedNumber(std::string& out, double value, int sigFigs) {
-    if (!std::isfinite(value)) {
-        out.append(std::isnan(value) ? "NaN" : (value < 0 ? "-Infinity" : "Infinity"));
-        return;
-    }
-    if (std::fabs(value) < 1e-8) {
-        out.push_back('0');
-        return;
-    }
-    if (sigFigs < 1) {
-        sigFigs = 1;
-    }
-    char plain[32];
-    if (const char* end = WritePlainTextOfRounded(plain, value, sigFigs)) {
-        out.append(plain, static_cast<std::size_t>(end - plain));
-        return;
-    }
+// Every value the plain short cut leaves: the scientific form, or the plain form read back
+// from it. Kept apart so that the common case does not set up its buffers.
+char* WriteByLibraryRounding(char* first, double value, int sigFigs) {
     std::array<char, 96> buffer;
     std::string spill;
     const std::string_view text = ScientificText(value, sigFigs, buffer, spill);
@@ -204,10 +186,39 @@ void AppendFormattedNumber(std::string& out, double value, int sigFigs) {
         const auto written =
             std::to_chars(fixed, fixed + sizeof fixed, ParseDouble(text).value_or(value),
                           std::chars_format::fixed);
-        out.append(fixed, static_cast<std::size_t>(written.ptr - fixed));
-        return;
+        return CopyText(first,
+                        std::string_view(fixed, static_cast<std::size_t>(written.ptr - fixed)));
     }
-    out.append(text);
+    return CopyText(first, text);
+}
+
+} // namespace
+
+std::string FormatNumber(double value, int sigFigs) {
+    std::array<char, 64> onStack;
+    std::string onHeap; // only for more figures than anyone asks for
+    char* first = onStack.data();
+    if (MaxFormattedSize(sigFigs) > onStack.size()) {
+        onHeap.resize(MaxFormattedSize(sigFigs));
+        first = onHeap.data();
+    }
+    return std::string(first, WriteFormattedNumber(first, value, sigFigs));
+}
+
+char* WriteFormattedNumber(char* first, double value, int sigFigs) {
+    if (!std::isfinite(value)) {
+        return CopyText(first, std::isnan(value) ? "NaN" : (value < 0 ? "-Infinity" : "Infinity"));
+    }
+    if (std::fabs(value) < 1e-8) {
+        return CopyText(first, "0");
+    }
+    if (sigFigs < 1) {
+        sigFigs = 1;
+    }
+    if (char* end = WritePlainTextOfRounded(first, value, sigFigs)) {
+        return end;
+    }
+    return WriteByLibraryRounding(first, value, sigFigs);
 }
 
 } // namespace ampora

@@ -32,31 +32,30 @@ class NumberTexts {
     explicit NumberTexts(int sigFigs) : sigFigs_(sigFigs) {}
 
     void Append(std::string& out, double value) {
+        if (MaxFormattedSize(sigFigs_) > kTextRoom) { // more figures than anyone uses
+            out.append(FormatNumber(value, sigFigs_));
+            return;
+        }
         const auto bits = std::bit_cast<std::uint64_t>(value);
         // Fibonacci hashing: the top bits of the product mix every bit of the value.
         const std::size_t at = (bits * 0x9E3779B97F4A7C15u) >> (64 - kSlotBits);
         Slot& slot = slots_[at];
-        if (filled_[at] && slot.bits == bits) {
-            out.append(slot.text.data(), slot.size);
-            return;
-        }
-        const std::size_t before = out.size();
-        AppendFormattedNumber(out, value, sigFigs_);
-        const std::size_t size = out.size() - before;
-        if (size <= slot.text.size()) { // longer texts, rare, are written each time
+        if (!filled_[at] || slot.bits != bits) {
             slot.bits = bits;
-            slot.size = static_cast<std::uint8_t>(size);
-            std::copy_n(out.data() + before, size, slot.text.data());
+            slot.size = static_cast<std::uint8_t>(
+                WriteFormattedNumber(slot.text.data(), value, sigFigs_) - slot.text.data());
             filled_[at] = true;
         }
+        out.append(slot.text.data(), slot.size);
     }
 
   private:
     static constexpr int kSlotBits = 6; // 64 slots: more than the distinct numbers of a view
-    struct Slot {
-        std::uint64_t bits = 0;
-        std::uint8_t size = 0;
-        std::array<char, 23> text;
+    static constexpr std::size_t kTextRoom = 32; // enough for 24 figures
+    struct Slot {                                // read only once filled
+        std::uint64_t bits;
+        std::uint8_t size;
+        std::array<char, kTextRoom> text;
     };
     int sigFigs_;
     std::array<Slot, std::size_t{1} << kSlotBits> slots_;
@@ -109,15 +108,15 @@ Arrow BatteryArrow(int kind) {
     }
 }
 
-void AppendShortestText(std::string& out, float value) {
-    char text[32];
-    out.append(text,
-               static_cast<std::size_t>(WriteShortestText(text, text + sizeof text, value) - text));
-}
-
 void AppendValueWithUnit(std::string& out, const Element& element) {
-    AppendShortestText(out, element.Value);
-    out.append(IsBattery(element.Kind) ? " V" : IsResistor(element.Kind) ? " \u03A9" : " A");
+    constexpr std::string_view kVolts = " V", kOhms = " \u03A9", kAmperes = " A";
+    const std::string_view unit = IsBattery(element.Kind)    ? kVolts
+                                  : IsResistor(element.Kind) ? kOhms
+                                                             : kAmperes;
+    std::array<char, 40> text; // the number's 32 characters of room and the unit
+    char* end = WriteShortestText(text.data(), text.data() + 32, element.Value);
+    end = std::copy(unit.begin(), unit.end(), end);
+    out.append(text.data(), static_cast<std::size_t>(end - text.data()));
 }
 
 void AppendCurrentLabel(std::string& out, const Element& e, NumberTexts& numbers) {
@@ -134,8 +133,11 @@ void AppendCurrentLabel(std::string& out, const Element& e, NumberTexts& numbers
 void AppendVoltageLabel(std::string& out, const Workspace& ws, const Element& e,
                         NumberTexts& numbers) {
     if (IsBattery(e.Kind)) {
-        AppendWithArrow(out, BatteryArrow(e.Kind),
-                        [&](std::string& text) { AppendShortestText(text, e.Value); });
+        AppendWithArrow(out, BatteryArrow(e.Kind), [&](std::string& text) {
+            std::array<char, 32> value;
+            const char* end = WriteShortestText(value.data(), value.data() + value.size(), e.Value);
+            text.append(value.data(), static_cast<std::size_t>(end - value.data()));
+        });
         return;
     }
     if (IsResistor(e.Kind)) {

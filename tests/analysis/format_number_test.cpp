@@ -4,6 +4,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <random>
 #include <string>
 #include <vector>
@@ -102,18 +103,25 @@ TEST(FormatNumber, ThePlainFormIsTheScientificRoundingReadBack) {
     EXPECT_EQ(differences, "");
 }
 
-// Every route, the plain short cut, the scientific form, the long plain form and a figure
-// count too large for the stack, appended after what the text already holds.
-TEST(FormatNumber, AppendingKeepsTheTextBeforeIt) {
-    std::string text = "I =";
-    for (const auto& [value, figures] :
-         {std::pair{0.5, 3}, std::pair{-12345.678, 3}, std::pair{2.0 / 3.0, 17}, std::pair{-0.0, 3},
-          std::pair{1e-7, 70}}) {
-        text += ' ';
-        AppendFormattedNumber(text, value, figures);
+// Labels put numbers together with other text in room of MaxFormattedSize: the longest
+// texts of every route, for figure counts far past any setting, stay inside it.
+TEST(FormatNumber, TheLongestTextsFitTheRoomAnnounced) {
+    std::string overruns;
+    for (int figures = 0; figures <= 80; ++figures) {
+        for (const double value :
+             {-1.7976931348623157e308, -2.2250738585072014e-308, -1.2345678901234567e-100,
+              -9999.999999999999, -0.00012345678901234567, -1e-8,
+              -std::numeric_limits<double>::infinity(), std::nan("")}) {
+            std::string room(MaxFormattedSize(figures) + 16, '#');
+            const auto written = static_cast<std::size_t>(
+                WriteFormattedNumber(room.data(), value, figures) - room.data());
+            if (written > MaxFormattedSize(figures) ||
+                room.find_first_not_of('#', written) != std::string::npos) {
+                overruns += std::to_string(figures) + " figures: " + room + "\n";
+            }
+        }
     }
-    EXPECT_EQ(text, "I = 0.5 -1.23E+4 0.6666666666666666 0 "
-                    "9.999999999999999547481118258862586856139387236908078193664550781250000E-8");
+    EXPECT_EQ(overruns, "");
 }
 
 } // namespace

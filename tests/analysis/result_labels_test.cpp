@@ -88,7 +88,7 @@ TEST(ResultLabels, EachLabelOfAViewIsTheLabelTheDeviceHasOnItsOwn) {
         Workspace& ws = session.ws;
         for (int view = 0; view < 4; ++view) {
             ws.ViewMode = static_cast<std::int16_t>(view);
-            for (const int sigFigs : {1, 3, 8, 17}) {
+            for (const int sigFigs : {1, 3, 8, 17, 30}) {
                 const std::vector<std::string> labels = WriteLabels(ws, sigFigs);
                 for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
                     const std::string alone = ElementLabel(ws, slot, view, sigFigs);
