@@ -11,7 +11,8 @@
 namespace ampora {
 namespace {
 
-// One line per device: its slot and its labels in the four views, then the power totals.
+// One line per device: its slot and its labels in the four views, then the power totals as
+// the status bar shows them.
 std::string LabelTable(Workspace& ws, int sigFigs) {
     std::vector<std::string> views[4];
     for (int view = 0; view < 4; ++view) {
@@ -26,8 +27,7 @@ std::string LabelTable(Workspace& ws, int sigFigs) {
         }
         table += "\n";
     }
-    return table + "in " + std::to_string(ws.PowerIn) + " out " + std::to_string(ws.PowerOut) +
-           "\n";
+    return table + ResultsStatusText(ws, sigFigs); // the power view's, with the totals
 }
 
 // Every kind of device and every direction: two supernodes with the top row's resistors
@@ -48,7 +48,7 @@ TEST(ResultLabels, ArrowsStandBeforeTheNumberExceptARightArrowWhichFollowsIt) {
                                          "7 | 25 \u03A9 | \u2191 0.2 | \u2193 5 | 1\n"
                                          "8 | 1 A | \u2190 1 | \u2190 11.1 | 11.1\n"
                                          "9 | 50 \u03A9 | \u2190 0.722 | 36.1 \u2192 | 26.1\n"
-                                         "in 30.166667 out 30.166667\n");
+                                         " Power in = 30.2 watts, Power out = 30.2 watts.  ");
 }
 
 // A source whose chain is not known, a resistor and a battery whose currents are not known,
@@ -66,7 +66,7 @@ TEST(ResultLabels, UnknownQuantitiesShowAQuestionMarkAndNoCurrentAPlainZero) {
                                          "2 | 10 \u03A9 | ? | ? | ?\n"
                                          "3 | 20 \u03A9 | 0 | 0 | 0\n"
                                          "4 | 5 V | ? | \u2191 5 | ?\n"
-                                         "in 0.000000 out 0.000000\n");
+                                         " Power in = 0 watts, Power out = 0 watts.  ");
 }
 
 // A view repeats numbers (a chain's current on each of its devices) and writes each text
