@@ -52,17 +52,55 @@ std::string_view ScientificText(double value, int sigFigs, std::array<char, 96>&
     return std::string_view(first, static_cast<std::size_t>(at - first));
 }
 
+// Powers of ten that fit 64 bits, for scaling and counting figures.
+constexpr std::array<std::uint64_t, 20> kPowersOfTen{1,
+                                                     10,
+                                                     100,
+                                                     1000,
+                                                     10000,
+                                                     100000,
+                                                     1000000,
+                                                     10000000,
+                                                     100000000,
+                                                     1000000000,
+                                                     10000000000,
+                                                     100000000000,
+                                                     1000000000000,
+                                                     10000000000000,
+                                                     100000000000000,
+                                                     1000000000000000,
+                                                     10000000000000000,
+                                                     100000000000000000,
+                                                     1000000000000000000,
+                                                     10000000000000000000u};
+
+std::uint64_t PowerOfTen(int n) {
+    return kPowersOfTen[static_cast<std::size_t>(n)];
+}
+
+// The decimal exponent of a magnitude between 1e-4 and 1e4: the largest e in -4..3 with
+// magnitude >= 10^e, exactly. 0.1, 0.01 and 0.001 are not doubles, but the doubles nearest
+// to them lie above them, so each is the smallest double that reaches its power of ten and
+// comparing with it is the exact comparison.
+int DecimalExponent(double magnitude) {
+    if (magnitude >= 1) {
+        return magnitude >= 1000 ? 3 : magnitude >= 100 ? 2 : magnitude >= 10 ? 1 : 0;
+    }
+    return magnitude >= 0.1 ? -1 : magnitude >= 0.01 ? -2 : magnitude >= 0.001 ? -3 : -4;
+}
+
 // The plain form of values of everyday size, the common case, worked out with integers:
 // |value| = m * 2^k exactly, rounded to `figures` significant digits with ties to even on
 // that exact value (as to_chars does), then written as the shortest decimal of the rounded
 // value. With at most 15 figures the rounded decimal is the shortest text of the double
-// nearest to it, so this is the text the general route produces. Empty when the value is
-// not one this handles.
-std::string PlainTextOfRounded(double value, int figures) {
+// nearest to it, so this is the text the general route produces. Writes at most 21
+// characters at `first` and returns their end, or nullptr when the value is not one this
+// handles.
+char* WritePlainTextOfRounded(char* first, double value, int figures) {
     __extension__ typedef unsigned __int128 Wide; // m * 10^18 needs 113 bits
     const double magnitude = std::fabs(value);
     if (figures > 15 || !(magnitude > 0.0001 && magnitude < 10000)) {
-        return {};
+        return nullptr;
     }
     // Every value in that range is a normal double: its significand with the hidden bit
     // and its exponent read straight from the bits, as frexp would give them.
@@ -70,117 +108,117 @@ std::string PlainTextOfRounded(double value, int figures) {
     const int binaryExponent = static_cast<int>(bits >> 52) - 1022;
     const std::uint64_t m = (bits & ((std::uint64_t{1} << 52) - 1)) | (std::uint64_t{1} << 52);
     const int shift = 53 - binaryExponent; // magnitude = m / 2^shift, 39 <= shift <= 66
-    constexpr std::array<std::uint64_t, 20> kPowers{1,
-                                                    10,
-                                                    100,
-                                                    1000,
-                                                    10000,
-                                                    100000,
-                                                    1000000,
-                                                    10000000,
-                                                    100000000,
-                                                    1000000000,
-                                                    10000000000,
-                                                    100000000000,
-                                                    1000000000000,
-                                                    10000000000000,
-                                                    100000000000000,
-                                                    1000000000000000,
-                                                    10000000000000000,
-                                                    100000000000000000,
-                                                    1000000000000000000,
-                                                    10000000000000000000u};
-    const auto power = [&](int n) { return kPowers[static_cast<std::size_t>(n)]; };
-    // The decimal exponent: the largest e in -4..3 with magnitude >= 10^e.
-    int exponent = 3;
-    for (; exponent > -4; --exponent) {
-        const bool atLeast = exponent >= 0 ? Wide{m} >= (Wide{power(exponent)} << shift)
-                                           : Wide{m} * power(-exponent) >= (Wide{1} << shift);
-        if (atLeast) {
-            break;
-        }
-    }
+    int exponent = DecimalExponent(magnitude);
     // digits = magnitude * 10^scale, rounded to nearest with ties to even. When the scale
     // is not negative the divisor is the power of two alone, so the quotient and remainder
-    // are a shift and a mask rather than a 128-bit division.
+    // are a shift and a mask rather than a division.
     const int scale = figures - 1 - exponent;
     std::uint64_t digits = 0;
     bool roundUp = false;
     if (scale >= 0) {
-        const Wide numerator = Wide{m} * power(scale);
+        const Wide numerator = Wide{m} * PowerOfTen(scale);
         digits = static_cast<std::uint64_t>(numerator >> shift);
         const Wide remainder = numerator & ((Wide{1} << shift) - 1);
         const Wide half = Wide{1} << (shift - 1);
         roundUp = remainder > half || (remainder == half && digits % 2 == 1);
     } else {
-        const Wide denominator = (Wide{1} << shift) * power(-scale);
-        digits = static_cast<std::uint64_t>(Wide{m} / denominator);
-        const Wide twice = 2 * (Wide{m} % denominator);
+        // Fewer figures than the whole part has: the magnitude is at least 10, so the shift
+        // is at most 49 and the divisor, at most 2^49 * 1000, fits 64 bits.
+        const std::uint64_t denominator = (std::uint64_t{1} << shift) * PowerOfTen(-scale);
+        digits = m / denominator;
+        const std::uint64_t twice = 2 * (m % denominator);
         roundUp = twice > denominator || (twice == denominator && digits % 2 == 1);
     }
     if (roundUp) {
         ++digits;
     }
-    if (digits == power(figures)) { // rounded up to the next power of ten
-        digits = power(figures - 1);
+    if (digits == PowerOfTen(figures)) { // rounded up to the next power of ten
+        digits = PowerOfTen(figures - 1);
         ++exponent;
     }
-    char buffer[32];
-    const char* const text = buffer;
-    const char* end = std::to_chars(buffer, buffer + sizeof buffer, digits).ptr;
-    while (end - text > 1 && end[-1] == '0') {
-        --end; // the shortest decimal has no trailing zeros
+    // digits now has exactly `figures` digits; the shortest decimal has no trailing zeros.
+    int length = figures;
+    while (length > 1 && digits % 10 == 0) {
+        digits /= 10;
+        --length;
     }
-    const auto length = static_cast<int>(end - text);
-    // At most a sign, "0.", three zeros and 15 digits, or 15 digits and a point: the text
-    // is put together on the stack and the string made once.
-    char plain[32];
-    char* at = plain;
+    char* at = first;
     if (value < 0) {
         *at++ = '-';
     }
+    // Where the digits go and where the point falls among them, then the digits written
+    // from the last one back.
+    int point = 0; // digits before the point; 0 when there is no point among them
     if (exponent < 0) {
         *at++ = '0';
         *at++ = '.';
         at = std::fill_n(at, -exponent - 1, '0');
-        at = std::copy(text, end, at);
-    } else if (length <= exponent + 1) {
-        at = std::copy(text, end, at);
-        at = std::fill_n(at, exponent + 1 - length, '0');
-    } else {
-        at = std::copy(text, text + exponent + 1, at);
-        *at++ = '.';
-        at = std::copy(text + exponent + 1, end, at);
+    } else if (length > exponent + 1) {
+        point = exponent + 1;
     }
-    return std::string(plain, at);
+    char* const end = at + length + (point > 0 ? 1 : 0);
+    char* digit = end;
+    for (int written = length; written > 0; --written) {
+        if (written == point) {
+            *--digit = '.';
+        }
+        *--digit = static_cast<char>('0' + digits % 10);
+        digits /= 10;
+    }
+    if (exponent >= 0 && length <= exponent + 1) {
+        return std::fill_n(end, exponent + 1 - length, '0'); // a whole number
+    }
+    return end;
+}
+
+char* CopyText(char* first, std::string_view text) {
+    return std::copy(text.begin(), text.end(), first);
+}
+
+// Every value the plain short cut leaves: the scientific form, or the plain form read back
+// from it. Kept apart so that the common case does not set up its buffers.
+char* WriteByLibraryRounding(char* first, double value, int sigFigs) {
+    std::array<char, 96> buffer;
+    std::string spill;
+    const std::string_view text = ScientificText(value, sigFigs, buffer, spill);
+    if (std::fabs(value) > 0.0001 && std::fabs(value) < 10000) {
+        char fixed[400];
+        const auto written =
+            std::to_chars(fixed, fixed + sizeof fixed, ParseDouble(text).value_or(value),
+                          std::chars_format::fixed);
+        return CopyText(first,
+                        std::string_view(fixed, static_cast<std::size_t>(written.ptr - fixed)));
+    }
+    return CopyText(first, text);
 }
 
 } // namespace
 
 std::string FormatNumber(double value, int sigFigs) {
+    std::array<char, 64> onStack;
+    std::string onHeap; // only for more figures than anyone asks for
+    char* first = onStack.data();
+    if (MaxFormattedSize(sigFigs) > onStack.size()) {
+        onHeap.resize(MaxFormattedSize(sigFigs));
+        first = onHeap.data();
+    }
+    return std::string(first, WriteFormattedNumber(first, value, sigFigs));
+}
+
+char* WriteFormattedNumber(char* first, double value, int sigFigs) {
     if (!std::isfinite(value)) {
-        return std::isnan(value) ? "NaN" : (value < 0 ? "-Infinity" : "Infinity");
+        return CopyText(first, std::isnan(value) ? "NaN" : (value < 0 ? "-Infinity" : "Infinity"));
     }
     if (std::fabs(value) < 1e-8) {
-        return "0";
+        return CopyText(first, "0");
     }
     if (sigFigs < 1) {
         sigFigs = 1;
     }
-    if (std::string plain = PlainTextOfRounded(value, sigFigs); !plain.empty()) {
-        return plain;
+    if (char* end = WritePlainTextOfRounded(first, value, sigFigs)) {
+        return end;
     }
-    std::array<char, 96> buffer;
-    std::string spill;
-    const std::string_view text = ScientificText(value, sigFigs, buffer, spill);
-    if (std::fabs(value) > 0.0001 && std::fabs(value) < 10000) {
-        char plain[400];
-        const auto written =
-            std::to_chars(plain, plain + sizeof plain, ParseDouble(text).value_or(value),
-                          std::chars_format::fixed);
-        return std::string(plain, written.ptr);
-    }
-    return std::string(text);
+    return WriteByLibraryRounding(first, value, sigFigs);
 }
 
 } // namespace ampora

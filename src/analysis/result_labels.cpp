@@ -3,7 +3,11 @@
 #include "analysis/format_number.h"
 #include "document/number_text.h"
 
+#include <algorithm>
+#include <array>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <string_view>
 
@@ -11,84 +15,154 @@ namespace ampora {
 
 namespace {
 
-constexpr std::string_view kUp = "\u2191";
-constexpr std::string_view kDown = "\u2193";
-constexpr std::string_view kLeft = "\u2190";
-constexpr std::string_view kRight = "\u2192";
+enum class Arrow { kUp, kDown, kLeft, kRight };
+
 constexpr std::string_view kUnknown = "?";
 
 bool Known(double current) {
     return current != kUnknownCurrent && std::isfinite(current);
 }
 
-// Up, down and left arrows stand before the number, a right arrow after it.
-std::string WithArrow(std::string number, std::string_view arrow) {
-    if (arrow == kRight) {
-        return number.append(" ").append(arrow);
+// The number texts already written for the labels of one view. Devices in one chain carry
+// the same current, and like devices in it the same voltage and power, so a view repeats
+// many numbers: each is formatted once. A text is found again only by the very bits of the
+// value it was written for, so it is the text FormatNumber would write.
+class NumberTexts {
+  public:
+    explicit NumberTexts(int sigFigs) : sigFigs_(sigFigs) {}
+
+    void Append(std::string& out, double value) {
+        if (MaxFormattedSize(sigFigs_) > kTextRoom) { // more figures than anyone uses
+            out.append(FormatNumber(value, sigFigs_));
+            return;
+        }
+        const auto bits = std::bit_cast<std::uint64_t>(value);
+        // Fibonacci hashing: the top bits of the product mix every bit of the value.
+        const std::size_t at = (bits * 0x9E3779B97F4A7C15u) >> (64 - kSlotBits);
+        Slot& slot = slots_[at];
+        if (!filled_[at] || slot.bits != bits) {
+            slot.bits = bits;
+            slot.size = static_cast<std::uint8_t>(
+                WriteFormattedNumber(slot.text.data(), value, sigFigs_) - slot.text.data());
+            filled_[at] = true;
+        }
+        out.append(slot.text.data(), slot.size);
     }
-    std::string label;
-    label.reserve(arrow.size() + 1 + number.size());
-    return label.append(arrow).append(" ").append(number);
+
+  private:
+    static constexpr int kSlotBits = 6; // 64 slots: more than the distinct numbers of a view
+    static constexpr std::size_t kTextRoom = 32; // enough for 24 figures
+    struct Slot {                                // read only once filled
+        std::uint64_t bits;
+        std::uint8_t size;
+        std::array<char, kTextRoom> text;
+    };
+    int sigFigs_;
+    std::array<Slot, std::size_t{1} << kSlotBits> slots_;
+    std::array<bool, std::size_t{1} << kSlotBits> filled_{};
+};
+
+// Up, down and left arrows stand before the number, a right arrow after it.
+template <typename AppendNumber>
+void AppendWithArrow(std::string& out, Arrow arrow, AppendNumber appendNumber) {
+    switch (arrow) {
+    case Arrow::kUp:
+        out.append("\u2191 ");
+        break;
+    case Arrow::kDown:
+        out.append("\u2193 ");
+        break;
+    case Arrow::kLeft:
+        out.append("\u2190 ");
+        break;
+    case Arrow::kRight:
+        appendNumber(out);
+        out.append(" \u2192");
+        return;
+    }
+    appendNumber(out);
+}
+
+void AppendWithArrow(std::string& out, Arrow arrow, double magnitude, NumberTexts& numbers) {
+    AppendWithArrow(out, arrow, [&](std::string& text) { numbers.Append(text, magnitude); });
 }
 
 // The arrow for a quantity that is positive up (vertical) or left (horizontal).
-std::string_view ScreenArrow(bool vertical, bool positive) {
+Arrow ScreenArrow(bool vertical, bool positive) {
     if (vertical) {
-        return positive ? kUp : kDown;
+        return positive ? Arrow::kUp : Arrow::kDown;
     }
-    return positive ? kLeft : kRight;
+    return positive ? Arrow::kLeft : Arrow::kRight;
 }
 
-std::string_view BatteryArrow(int kind) {
+Arrow BatteryArrow(int kind) {
     switch (kind) {
     case kBatteryUp:
-        return kUp;
+        return Arrow::kUp;
     case kBatteryDown:
-        return kDown;
+        return Arrow::kDown;
     case kBatteryLeft:
-        return kLeft;
+        return Arrow::kLeft;
     default:
-        return kRight;
+        return Arrow::kRight;
     }
 }
 
-std::string CurrentLabel(const Element& e, int sigFigs) {
+void AppendValueWithUnit(std::string& out, const Element& element) {
+    constexpr std::string_view kVolts = " V", kOhms = " \u03A9", kAmperes = " A";
+    const std::string_view unit = IsBattery(element.Kind)    ? kVolts
+                                  : IsResistor(element.Kind) ? kOhms
+                                                             : kAmperes;
+    std::array<char, 40> text; // the number's 32 characters of room and the unit
+    char* end = WriteShortestText(text.data(), text.data() + 32, element.Value);
+    end = std::copy(unit.begin(), unit.end(), end);
+    out.append(text.data(), static_cast<std::size_t>(end - text.data()));
+}
+
+void AppendCurrentLabel(std::string& out, const Element& e, NumberTexts& numbers) {
     if (!Known(e.Current)) {
-        return std::string(kUnknown);
+        out.append(kUnknown);
+    } else if (e.Current == 0) {
+        out.push_back('0');
+    } else {
+        AppendWithArrow(out, ScreenArrow(IsVerticalKind(e.Kind), e.Current > 0),
+                        std::fabs(e.Current), numbers);
     }
-    if (e.Current == 0) {
-        return "0";
-    }
-    return WithArrow(FormatNumber(std::fabs(e.Current), sigFigs),
-                     ScreenArrow(IsVerticalKind(e.Kind), e.Current > 0));
 }
 
-std::string VoltageLabel(const Workspace& ws, const Element& e, int sigFigs) {
+void AppendVoltageLabel(std::string& out, const Workspace& ws, const Element& e,
+                        NumberTexts& numbers) {
     if (IsBattery(e.Kind)) {
-        return WithArrow(ShortestText(e.Value), BatteryArrow(e.Kind));
+        AppendWithArrow(out, BatteryArrow(e.Kind), [&](std::string& text) {
+            std::array<char, 32> value;
+            const char* end = WriteShortestText(value.data(), value.data() + value.size(), e.Value);
+            text.append(value.data(), static_cast<std::size_t>(end - value.data()));
+        });
+        return;
     }
     if (IsResistor(e.Kind)) {
         if (!Known(e.Current)) {
-            return std::string(kUnknown);
+            out.append(kUnknown);
+        } else if (e.Current == 0) {
+            out.push_back('0');
+        } else {
+            // The arrow points to the higher potential: against the current in a resistor.
+            AppendWithArrow(out, ScreenArrow(IsVerticalKind(e.Kind), e.Current < 0),
+                            e.Value * std::fabs(e.Current), numbers);
         }
-        if (e.Current == 0) {
-            return "0";
-        }
-        // The arrow points to the higher potential: against the current in a resistor.
-        return WithArrow(FormatNumber(e.Value * std::fabs(e.Current), sigFigs),
-                         ScreenArrow(IsVerticalKind(e.Kind), e.Current < 0));
+        return;
     }
     const double rise = SourceVoltageRise(ws, e);
     if (std::isnan(rise)) {
-        return std::string(kUnknown);
+        out.append(kUnknown);
+    } else if (rise == 0) {
+        out.push_back('0');
+    } else {
+        // The rise is along the chain's travel, which runs up or left where Branch > 0.
+        const bool upOrLeft = (rise > 0) == (e.Branch > 0);
+        AppendWithArrow(out, ScreenArrow(IsVerticalKind(e.Kind), upOrLeft), std::fabs(rise),
+                        numbers);
     }
-    if (rise == 0) {
-        return "0";
-    }
-    // The rise is along the chain's travel, which runs up or left where Branch > 0.
-    const bool upOrLeft = (rise > 0) == (e.Branch > 0);
-    return WithArrow(FormatNumber(std::fabs(rise), sigFigs),
-                     ScreenArrow(IsVerticalKind(e.Kind), upOrLeft));
 }
 
 // Power delivered by a source (positive) or absorbed by a resistor; NaN when unknown.
@@ -110,11 +184,39 @@ double ElementPower(const Workspace& ws, const Element& e) {
                                                             : -e.Current * e.Value;
 }
 
+void AppendPowerLabel(std::string& out, double power, NumberTexts& numbers) {
+    if (std::isnan(power)) {
+        out.append(kUnknown);
+    } else {
+        numbers.Append(out, power);
+    }
+}
+
+// The label of a live element in a view.
+void AppendLabel(std::string& out, const Workspace& ws, const Element& e, int viewMode,
+                 NumberTexts& numbers) {
+    switch (viewMode) {
+    case kViewCurrents:
+        AppendCurrentLabel(out, e, numbers);
+        break;
+    case kViewVoltages:
+        AppendVoltageLabel(out, ws, e, numbers);
+        break;
+    case kViewPower:
+        AppendPowerLabel(out, ElementPower(ws, e), numbers);
+        break;
+    default:
+        AppendValueWithUnit(out, e);
+        break;
+    }
+}
+
 } // namespace
 
 std::string ValueWithUnit(const Element& element) {
-    const char* unit = IsBattery(element.Kind) ? " V" : IsResistor(element.Kind) ? " \u03A9" : " A";
-    return ShortestText(element.Value) + unit;
+    std::string text;
+    AppendValueWithUnit(text, element);
+    return text;
 }
 
 double SourceVoltageRise(const Workspace& ws, const Element& element) {
@@ -128,36 +230,31 @@ double SourceVoltageRise(const Workspace& ws, const Element& element) {
 }
 
 std::string ElementLabel(const Workspace& ws, int slot, int viewMode, int sigFigs) {
-    const Element& e = ws.circuit.Elements[slot];
-    switch (viewMode) {
-    case kViewCurrents:
-        return CurrentLabel(e, sigFigs);
-    case kViewVoltages:
-        return VoltageLabel(ws, e, sigFigs);
-    case kViewPower: {
-        const double power = ElementPower(ws, e);
-        return std::isnan(power) ? std::string(kUnknown) : FormatNumber(power, sigFigs);
-    }
-    default:
-        return ValueWithUnit(e);
-    }
+    std::string label;
+    NumberTexts numbers(sigFigs);
+    AppendLabel(label, ws, ws.circuit.Elements[slot], viewMode, numbers);
+    return label;
 }
 
 std::vector<std::string> WriteLabels(Workspace& ws, int sigFigs) {
     std::vector<std::string> labels(static_cast<std::size_t>(ws.circuit.NumElements) + 1);
     ws.PowerIn = 0;
     ws.PowerOut = 0;
+    NumberTexts numbers(sigFigs);
     for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
         const Element& e = ws.circuit.Elements[slot];
         if (e.Kind == kEmpty) {
             continue;
         }
-        labels[static_cast<std::size_t>(slot)] = ElementLabel(ws, slot, ws.ViewMode, sigFigs);
-        if (ws.ViewMode == kViewPower) {
-            const double power = ElementPower(ws, e);
-            if (!std::isnan(power)) {
-                (IsResistor(e.Kind) ? ws.PowerOut : ws.PowerIn) += power;
-            }
+        std::string& label = labels[static_cast<std::size_t>(slot)];
+        if (ws.ViewMode != kViewPower) {
+            AppendLabel(label, ws, e, ws.ViewMode, numbers);
+            continue;
+        }
+        const double power = ElementPower(ws, e);
+        AppendPowerLabel(label, power, numbers);
+        if (!std::isnan(power)) {
+            (IsResistor(e.Kind) ? ws.PowerOut : ws.PowerIn) += power;
         }
     }
     return labels;

@@ -4,6 +4,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <random>
 #include <string>
 #include <vector>
@@ -60,7 +61,8 @@ TEST(FormatNumber, ExactTiesRoundToEvenEverywhere) {
 
 // The plain form is the value rounded in scientific form, read back and written in its
 // shortest decimal. Checked here the long way round, with the library's own conversions,
-// over values of every size of the plain range, exact binary ties and near powers of ten.
+// over values of every size of the plain range, exact binary ties, and powers of ten with
+// their neighbours.
 TEST(FormatNumber, ThePlainFormIsTheScientificRoundingReadBack) {
     std::mt19937_64 random(20240611);
     std::vector<double> values;
@@ -69,9 +71,10 @@ TEST(FormatNumber, ThePlainFormIsTheScientificRoundingReadBack) {
                                     -static_cast<int>(random() % 30)));
         values.push_back(std::exp(static_cast<double>(random() % 200000) / 10000 - 9.2));
     }
-    for (int e = -4; e <= 4; ++e) {
-        values.push_back(std::nextafter(std::pow(10.0, e), 0.0));
-        values.push_back(std::nextafter(std::pow(10.0, e), 1e9));
+    for (const double power : {0.0001, 0.001, 0.01, 0.1, 1.0, 10.0, 100.0, 1000.0, 10000.0}) {
+        values.push_back(std::nextafter(power, 0.0));
+        values.push_back(power);
+        values.push_back(std::nextafter(power, 1e9));
     }
     std::string differences;
     for (const double magnitude : values) {
@@ -98,6 +101,27 @@ TEST(FormatNumber, ThePlainFormIsTheScientificRoundingReadBack) {
         }
     }
     EXPECT_EQ(differences, "");
+}
+
+// Labels put numbers together with other text in room of MaxFormattedSize: the longest
+// texts of every route, for figure counts far past any setting, stay inside it.
+TEST(FormatNumber, TheLongestTextsFitTheRoomAnnounced) {
+    std::string overruns;
+    for (int figures = 0; figures <= 80; ++figures) {
+        for (const double value :
+             {-1.7976931348623157e308, -2.2250738585072014e-308, -1.2345678901234567e-100,
+              -9999.999999999999, -0.00012345678901234567, -1e-8,
+              -std::numeric_limits<double>::infinity(), std::nan("")}) {
+            std::string room(MaxFormattedSize(figures) + 16, '#');
+            const auto written = static_cast<std::size_t>(
+                WriteFormattedNumber(room.data(), value, figures) - room.data());
+            if (written > MaxFormattedSize(figures) ||
+                room.find_first_not_of('#', written) != std::string::npos) {
+                overruns += std::to_string(figures) + " figures: " + room + "\n";
+            }
+        }
+    }
+    EXPECT_EQ(overruns, "");
 }
 
 } // namespace
