@@ -3,11 +3,12 @@
 #include "document/circuit_edit.h"
 #include "document/number_text.h"
 
+#include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <optional>
 #include <random>
-#include <vector>
 
 namespace ampora {
 
@@ -28,119 +29,142 @@ std::string Quoted(const std::string& text) {
     return quoted + "\"";
 }
 
-// A field of a line: a view into the line itself, or into the line's unquoted copies when
-// a quoted text holds doubled quotes. Valid until the next line is split.
+// A field of a line: a view into the line itself, or into the splitter's copy when a quoted
+// text holds doubled quotes. Valid until the next line is split. The everyday field, a short
+// whole number, is parsed by the split itself; any other text is left to the exact parsers.
 struct Field {
     std::string_view text;
+    SmallWhole number; // the value of the text when `whole`
+    bool whole = false;
     bool quoted = false;
 };
 
-// Splits lines into fields without copying them: only a quoted text with doubled quotes
-// is written out, into a buffer the fields then point into.
+// Every record of the file has four fields; a line with more is only counted.
+constexpr std::size_t kRecordFields = 4;
+
+// Splits a line into fields in one pass, without copying it: only a quoted text with doubled
+// quotes is written out, into a buffer the fields then point into.
 class FieldSplitter {
   public:
-    // Splits one line into `fields`; false when a quoted field is not closed properly.
-    bool Split(std::string_view line, std::vector<Field>& fields, std::string& problem) {
-        fields.clear();
-        spans_.clear();
-        unquoted_.clear();
-        if (!SplitSpans(line, problem)) {
-            return false;
+    // Splits one line; the reason when a quoted field is not closed properly, else empty.
+    std::string_view Split(std::string_view line) {
+        copied_ = 0;
+        std::size_t count = 0;
+        const char* at = line.data();
+        const char* const last = at + line.size();
+        while (true) {
+            Field& field = count < kRecordFields ? fields_[count] : beyond_;
+            ++count;
+            // The everyday field, a bare whole number, needs no look for blanks or quotes.
+            const char* const digitsEnd = ScanSmallWhole(at, last, field.number);
+            if (digitsEnd != at && (digitsEnd == last || *digitsEnd == ',')) {
+                field.text = std::string_view(at, static_cast<std::size_t>(digitsEnd - at));
+                field.whole = true;
+                field.quoted = false;
+                at = digitsEnd;
+            } else {
+                at = SkipBlanks(at, last);
+                if (at != last && *at == '"') {
+                    at = Quoted(at + 1, last, field);
+                    if (at == nullptr) {
+                        return "a quoted text is not closed";
+                    }
+                    at = SkipBlanks(at, last);
+                    if (at != last && *at != ',') {
+                        return "text follows a closing quote";
+                    }
+                } else {
+                    at = Unquoted(at, last, field);
+                }
+            }
+            if (at == last) {
+                count_ = count;
+                return {};
+            }
+            ++at; // the comma
         }
-        for (const Span& span : spans_) {
-            const std::string_view from = span.unquoted ? std::string_view(unquoted_) : line;
-            fields.push_back(Field{from.substr(span.begin, span.length), span.quoted});
-        }
-        return true;
     }
 
-  private:
-    struct Span {
-        std::size_t begin = 0;
-        std::size_t length = 0;
-        bool quoted = false;
-        bool unquoted = false; // in unquoted_ rather than in the line
-    };
+    std::size_t Count() const { return count_; }
+    // One of the first four fields of the line last split, which split cleanly.
+    const Field& operator[](std::size_t index) const { return fields_.at(index); }
 
-    static std::size_t SkipBlanks(std::string_view line, std::size_t pos) {
-        while (pos < line.size() && (line[pos] == ' ' || line[pos] == '\t')) {
-            ++pos;
+  private:
+    static bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+
+    static const char* SkipBlanks(const char* at, const char* last) {
+        while (at != last && IsBlank(*at)) {
+            ++at;
         }
-        return pos;
+        return at;
+    }
+
+    // An unquoted text from its first character to the comma or line end that closes it,
+    // which is returned; trailing blanks are not part of it.
+    static const char* Unquoted(const char* first, const char* last, Field& field) {
+        field.quoted = false;
+        const char* end = ScanSmallWhole(first, last, field.number);
+        const char* close = end;
+        field.whole = end != first;
+        if (close != last && *close != ',') {
+            close = std::find(close, last, ',');
+            const char* const digits = end;
+            end = close;
+            while (end != first && IsBlank(end[-1])) {
+                --end;
+            }
+            field.whole = field.whole && digits == end;
+        }
+        field.text = std::string_view(first, static_cast<std::size_t>(end - first));
+        return close;
     }
 
     // A quoted text from just after its opening quote; the position after its closing
-    // quote, or npos when it is not closed.
-    std::size_t Quoted(std::string_view line, std::size_t pos, Span& span) {
-        span.quoted = true;
-        span.begin = pos;
-        while (pos < line.size()) {
-            if (line[pos] != '"') {
-                ++pos;
+    // quote, or nullptr when it is not closed.
+    const char* Quoted(const char* first, const char* last, Field& field) {
+        field.quoted = true;
+        field.whole = false;
+        for (const char* at = first; at != last; ++at) {
+            if (*at != '"') {
                 continue;
             }
-            if (pos + 1 < line.size() && line[pos + 1] == '"') {
-                // A doubled quote stands for one: the text is copied out without them.
-                const std::size_t start = unquoted_.size();
-                std::size_t at = span.begin;
-                while (at < line.size()) {
-                    if (line[at] == '"') {
-                        if (at + 1 < line.size() && line[at + 1] == '"') {
-                            unquoted_ += '"';
-                            at += 2;
-                            continue;
-                        }
-                        span.unquoted = true;
-                        span.begin = start;
-                        span.length = unquoted_.size() - start;
-                        return at + 1;
-                    }
-                    unquoted_ += line[at++];
-                }
-                return std::string_view::npos;
+            if (at + 1 != last && at[1] == '"') {
+                return Unquote(first, last, field);
             }
-            span.length = pos - span.begin;
-            return pos + 1;
+            field.text = std::string_view(first, static_cast<std::size_t>(at - first));
+            return at + 1;
         }
-        return std::string_view::npos;
+        return nullptr;
     }
 
-    bool SplitSpans(std::string_view line, std::string& problem) {
-        std::size_t pos = 0;
-        while (true) {
-            Span span;
-            pos = SkipBlanks(line, pos);
-            if (pos < line.size() && line[pos] == '"') {
-                pos = Quoted(line, pos + 1, span);
-                if (pos == std::string_view::npos) {
-                    problem = "a quoted text is not closed";
-                    return false;
-                }
-                pos = SkipBlanks(line, pos);
-                if (pos < line.size() && line[pos] != ',') {
-                    problem = "text follows a closing quote";
-                    return false;
-                }
-            } else {
-                const std::size_t comma = line.find(',', pos);
-                std::size_t end = comma == std::string_view::npos ? line.size() : comma;
-                span.begin = pos;
-                pos = end;
-                while (end > span.begin && (line[end - 1] == ' ' || line[end - 1] == '\t')) {
-                    --end;
-                }
-                span.length = end - span.begin;
-            }
-            spans_.push_back(span);
-            if (pos >= line.size()) {
-                return true;
-            }
-            ++pos; // the comma
+    // A quoted text with doubled quotes, each of which stands for one: copied out without
+    // them. The buffer is sized to the line at the line's first such text, so that it
+    // never moves under the fields already pointing into it.
+    const char* Unquote(const char* first, const char* last, Field& field) {
+        if (copied_ == 0) {
+            unquoted_.resize(static_cast<std::size_t>(last - first));
         }
+        const std::size_t start = copied_;
+        for (const char* at = first; at != last;) {
+            if (*at == '"') {
+                if (at + 1 != last && at[1] == '"') {
+                    unquoted_[copied_++] = '"';
+                    at += 2;
+                    continue;
+                }
+                field.text = std::string_view(unquoted_).substr(start, copied_ - start);
+                return at + 1;
+            }
+            unquoted_[copied_++] = *at++;
+        }
+        return nullptr;
     }
 
-    std::vector<Span> spans_;
+    std::array<Field, kRecordFields> fields_;
+    Field beyond_; // where the fields past the fourth are scanned, to be counted
+    std::size_t count_ = 0;
     std::string unquoted_;
+    std::size_t copied_ = 0; // characters of unquoted_ used by the current line
 };
 
 class LineReader {
@@ -189,7 +213,6 @@ struct Subject {
         }
         return text;
     }
-    Subject WithField(std::string_view which) const { return Subject{name, slot, which}; }
 };
 
 struct Stop {
@@ -218,37 +241,48 @@ class CircuitReader {
     }
 
     // The fields of the next line, valid until the next call.
-    const std::vector<Field>& Fields(const Subject& what, std::size_t expected) {
+    const FieldSplitter& Fields(const Subject& what, std::size_t expected) {
         const auto line = lines_.Next();
         if (!line) {
             throw Stop{lines_.Number() + 1, "the file ends where " + what.Text() +
                                                 " should follow (line " +
                                                 std::to_string(lines_.Number() + 1) + ")"};
         }
-        std::string problem;
-        if (!splitter_.Split(*line, fields_, problem)) {
-            Fail(what.Text() + ": " + problem);
+        const std::string_view problem = splitter_.Split(*line);
+        if (!problem.empty()) {
+            Fail(what.Text() + ": " + std::string(problem));
         }
-        if (fields_.size() != expected) {
+        if (splitter_.Count() != expected) {
             Fail(what.Text() + " needs " + std::to_string(expected) + " field" +
-                 (expected == 1 ? "" : "s") + ", found " + std::to_string(fields_.size()));
+                 (expected == 1 ? "" : "s") + ", found " + std::to_string(splitter_.Count()));
         }
-        return fields_;
+        return splitter_;
     }
 
-    float Number(const Field& field, const Subject& what) const {
+    float Number(const Field& field, const Subject& line, std::string_view which) const {
+        if (field.whole) {
+            return field.number.AsFloat();
+        }
         const auto value = field.quoted ? std::nullopt : ParseFloat(field.text);
         if (!value) {
+            const Subject what{line.name, line.slot, which};
             Fail(what.Text() + " is not a finite single-precision number: \"" +
                  Abbreviated(field.text) + "\"");
         }
         return *value;
     }
 
+    static std::optional<long long> WholeNumber(const Field& field) {
+        if (field.whole) {
+            return field.number.AsInteger();
+        }
+        return field.quoted ? std::nullopt : ParseInteger(field.text);
+    }
+
     std::int16_t Count(const std::string& what, int capacity) {
         const std::string subject = "the " + what;
         const auto& fields = Fields(Subject{subject}, 1);
-        const auto value = fields[0].quoted ? std::nullopt : ParseInteger(fields[0].text);
+        const auto value = WholeNumber(fields[0]);
         if (!value) {
             Fail("the " + what + " is not a whole number: \"" + Abbreviated(fields[0].text) + "\"");
         }
@@ -270,10 +304,10 @@ class CircuitReader {
             const Subject what{"wire", slot};
             const auto& fields = Fields(what, 4);
             Wire wire;
-            wire.X1 = Number(fields[0], what.WithField("X1"));
-            wire.Y1 = Number(fields[1], what.WithField("Y1"));
-            wire.X2 = Number(fields[2], what.WithField("X2"));
-            wire.Y2 = Number(fields[3], what.WithField("Y2"));
+            wire.X1 = Number(fields[0], what, "X1");
+            wire.Y1 = Number(fields[1], what, "Y1");
+            wire.X2 = Number(fields[2], what, "X2");
+            wire.Y2 = Number(fields[3], what, "Y2");
             wire.Used = kTrue;
             circuit_.Wires[slot] = wire;
         }
@@ -285,15 +319,15 @@ class CircuitReader {
             const Subject what{"element", slot};
             const auto& fields = Fields(what, 4);
             Element element;
-            element.X = Number(fields[0], what.WithField("X"));
-            element.Y = Number(fields[1], what.WithField("Y"));
-            const auto kind = fields[2].quoted ? std::nullopt : ParseInteger(fields[2].text);
+            element.X = Number(fields[0], what, "X");
+            element.Y = Number(fields[1], what, "Y");
+            const auto kind = WholeNumber(fields[2]);
             if (!kind || *kind < 1 || *kind > 10) {
                 Fail(what.Text() + " has kind \"" + Abbreviated(fields[2].text) +
                      "\"; kinds run from 1 to 10");
             }
             element.Kind = static_cast<std::int16_t>(*kind);
-            element.Value = Number(fields[3], what.WithField("value"));
+            element.Value = Number(fields[3], what, "value");
             circuit_.Elements[slot] = element;
             // Raised as each element arrives, so that every walk sees what was read even
             // when the file stops early.
@@ -312,8 +346,8 @@ class CircuitReader {
             NodeLabel node;
             // The name is written twice; the second copy is the one that counts.
             node.Name = std::string(fields[1].text);
-            node.X = Number(fields[2], what.WithField("X"));
-            node.Y = Number(fields[3], what.WithField("Y"));
+            node.X = Number(fields[2], what, "X");
+            node.Y = Number(fields[3], what, "Y");
             circuit_.NodeLabels[slot] = node;
             circuit_.NumNodes = static_cast<std::int16_t>(slot);
         }
@@ -322,7 +356,6 @@ class CircuitReader {
     Circuit& circuit_;
     LineReader lines_;
     FieldSplitter splitter_;
-    std::vector<Field> fields_;
 };
 
 std::optional<std::string> ReadFileBytes(const std::string& path) {

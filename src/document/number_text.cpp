@@ -21,23 +21,15 @@ template <typename T> std::string Shortest(T value) {
     return std::string(buffer, result.ptr);
 }
 
-// Up to seven digits, perhaps after a minus sign: a whole number that a float holds
-// exactly, so that converting it gives what from_chars gives.
+// A short whole number, so that converting it gives what from_chars gives.
 std::optional<float> ParseSmallWhole(std::string_view text) {
-    const bool negative = !text.empty() && text.front() == '-';
-    const std::string_view digits = text.substr(negative ? 1 : 0);
-    if (digits.empty() || digits.size() > 7) {
+    const char* last = text.data() + text.size();
+    SmallWhole whole;
+    const char* const end = ScanSmallWhole(text.data(), last, whole);
+    if (end == text.data() || end != last) {
         return std::nullopt;
     }
-    int whole = 0;
-    for (const char c : digits) {
-        if (c < '0' || c > '9') {
-            return std::nullopt;
-        }
-        whole = whole * 10 + (c - '0');
-    }
-    const auto value = static_cast<float>(whole);
-    return negative ? -value : value;
+    return whole.AsFloat();
 }
 
 template <typename T> std::optional<T> Parse(std::string_view text) {
