@@ -47,7 +47,8 @@ constexpr std::size_t kRecordFields = 4;
 class FieldSplitter {
   public:
     // Splits one line; the reason when a quoted field is not closed properly, else empty.
-    std::string_view Split(std::string_view line) {
+    // Out of line so that it does not crowd SplitPlain, which takes nearly every line.
+    [[gnu::noinline]] std::string_view Split(std::string_view line) {
         copied_ = 0;
         std::size_t count = 0;
         const char* at = line.data();
@@ -55,27 +56,18 @@ class FieldSplitter {
         while (true) {
             Field& field = count < kRecordFields ? fields_[count] : beyond_;
             ++count;
-            // The everyday field, a bare whole number, needs no look for blanks or quotes.
-            const char* const digitsEnd = ScanSmallWhole(at, last, field.number);
-            if (digitsEnd != at && (digitsEnd == last || *digitsEnd == ',')) {
-                field.text = std::string_view(at, static_cast<std::size_t>(digitsEnd - at));
-                field.whole = true;
-                field.quoted = false;
-                at = digitsEnd;
-            } else {
-                at = SkipBlanks(at, last);
-                if (at != last && *at == '"') {
-                    at = Quoted(at + 1, last, field);
-                    if (at == nullptr) {
-                        return "a quoted text is not closed";
-                    }
-                    at = SkipBlanks(at, last);
-                    if (at != last && *at != ',') {
-                        return "text follows a closing quote";
-                    }
-                } else {
-                    at = Unquoted(at, last, field);
+            at = SkipBlanks(at, last);
+            if (at != last && *at == '"') {
+                at = Quoted(at + 1, last, field);
+                if (at == nullptr) {
+                    return "a quoted text is not closed";
                 }
+                at = SkipBlanks(at, last);
+                if (at != last && *at != ',') {
+                    return "text follows a closing quote";
+                }
+            } else {
+                at = Unquoted(at, last, field);
             }
             if (at == last) {
                 count_ = count;
@@ -83,6 +75,38 @@ class FieldSplitter {
             }
             ++at; // the comma
         }
+    }
+
+    // The everyday line, bare short whole numbers between commas, split straight from the
+    // text in the same pass that finds the line's end: returns where the next line begins,
+    // or nullptr when the line holds anything else and must be cut out and Split.
+    const char* SplitPlain(const char* at, const char* last) {
+        for (std::size_t count = 1; count <= kRecordFields; ++count) {
+            Field& field = fields_[count - 1];
+            const char* const end = ScanSmallWhole(at, last, field.number);
+            if (end == nullptr) {
+                return nullptr;
+            }
+            field.text = std::string_view(at, static_cast<std::size_t>(end - at));
+            field.whole = true;
+            field.quoted = false;
+            if (end != last && *end == ',') {
+                at = end + 1;
+                continue;
+            }
+            count_ = count;
+            if (end == last) {
+                return last;
+            }
+            if (*end == '\n') {
+                return end + 1;
+            }
+            if (*end == '\r' && end + 1 != last && end[1] == '\n') {
+                return end + 2;
+            }
+            return nullptr;
+        }
+        return nullptr; // a fifth field: Split counts them all
     }
 
     std::size_t Count() const { return count_; }
@@ -103,19 +127,14 @@ class FieldSplitter {
     // which is returned; trailing blanks are not part of it.
     static const char* Unquoted(const char* first, const char* last, Field& field) {
         field.quoted = false;
-        const char* end = ScanSmallWhole(first, last, field.number);
-        const char* close = end;
-        field.whole = end != first;
-        if (close != last && *close != ',') {
-            close = std::find(close, last, ',');
-            const char* const digits = end;
-            end = close;
-            while (end != first && IsBlank(end[-1])) {
-                --end;
-            }
-            field.whole = field.whole && digits == end;
+        const char* const digitsEnd = ScanSmallWhole(first, last, field.number);
+        const char* const close = std::find(first, last, ',');
+        const char* end = close;
+        while (end != first && IsBlank(end[-1])) {
+            --end;
         }
         field.text = std::string_view(first, static_cast<std::size_t>(end - first));
+        field.whole = digitsEnd != nullptr && digitsEnd == end;
         return close;
     }
 
@@ -171,12 +190,18 @@ class LineReader {
   public:
     explicit LineReader(std::string_view text) : text_(text) {}
 
-    // The next line without its CR LF or LF; nullopt at the end of the text.
-    std::optional<std::string_view> Next() {
+    // Splits the next line, without its LF or CR LF, into `fields`; false at the end of the
+    // text. `problem` is why the line could not be split, and stays empty when it could.
+    bool Next(FieldSplitter& fields, std::string_view& problem) {
         if (pos_ >= text_.size()) {
-            return std::nullopt;
+            return false;
         }
         ++number_;
+        const char* const first = text_.data() + pos_;
+        if (const char* next = fields.SplitPlain(first, text_.data() + text_.size())) {
+            pos_ = static_cast<std::size_t>(next - text_.data());
+            return true;
+        }
         const std::size_t lf = text_.find('\n', pos_);
         const std::size_t end = lf == std::string_view::npos ? text_.size() : lf;
         std::string_view line = text_.substr(pos_, end - pos_);
@@ -184,7 +209,8 @@ class LineReader {
             line.remove_suffix(1);
         }
         pos_ = lf == std::string_view::npos ? text_.size() : lf + 1;
-        return line;
+        problem = fields.Split(line);
+        return true;
     }
 
     int Number() const { return number_; }
@@ -242,21 +268,28 @@ class CircuitReader {
 
     // The fields of the next line, valid until the next call.
     const FieldSplitter& Fields(const Subject& what, std::size_t expected) {
-        const auto line = lines_.Next();
-        if (!line) {
+        std::string_view problem;
+        const bool read = lines_.Next(splitter_, problem);
+        if (!read || !problem.empty() || splitter_.Count() != expected) [[unlikely]] {
+            FailFields(what, expected, read, problem);
+        }
+        return splitter_;
+    }
+
+    // Out of line, as are the other failures, so that the words they build do not crowd the
+    // path that every line takes.
+    [[noreturn, gnu::cold, gnu::noinline]] void
+    FailFields(const Subject& what, std::size_t expected, bool read, std::string_view problem) {
+        if (!read) {
             throw Stop{lines_.Number() + 1, "the file ends where " + what.Text() +
                                                 " should follow (line " +
                                                 std::to_string(lines_.Number() + 1) + ")"};
         }
-        const std::string_view problem = splitter_.Split(*line);
         if (!problem.empty()) {
             Fail(what.Text() + ": " + std::string(problem));
         }
-        if (splitter_.Count() != expected) {
-            Fail(what.Text() + " needs " + std::to_string(expected) + " field" +
-                 (expected == 1 ? "" : "s") + ", found " + std::to_string(splitter_.Count()));
-        }
-        return splitter_;
+        Fail(what.Text() + " needs " + std::to_string(expected) + " field" +
+             (expected == 1 ? "" : "s") + ", found " + std::to_string(splitter_.Count()));
     }
 
     float Number(const Field& field, const Subject& line, std::string_view which) const {
@@ -265,11 +298,15 @@ class CircuitReader {
         }
         const auto value = field.quoted ? std::nullopt : ParseFloat(field.text);
         if (!value) {
-            const Subject what{line.name, line.slot, which};
-            Fail(what.Text() + " is not a finite single-precision number: \"" +
-                 Abbreviated(field.text) + "\"");
+            FailNumber(field, Subject{line.name, line.slot, which});
         }
         return *value;
+    }
+
+    [[noreturn, gnu::cold, gnu::noinline]] void FailNumber(const Field& field,
+                                                           const Subject& what) const {
+        Fail(what.Text() + " is not a finite single-precision number: \"" +
+             Abbreviated(field.text) + "\"");
     }
 
     static std::optional<long long> WholeNumber(const Field& field) {

@@ -26,7 +26,7 @@ std::optional<float> ParseSmallWhole(std::string_view text) {
     const char* last = text.data() + text.size();
     SmallWhole whole;
     const char* const end = ScanSmallWhole(text.data(), last, whole);
-    if (end == text.data() || end != last) {
+    if (end != last) {
         return std::nullopt;
     }
     return whole.AsFloat();

@@ -34,21 +34,24 @@ struct SmallWhole {
 };
 
 // Reads the short whole number at the start of [first, last) into `whole`; returns the end
-// of its digits, or `first` when there are none. Inline because the file reader runs it on
-// nearly every field it meets.
+// of its digits, or nullptr when there are none or more than seven. Inline because the file
+// reader runs it on nearly every field it meets.
 inline const char* ScanSmallWhole(const char* first, const char* last, SmallWhole& whole) {
-    constexpr std::ptrdiff_t kExactDigits = 7;
+    constexpr std::size_t kExactDigits = 7;
     whole.negative = first != last && *first == '-';
     const char* const digits = first + (whole.negative ? 1 : 0);
-    const char* const stop = last - digits > kExactDigits ? digits + kExactDigits : last;
     const char* at = digits;
-    std::int32_t magnitude = 0;
-    while (at != stop && static_cast<unsigned char>(*at - '0') < 10) {
-        magnitude = magnitude * 10 + (*at - '0');
+    std::uint32_t magnitude = 0; // wraps harmlessly past seven digits, which are refused
+    while (at != last && static_cast<unsigned char>(*at - '0') < 10) {
+        magnitude = magnitude * 10 + static_cast<std::uint32_t>(*at - '0');
         ++at;
     }
-    whole.magnitude = magnitude;
-    return at == digits ? first : at;
+    // One to seven digits: the count less one wraps around when there are none.
+    if (static_cast<std::size_t>(at - digits) - 1 >= kExactDigits) {
+        return nullptr;
+    }
+    whole.magnitude = static_cast<std::int32_t>(magnitude);
+    return at;
 }
 
 } // namespace ampora
