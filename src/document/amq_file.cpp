@@ -188,27 +188,26 @@ class FieldSplitter {
 
 class LineReader {
   public:
-    explicit LineReader(std::string_view text) : text_(text) {}
+    explicit LineReader(std::string_view text)
+        : at_(text.data()), last_(text.data() + text.size()) {}
 
     // Splits the next line, without its LF or CR LF, into `fields`; false at the end of the
     // text. `problem` is why the line could not be split, and stays empty when it could.
     bool Next(FieldSplitter& fields, std::string_view& problem) {
-        if (pos_ >= text_.size()) {
+        if (at_ == last_) {
             return false;
         }
         ++number_;
-        const char* const first = text_.data() + pos_;
-        if (const char* next = fields.SplitPlain(first, text_.data() + text_.size())) {
-            pos_ = static_cast<std::size_t>(next - text_.data());
+        if (const char* next = fields.SplitPlain(at_, last_)) {
+            at_ = next;
             return true;
         }
-        const std::size_t lf = text_.find('\n', pos_);
-        const std::size_t end = lf == std::string_view::npos ? text_.size() : lf;
-        std::string_view line = text_.substr(pos_, end - pos_);
+        const char* const lf = std::find(at_, last_, '\n');
+        std::string_view line(at_, static_cast<std::size_t>(lf - at_));
         if (!line.empty() && line.back() == '\r') {
             line.remove_suffix(1);
         }
-        pos_ = lf == std::string_view::npos ? text_.size() : lf + 1;
+        at_ = lf == last_ ? last_ : lf + 1;
         problem = fields.Split(line);
         return true;
     }
@@ -216,8 +215,8 @@ class LineReader {
     int Number() const { return number_; }
 
   private:
-    std::string_view text_;
-    std::size_t pos_ = 0;
+    const char* at_;
+    const char* last_;
     int number_ = 0;
 };
 
@@ -316,15 +315,16 @@ class CircuitReader {
         return field.quoted ? std::nullopt : ParseInteger(field.text);
     }
 
-    std::int16_t Count(const std::string& what, int capacity) {
-        const std::string subject = "the " + what;
-        const auto& fields = Fields(Subject{subject}, 1);
+    // `what` is the count's name with its article, such as "the wire count".
+    std::int16_t Count(std::string_view what, int capacity) {
+        const auto& fields = Fields(Subject{what}, 1);
         const auto value = WholeNumber(fields[0]);
         if (!value) {
-            Fail("the " + what + " is not a whole number: \"" + Abbreviated(fields[0].text) + "\"");
+            Fail(std::string(what) + " is not a whole number: \"" + Abbreviated(fields[0].text) +
+                 "\"");
         }
         if (*value < 0 || *value > capacity) {
-            Fail("the " + what + " " + std::to_string(*value) + " is outside 0.." +
+            Fail(std::string(what) + " " + std::to_string(*value) + " is outside 0.." +
                  std::to_string(capacity));
         }
         return static_cast<std::int16_t>(*value);
@@ -335,7 +335,7 @@ class CircuitReader {
     }
 
     void ReadWires() {
-        const std::int16_t count = Count("wire count", kMaxWires);
+        const std::int16_t count = Count("the wire count", kMaxWires);
         circuit_.NumWires = count;
         for (int slot = 1; slot <= count; ++slot) {
             const Subject what{"wire", slot};
@@ -351,7 +351,7 @@ class CircuitReader {
     }
 
     void ReadElements() {
-        const std::int16_t count = Count("element count", kMaxElements);
+        const std::int16_t count = Count("the element count", kMaxElements);
         for (int slot = 1; slot <= count; ++slot) {
             const Subject what{"element", slot};
             const auto& fields = Fields(what, 4);
@@ -375,7 +375,7 @@ class CircuitReader {
     }
 
     void ReadNodes() {
-        const std::int16_t count = Count("node count", kMaxNodes);
+        const std::int16_t count = Count("the node count", kMaxNodes);
         circuit_.NumNodes = 0;
         for (int slot = 1; slot <= count; ++slot) {
             const Subject what{"node", slot};
