@@ -60,12 +60,12 @@ inline const char* ScanSmallWhole(const char* first, const char* last, SmallWhol
         whole.magnitude = magnitude;
         return digits + count;
     }
+    // At most eight characters: too few digits to overflow.
     whole.negative = first != last && *first == '-';
     const char* const digits = first + (whole.negative ? 1 : 0);
     const char* at = digits;
     std::int32_t magnitude = 0;
-    while (at != last && at - digits <= static_cast<std::ptrdiff_t>(kExactDigits) &&
-           static_cast<unsigned char>(*at - '0') < 10) {
+    while (at != last && static_cast<unsigned char>(*at - '0') < 10) {
         magnitude = magnitude * 10 + (*at - '0');
         ++at;
     }

@@ -130,6 +130,50 @@ TEST(CircuitFile, EveryExampleReadsWholeAndSavesBackToTheSameBytes) {
     EXPECT_GE(test::ExampleFiles().size(), 6u);
 }
 
+TEST(CircuitFile, EveryWayOfWritingANumberReadsAsItsValue) {
+    // Bare short whole numbers take the quick path; blanks, signs, points, long digit runs
+    // and lines cut short at the end of the text take the careful one. Both must agree.
+    const std::string text = "6\r\n"
+                             "0,-0,0007,-1234567\r\n"
+                             " 5 ,\t-3\t,+4,12345678\r\n"
+                             "2.5,1e3,99999999,-12345678901\n"
+                             "8,16,24,32\n"
+                             "-8,-16,-24,-32\r\n"
+                             "1,2,3,16777217\r\n"
+                             "2\r\n"
+                             "40,80,06,12\r\n"
+                             " 120 , 80 , 7 , 0.5 \r\n"
+                             "0\r\n";
+    Circuit circuit;
+    const ReadResult result = ReadCircuitText(circuit, text);
+    EXPECT_TRUE(result.complete) << result.reason;
+    EXPECT_EQ(DumpCircuit(circuit), "NumWires 6\n"
+                                    "wire 1 live 0,-0 7,-1234567\n"
+                                    "wire 2 live 5,-3 4,12345678\n"
+                                    "wire 3 live 2.5,1000 1e+08,-12345678848\n"
+                                    "wire 4 live 8,16 24,32\n"
+                                    "wire 5 live -8,-16 -24,-32\n"
+                                    "wire 6 live 1,2 3,16777216\n"
+                                    "NumElements 2\n"
+                                    "element 1 kind 6 12 at 40,80\n"
+                                    "element 2 kind 7 0.5 at 120,80\n"
+                                    "NumNodes 0\n");
+}
+
+TEST(CircuitFile, TheLastLinesReadWithOrWithoutTheirLineEnd) {
+    // The last few characters of the text are scanned with an end check per digit.
+    for (const std::string nodeCount : {"0", "0\r", "0 ", "0\n", "0\r\n"}) {
+        SCOPED_TRACE(nodeCount);
+        Circuit circuit;
+        const ReadResult result = ReadCircuitText(circuit, "1\r\n0,0,96,-1\r\n0\r\n" + nodeCount);
+        EXPECT_TRUE(result.complete) << result.reason;
+        EXPECT_EQ(DumpCircuit(circuit), "NumWires 1\n"
+                                        "wire 1 live 0,0 96,-1\n"
+                                        "NumElements 0\n"
+                                        "NumNodes 0\n");
+    }
+}
+
 TEST(NeedFileSave, AnEmptyDrawingNeverNeedsSavingButAnUntitledWireDoes) {
     Circuit circuit;
     EXPECT_FALSE(NeedFileSave(circuit, "/nonexistent/folder/file.amq"));
@@ -220,6 +264,20 @@ TEST(MalformedFile, MissingLine) {
 
 TEST(MalformedFile, MissingField) {
     EXPECT_EQ(Verdict("1\r\n0,0,80\r\n"), "line 2: wire 1 needs 4 fields, found 3");
+}
+
+TEST(MalformedFile, FiveFields) {
+    EXPECT_EQ(Verdict("1\r\n0,0,80,0,5\r\n"), "line 2: wire 1 needs 4 fields, found 5");
+}
+
+TEST(MalformedFile, AMinusWithoutDigits) {
+    EXPECT_EQ(Verdict("1\r\n-,0,80,0\r\n"),
+              "line 2: wire 1 X1 is not a finite single-precision number: \"-\"");
+}
+
+TEST(MalformedFile, ALoneCarriageReturnInsideALine) {
+    EXPECT_EQ(Verdict("1\r\n0,0,80,0\r5\r\n"),
+              "line 2: wire 1 Y2 is not a finite single-precision number: \"0\r5\"");
 }
 
 TEST(MalformedFile, NotANumber) {
