@@ -72,8 +72,7 @@ namespace {
 void SolveCircuit(Workspace& ws, Prompts& prompts) {
     PutReferenceFirst(ws);
     GetSuperNodes(ws);
-    EqnSet1(ws);
-    EqnSet2(ws);
+    WriteNodeEquations(ws);
     const int n = ws.equations.NumUnknowns;
     ws.equations.Augmented = ws.Matrix;
     Solve(ws.Matrix, n, n);
