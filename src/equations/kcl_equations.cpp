@@ -270,20 +270,35 @@ void AppendConstants(std::string& out, std::span<const Term> terms) {
     }
 }
 
+// The columns of the unknowns in the equation of `row`, one bit each: its own, and the
+// variable at the end of each of its chains.
+std::uint32_t ColumnsUsed(std::span<const Term> terms, int row, int unknowns) {
+    static_assert(kMaxUnknowns < 32, "one bit per column");
+    const auto bit = [unknowns](int column) {
+        return column >= 1 && column <= std::min(unknowns, kMaxUnknowns) ? 1u << column : 0u;
+    };
+    std::uint32_t columns = 0;
+    for (const Term& term : terms) {
+        if (!term.IsSource()) {
+            columns |= bit(row) | bit(term.endVariable);
+        }
+    }
+    return columns;
+}
+
 // The unknowns on the left, each with the sum of its conductances, "=", the constants.
 std::string Collected(const Workspace& ws, int row, std::span<const Term> terms) {
     const int n = ws.equations.NumUnknowns;
     std::string equation;
     equation.reserve(16 + 16 * static_cast<std::size_t>(n) + 24 * terms.size());
+    const std::uint32_t columns = ColumnsUsed(terms, row, n);
     for (int column = 1; column <= n; ++column) {
-        const std::size_t opening = equation.size();
+        if ((columns >> column & 1u) == 0) {
+            continue;
+        }
         equation += column == row ? "+(" : "-(";
         const std::size_t sum = equation.size();
         AppendConductances(equation, terms, row, column);
-        if (equation.size() == sum) {
-            equation.resize(opening);
-            continue;
-        }
         equation.erase(sum, 1); // the sum's leading '+'
         equation += ")*";
         equation += ws.equations.EqnVars[static_cast<std::size_t>(column - 1)].VarName;
