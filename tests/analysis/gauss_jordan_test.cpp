@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <vector>
 
 namespace ampora {
@@ -77,6 +78,15 @@ TEST(GaussJordan, TheThresholdIsAbsoluteAndStrictForPivotsAndForTheCleanUp) {
 TEST(GaussJordan, NegativeZerosAreCleanedToZero) {
     EXPECT_EQ(Solved({{2, -0.0, -0.0}, {-0.0, 4, 8}}), "1 0 | 0\n"
                                                        "0 1 | 2\n");
+}
+
+TEST(GaussJordan, ARowWithAZeroUnderThePivotStillTakesTheInfinitiesOfThePivotRow) {
+    // 0 times infinity is no number: the second row must not come out as solved.
+    AugmentedMatrix matrix = MatrixOf({{1, INFINITY, 1}, {0, 1, 2}});
+    Solve(matrix, 2, 2);
+    EXPECT_EQ(matrix(1, 2), INFINITY);
+    EXPECT_TRUE(std::isnan(matrix(2, 2)));
+    EXPECT_EQ(matrix(2, 3), 2);
 }
 
 TEST(GaussJordan, OnlyTheGivenRowsAndColumnsChange) {
