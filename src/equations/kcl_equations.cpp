@@ -80,20 +80,22 @@ int VariableAt(const Workspace& ws, const EquationIndex& index, int position) {
                                 : EqnVarWithNode(ws.equations, position);
 }
 
-// A number's shortest text, written once for the several forms that show it.
+// A number's shortest text, perhaps after a prefix, written once for the several forms
+// that show it. Only the characters up to `size` are ever written or read.
 struct NumberText {
-    std::array<char, 32> chars{};
+    std::array<char, 40> chars;
     std::uint8_t size = 0;
     std::string_view View() const { return {chars.data(), size}; }
 };
 
-NumberText TextOf(float value) {
-    NumberText text;
+void WriteNumber(NumberText& text, std::string_view prefix, float value) {
     char* const first = text.chars.data();
+    char* const number = first + prefix.copy(first, prefix.size());
     text.size = static_cast<std::uint8_t>(
-        WriteShortestText(first, first + text.chars.size(), value) - first);
-    return text;
+        WriteShortestText(number, first + text.chars.size(), value) - first);
 }
+
+constexpr std::string_view kConductancePrefix = "+1/";
 
 // One chain of an equation, with what its terms in every form need.
 struct Term {
@@ -101,9 +103,14 @@ struct Term {
     const NodeLabel* start = nullptr;
     const NodeLabel* end = nullptr; // only for a chain without a current source
     int endVariable = 0;            // the variable carrying the end node, 0 for none
-    NumberText number;              // the source's current, or else the resistance
-    NumberText emfSize;             // the EMF without its sign, when there is one
+    // The source's current; or else "+1/R", whose tail "/R" also divides the constants.
+    NumberText number;
+    NumberText emfSize; // the EMF without its sign, when there is one
+
     bool IsSource() const { return chain->SourceCurrent != 0; }
+    std::string_view Conductance() const { return number.View(); }
+    std::string_view OverR() const { return number.View().substr(2); }
+    std::string_view Resistance() const { return number.View().substr(3); }
 };
 
 using Terms = std::array<Term, kMaxChains>;
@@ -141,18 +148,20 @@ std::span<const Term> GatherTerms(const Workspace& ws, const EquationIndex& inde
                 continue;
             }
             Term& term = terms.at(count++);
-            term = Term{};
             term.chain = &chain;
             term.start = &ws.circuit.NodeLabels[slot];
+            term.end = nullptr;
+            term.endVariable = 0;
+            term.emfSize.size = 0;
             if (chain.SourceCurrent != 0) {
-                term.number = TextOf(chain.SourceCurrent);
+                WriteNumber(term.number, {}, chain.SourceCurrent);
                 continue;
             }
             term.end = &ws.circuit.NodeLabels[chain.EndNode];
             term.endVariable = VariableAt(ws, index, ws.naming.NodeRank[chain.EndNode]);
-            term.number = TextOf(chain.Resistance);
+            WriteNumber(term.number, kConductancePrefix, chain.Resistance);
             if (chain.EMF != 0) {
-                term.emfSize = TextOf(chain.EMF < 0 ? std::fabs(chain.EMF) : chain.EMF);
+                WriteNumber(term.emfSize, {}, chain.EMF < 0 ? std::fabs(chain.EMF) : chain.EMF);
             }
         }
     }
@@ -166,13 +175,6 @@ const std::string& VoltageName(const NodeLabel& node) {
 void AppendNum(std::string& out, float value) {
     char text[32];
     out.append(text, WriteShortestText(text, text + sizeof text, value));
-}
-
-// A sign, a number and "/resistance" after it.
-void AppendSigned(std::string& out, char sign, float value, std::string_view overR) {
-    out += sign;
-    AppendNum(out, value);
-    out.append(overR);
 }
 
 // Each chain's current out of its start node: the source's current, or
@@ -209,15 +211,16 @@ std::string FirstWritten(std::span<const Term> terms) {
             equation.append(term.emfSize.View());
         }
         equation += ")/";
-        equation.append(term.number.View());
+        equation.append(term.Resistance());
     }
     equation += " = 0";
     return equation;
 }
 
-// "1/R" of each chain that puts the variable in `column` into the equation of `row`, each
-// after a '+'; an empty text when none does.
+// "1/R" of each chain that puts the variable in `column` into the equation of `row`,
+// joined by '+'.
 void AppendConductances(std::string& out, std::span<const Term> terms, int row, int column) {
+    bool first = true;
     for (const Term& term : terms) {
         if (term.IsSource()) {
             continue;
@@ -225,48 +228,54 @@ void AppendConductances(std::string& out, std::span<const Term> terms, int row, 
         // A chain counts once for its own node and once more for the variable at its end.
         const int times = (column == row ? 1 : 0) + (term.endVariable == column ? 1 : 0);
         for (int k = 0; k < times; ++k) {
-            out += "+1/";
-            out.append(term.number.View());
+            out.append(term.Conductance().substr(first ? 1 : 0));
+            first = false;
         }
     }
 }
 
 // The constants moved to the right: the source currents, the offsets of aliased members
-// and the EMFs, each of the last two over its chain's resistance.
+// and the EMFs, each of the last two over its chain's resistance. The first one shows no
+// '+'; with none at all the right side is 0.
 void AppendConstants(std::string& out, std::span<const Term> terms) {
+    bool first = true;
+    const auto sign = [&](char c) {
+        if (!first || c != '+') {
+            out += c;
+        }
+        first = false;
+    };
     for (const Term& term : terms) {
         const Branch& chain = *term.chain;
         if (term.IsSource()) {
             const std::string_view current = term.number.View();
-            if (chain.SourceCurrent < 0) {
-                out += '+';
-                out.append(current.substr(1));
-            } else {
-                out += '-';
-                out.append(current);
-            }
+            sign(chain.SourceCurrent < 0 ? '+' : '-');
+            out.append(chain.SourceCurrent < 0 ? current.substr(1) : current);
             continue;
         }
-        char overRText[40] = "/";
-        const std::string_view resistance = term.number.View();
-        resistance.copy(overRText + 1, resistance.size());
-        const std::string_view overR(overRText, resistance.size() + 1);
         // A member's own offset sits on the left; moved across it changes sign.
         const NodeLabel& start = *term.start;
         if (!start.Alias.empty() && start.AliasOffset != 0) {
             const float k = start.AliasOffset;
-            AppendSigned(out, k > 0 ? '-' : '+', k > 0 ? k : std::fabs(k), overR);
+            sign(k > 0 ? '-' : '+');
+            AppendNum(out, k > 0 ? k : std::fabs(k));
+            out.append(term.OverR());
         }
         const NodeLabel& end = *term.end;
         if (!end.Alias.empty() && end.AliasOffset != 0) {
             const float k = end.AliasOffset;
-            AppendSigned(out, k < 0 ? '-' : '+', k < 0 ? std::fabs(k) : k, overR);
+            sign(k < 0 ? '-' : '+');
+            AppendNum(out, k < 0 ? std::fabs(k) : k);
+            out.append(term.OverR());
         }
         if (chain.EMF != 0) {
-            out += chain.EMF < 0 ? '+' : '-';
+            sign(chain.EMF < 0 ? '+' : '-');
             out.append(term.emfSize.View());
-            out.append(overR);
+            out.append(term.OverR());
         }
+    }
+    if (first) {
+        out += '0';
     }
 }
 
@@ -296,24 +305,17 @@ std::string Collected(const Workspace& ws, int row, std::span<const Term> terms)
         if ((columns >> column & 1u) == 0) {
             continue;
         }
-        equation += column == row ? "+(" : "-(";
-        const std::size_t sum = equation.size();
+        if (column != row) {
+            equation += "-(";
+        } else {
+            equation += equation.empty() ? "(" : "+(";
+        }
         AppendConductances(equation, terms, row, column);
-        equation.erase(sum, 1); // the sum's leading '+'
         equation += ")*";
         equation += ws.equations.EqnVars[static_cast<std::size_t>(column - 1)].VarName;
     }
-    if (!equation.empty() && equation.front() == '+') {
-        equation.erase(0, 1);
-    }
     equation += '=';
-    const std::size_t right = equation.size();
     AppendConstants(equation, terms);
-    if (equation.size() == right) {
-        equation += '0';
-    } else if (equation[right] == '+') {
-        equation.erase(right, 1);
-    }
     return equation;
 }
 
@@ -351,7 +353,7 @@ void WriteNodeEquations(Workspace& ws) {
     eq.FirstWritten.reserve(static_cast<std::size_t>(std::max(n, 0)));
     eq.Collected.reserve(static_cast<std::size_t>(std::max(n, 0)));
     const EquationIndex index = IndexEquations(ws);
-    Terms terms{};
+    Terms terms;
     for (int row = 1; row <= n; ++row) {
         const EqnVar& var = eq.EqnVars[static_cast<std::size_t>(row - 1)];
         const std::span<const Term> rowTerms = GatherTerms(ws, index, var, terms);

@@ -63,6 +63,7 @@ void ClearSuperNodes(Workspace& ws) {
 void BuildEquationVariables(Workspace& ws) {
     Equations& eq = ws.equations;
     eq.EqnVars.clear();
+    eq.EqnVars.reserve(static_cast<std::size_t>(std::max<int>(ws.circuit.NumNodes, 0)));
     for (int position = 1; position <= ws.circuit.NumNodes; ++position) {
         if (IsReferencePosition(ws, position)) {
             continue;
