@@ -18,6 +18,16 @@ namespace {
 // Written at `out`, which holds 64 characters; returns the end.
 char* WriteFourDigits(char* out, float value) {
     const double rounded = std::nearbyint(static_cast<double>(value)) + 0.0; // no "-0"
+    // Drawings lie on a grid of everyday size: most coordinates are whole numbers of at
+    // most four digits, quicker written digit by digit than through to_chars.
+    if (rounded >= 0 && rounded < 10000) {
+        int whole = static_cast<int>(rounded);
+        for (int k = 3; k >= 0; --k) {
+            out[k] = static_cast<char>('0' + whole % 10);
+            whole /= 10;
+        }
+        return out + 4;
+    }
     char buffer[64];
     // A whole number of fewer than 16 digits has the same text as an integer, which is
     // much quicker to write; floats as large as the rest are rare.
@@ -35,14 +45,19 @@ char* WriteFourDigits(char* out, float value) {
     return std::copy(digits, end, out);
 }
 
-std::string PatternName(int pattern, int counter) {
+// Written over the node's old name, whose room it reuses.
+void WritePatternName(std::string& name, int pattern, int counter) {
     switch (pattern) {
     case 2:
-        return std::string(1, static_cast<char>(64 + counter));
+        name.assign(1, static_cast<char>(64 + counter));
+        return;
     case 3:
-        return std::string(1, static_cast<char>(96 + counter));
+        name.assign(1, static_cast<char>(96 + counter));
+        return;
     default:
-        return "V" + std::to_string(counter);
+        char text[16] = "V";
+        name.assign(text, std::to_chars(text + 1, text + sizeof text, counter).ptr);
+        return;
     }
 }
 
@@ -125,7 +140,7 @@ bool AutoName(Workspace& workspace, Prompts& prompts) {
         NodeLabel& node = circuit.NodeLabels[naming.NodeOrder[k]];
         if (node.Name != "0") {
             ++counter;
-            node.Name = PatternName(workspace.preferences.AutoNamePattern, counter);
+            WritePatternName(node.Name, workspace.preferences.AutoNamePattern, counter);
         }
     }
     if (naming.HasReference != kTrue && circuit.NumNodes > 0) {

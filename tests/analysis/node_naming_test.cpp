@@ -96,6 +96,7 @@ TEST(NodeNaming, LocationKeysAreRoundedFourDigitTextSoFiveDigitCoordinatesSortAs
     EXPECT_EQ(LocationKey(80.5f, 239.5f), "02400080"); // ties to even
     EXPECT_EQ(LocationKey(-8, 12345), "12345-0008");
     EXPECT_EQ(LocationKey(-0.25f, 0), "00000000");
+    EXPECT_EQ(LocationKey(9999.4f, 9999.5f), "100009999"); // the first five-digit value
 
     Workspace ws = WithNodes({{80, 9000, "a"}, {80, 10000, "b"}, {80, 80, "c"}});
     test::ScriptedPrompts prompts;
