@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <span>
@@ -194,10 +195,7 @@ std::string FirstWritten(std::span<const Term> terms) {
             equation.append(current);
             continue;
         }
-        if (!equation.empty()) {
-            equation += " + ";
-        }
-        equation += '(';
+        equation += equation.empty() ? "(" : " + (";
         equation += VoltageName(*term.start);
         if (term.end->Alias.empty()) {
             equation += '-';
@@ -301,10 +299,8 @@ std::string Collected(const Workspace& ws, int row, std::span<const Term> terms)
     std::string equation;
     equation.reserve(16 + 16 * static_cast<std::size_t>(n) + 24 * terms.size());
     const std::uint32_t columns = ColumnsUsed(terms, row, n);
-    for (int column = 1; column <= n; ++column) {
-        if ((columns >> column & 1u) == 0) {
-            continue;
-        }
+    for (std::uint32_t pending = columns; pending != 0; pending &= pending - 1) {
+        const int column = std::countr_zero(pending);
         if (column != row) {
             equation += "-(";
         } else {
