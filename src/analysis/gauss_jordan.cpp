@@ -1,6 +1,7 @@
 #include "analysis/gauss_jordan.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <span>
 
@@ -22,6 +23,26 @@ template <typename Change> void ForAllBut(std::span<double> row, std::size_t ski
     }
 }
 
+// The columns that a step of the elimination still has to change. The pivot columns of the
+// steps before hold exact zeros off their pivot rows, and subtracting a finite multiple of
+// a zero changes at most its sign, which the clean-up at the end makes +0 anyway.
+struct OpenColumns {
+    std::array<std::size_t, kMatrixColumns> columns{};
+    std::size_t count = 0;
+
+    explicit OpenColumns(std::size_t width) {
+        for (std::size_t k = 0; k < width; ++k) {
+            columns[count++] = k;
+        }
+    }
+    void Close(std::size_t column) {
+        const auto end = columns.begin() + static_cast<std::ptrdiff_t>(count);
+        count =
+            static_cast<std::size_t>(std::remove(columns.begin(), end, column) - columns.begin());
+    }
+    std::span<const std::size_t> Open() const { return {columns.data(), count}; }
+};
+
 bool AllFinite(std::span<const double> cells) {
     return std::all_of(cells.begin(), cells.end(), [](double x) { return std::isfinite(x); });
 }
@@ -36,6 +57,7 @@ void Solve(AugmentedMatrix& matrix, int rows, int columns) {
     // Cells 1..columns + 1 of a row, which the check above keeps inside the matrix.
     const auto width = static_cast<std::size_t>(columns + 1);
     const auto row = [&matrix, width](int i) { return std::span<double>(&matrix(i, 1), width); };
+    OpenColumns open(width);
     int r = 1;
     for (std::size_t c = 0; c + 1 < width; ++c) {
         int pivot = 0;
@@ -54,8 +76,12 @@ void Solve(AugmentedMatrix& matrix, int rows, int columns) {
         if (pivot != r) {
             std::swap_ranges(pivotRow.begin(), pivotRow.end(), row(pivot).begin());
         }
+        open.Close(c);
         const double p = pivotRow[c];
-        ForAllBut(pivotRow, c, [p](double& cell, std::size_t) { cell /= p; });
+        // Zero, and NaN left by an overflow, stay what they are when divided.
+        for (const std::size_t k : open.Open()) {
+            pivotRow[k] /= p;
+        }
         pivotRow[c] = 1.0;
         // Subtracting 0 times a finite row changes at most the sign of a zero, and the
         // clean-up below turns every zero into +0: such rows are left as they are. Zero
@@ -67,9 +93,17 @@ void Solve(AugmentedMatrix& matrix, int rows, int columns) {
             }
             const std::span<double> other = row(i);
             const double f = other[c];
-            if (f != 0 || !finite) {
-                ForAllBut(other, c,
-                          [f, pivotRow](double& cell, std::size_t k) { cell -= f * pivotRow[k]; });
+            const auto subtract = [f, pivotRow](double& cell, std::size_t k) {
+                cell -= f * pivotRow[k];
+            };
+            if (finite && std::isfinite(f)) {
+                if (f != 0) {
+                    for (const std::size_t k : open.Open()) {
+                        subtract(other[k], k);
+                    }
+                }
+            } else {
+                ForAllBut(other, c, subtract);
             }
             other[c] = 0.0;
         }

@@ -89,6 +89,15 @@ TEST(GaussJordan, ARowWithAZeroUnderThePivotStillTakesTheInfinitiesOfThePivotRow
     EXPECT_EQ(matrix(2, 3), 2);
 }
 
+TEST(GaussJordan, AnInfiniteMultipleOfAnEarlierPivotColumnIsNoNumberEither) {
+    // The first row keeps its infinity into the second step, whose pivot row holds 0 under
+    // the first pivot: infinity times 0 must reach the first row's own pivot.
+    AugmentedMatrix matrix = MatrixOf({{1, INFINITY, 0}, {1, 1, 3}});
+    Solve(matrix, 2, 2);
+    EXPECT_TRUE(std::isnan(matrix(1, 1)));
+    EXPECT_EQ(matrix(2, 2), 1);
+}
+
 TEST(GaussJordan, OnlyTheGivenRowsAndColumnsChange) {
     AugmentedMatrix matrix = MatrixOf({{2, 4, 7}, {3, 9, 1e-12}, {1e-12, 5, 6}});
     matrix(1, 5) = 1e-12;
