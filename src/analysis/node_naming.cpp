@@ -61,6 +61,18 @@ void WritePatternName(std::string& name, int pattern, int counter) {
     }
 }
 
+// The order of string_view::compare, characters as unsigned bytes and then the length,
+// without a call to memcmp for keys of a few characters.
+bool SortsAfter(std::string_view a, std::string_view b) {
+    const std::size_t common = std::min(a.size(), b.size());
+    for (std::size_t k = 0; k < common; ++k) {
+        if (a[k] != b[k]) {
+            return static_cast<unsigned char>(a[k]) > static_cast<unsigned char>(b[k]);
+        }
+    }
+    return a.size() > b.size();
+}
+
 } // namespace
 
 std::string LocationKey(float x, float y) {
@@ -99,24 +111,21 @@ bool CheckNames(const Circuit& circuit, NodeNaming& naming, NodeOrdering orderin
         }
         order.at(static_cast<std::size_t>(k)) = static_cast<std::int16_t>(k);
     }
-    // A bubble sort keeps equal keys in their slot order, which the duplicate check and
-    // the student's listing both rely on.
-    int limit = count - 1;
-    bool swapped = true;
-    while (swapped) {
-        swapped = false;
-        for (int k = 1; k <= limit; ++k) {
-            const auto here = static_cast<std::size_t>(k);
-            if (keys[here].compare(keys[here + 1]) > 0) {
-                std::swap(keys[here], keys[here + 1]);
-                std::swap(order[here], order[here + 1]);
-                swapped = true;
-            }
+    // Sorted by insertion, which keeps equal keys in their slot order: the duplicate check
+    // and the student's listing both rely on it.
+    for (int k = 2; k <= count; ++k) {
+        const std::string_view key = keys[static_cast<std::size_t>(k)];
+        const std::int16_t slot = order[static_cast<std::size_t>(k)];
+        auto at = static_cast<std::size_t>(k);
+        for (; at > 1 && SortsAfter(keys[at - 1], key); --at) {
+            keys[at] = keys[at - 1];
+            order[at] = order[at - 1];
         }
-        --limit;
+        keys[at] = key;
+        order[at] = slot;
     }
     for (int k = 2; k <= count; ++k) {
-        if (keys[static_cast<std::size_t>(k - 1)] == keys[static_cast<std::size_t>(k)]) {
+        if (!SortsAfter(keys[static_cast<std::size_t>(k)], keys[static_cast<std::size_t>(k - 1)])) {
             ShowCheckMessage(prompts, kDuplicateNamesMessage);
             return false;
         }

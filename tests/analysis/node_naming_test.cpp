@@ -110,6 +110,11 @@ TEST(NodeNaming, ByNameOrderComparesCharacterCodesAndKeepsTheSlotOrderOfEqualKey
     test::ScriptedPrompts prompts;
     ASSERT_TRUE(CheckNames(ws.circuit, ws.naming, NodeOrdering::ByName, prompts));
     EXPECT_EQ(Order(ws), "order 6 5 4 2 3 1 rank 6 4 5 3 2 1 reference -1");
+
+    // Bytes compare unsigned, so a letter beyond ASCII comes last; a prefix comes first.
+    Workspace wide = WithNodes({{0, 0, "\xc3\xa9"}, {0, 16, "z"}, {0, 32, "V1"}, {0, 48, "V"}});
+    ASSERT_TRUE(CheckNames(wide.circuit, wide.naming, NodeOrdering::ByName, prompts));
+    EXPECT_EQ(Order(wide), "order 4 3 2 1 rank 4 3 2 1 reference 0");
 }
 
 TEST(NodeNaming, TheNameCheckRefusesTwoReferencesBeforeDuplicatesAndKeepsTheLastOrder) {
