@@ -73,12 +73,19 @@ bool SortsAfter(std::string_view a, std::string_view b) {
     return a.size() > b.size();
 }
 
+constexpr std::size_t kLocationKeyRoom = 128; // two coordinates of 64 characters at most
+
+// The location key written at `out`, which holds kLocationKeyRoom characters; returns the
+// end.
+char* WriteLocationKey(char* out, float x, float y) {
+    return WriteFourDigits(WriteFourDigits(out, y), x);
+}
+
 } // namespace
 
 std::string LocationKey(float x, float y) {
-    char text[128];
-    char* const afterY = WriteFourDigits(text, y);
-    return std::string(text, WriteFourDigits(afterY, x));
+    char text[kLocationKeyRoom];
+    return std::string(text, WriteLocationKey(text, x, y));
 }
 
 bool CheckNames(const Circuit& circuit, NodeNaming& naming, NodeOrdering ordering,
@@ -97,7 +104,7 @@ bool CheckNames(const Circuit& circuit, NodeNaming& naming, NodeOrdering orderin
     naming.HasReference = references == 1 ? kTrue : kFalse;
 
     // Names are compared where they are; only location keys need writing.
-    std::array<std::string, kMaxNodes + 1> locations;
+    std::array<std::array<char, kLocationKeyRoom>, kMaxNodes + 1> locations;
     std::array<std::string_view, kMaxNodes + 1> keys;
     std::array<std::int16_t, kMaxNodes + 1> order{};
     for (int k = 1; k <= count; ++k) {
@@ -105,9 +112,9 @@ bool CheckNames(const Circuit& circuit, NodeNaming& naming, NodeOrdering orderin
         if (ordering == NodeOrdering::ByName) {
             keys.at(static_cast<std::size_t>(k)) = node.Name;
         } else {
-            std::string& location = locations.at(static_cast<std::size_t>(k));
-            location = LocationKey(node.X, node.Y);
-            keys[static_cast<std::size_t>(k)] = location;
+            char* const location = locations.at(static_cast<std::size_t>(k)).data();
+            keys[static_cast<std::size_t>(k)] =
+                std::string_view(location, WriteLocationKey(location, node.X, node.Y));
         }
         order.at(static_cast<std::size_t>(k)) = static_cast<std::int16_t>(k);
     }
