@@ -13,14 +13,16 @@
 namespace ampora {
 
 struct ChainsByStart {
-    std::array<std::int8_t, kMaxChains> chains{};   // chain slots, grouped by start node
-    std::array<std::int8_t, kMaxNodes + 2> first{}; // node n's: chains[first[n] .. first[n+1])
+    // Node n's chains are chains[n][0 .. count[n]). The rest of each row is left unwritten,
+    // as filling it would cost more than the grouping; unsigned bytes may still be copied.
+    std::array<std::array<std::uint8_t, kMaxChains>, kMaxNodes + 1> chains;
+    std::array<std::uint8_t, kMaxNodes + 1> count{};
 };
 
 ChainsByStart GroupChainsByStart(const Topology& topology);
 
 // The chain slots that start at a node slot, in slot order; none for a slot outside the
 // node table, which no chain can start at.
-std::span<const std::int8_t> ChainsFrom(const ChainsByStart& grouped, int nodeSlot);
+std::span<const std::uint8_t> ChainsFrom(const ChainsByStart& grouped, int nodeSlot);
 
 } // namespace ampora
