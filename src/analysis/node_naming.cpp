@@ -18,6 +18,16 @@ namespace {
 // Written at `out`, which holds 64 characters; returns the end.
 char* WriteFourDigits(char* out, float value) {
     const double rounded = std::nearbyint(static_cast<double>(value)) + 0.0; // no "-0"
+    // Drawings lie on a grid of everyday size: most coordinates are whole numbers of at
+    // most four digits, quicker written digit by digit than through to_chars.
+    if (rounded >= 0 && rounded < 10000) {
+        int whole = static_cast<int>(rounded);
+        for (int k = 3; k >= 0; --k) {
+            out[k] = static_cast<char>('0' + whole % 10);
+            whole /= 10;
+        }
+        return out + 4;
+    }
     char buffer[64];
     // A whole number of fewer than 16 digits has the same text as an integer, which is
     // much quicker to write; floats as large as the rest are rare.
@@ -35,23 +45,47 @@ char* WriteFourDigits(char* out, float value) {
     return std::copy(digits, end, out);
 }
 
-std::string PatternName(int pattern, int counter) {
+// Written over the node's old name, whose room it reuses.
+void WritePatternName(std::string& name, int pattern, int counter) {
     switch (pattern) {
     case 2:
-        return std::string(1, static_cast<char>(64 + counter));
+        name.assign(1, static_cast<char>(64 + counter));
+        return;
     case 3:
-        return std::string(1, static_cast<char>(96 + counter));
+        name.assign(1, static_cast<char>(96 + counter));
+        return;
     default:
-        return "V" + std::to_string(counter);
+        char text[16] = "V";
+        name.assign(text, std::to_chars(text + 1, text + sizeof text, counter).ptr);
+        return;
     }
+}
+
+// The order of string_view::compare, characters as unsigned bytes and then the length,
+// without a call to memcmp for keys of a few characters.
+bool SortsAfter(std::string_view a, std::string_view b) {
+    const std::size_t common = std::min(a.size(), b.size());
+    for (std::size_t k = 0; k < common; ++k) {
+        if (a[k] != b[k]) {
+            return static_cast<unsigned char>(a[k]) > static_cast<unsigned char>(b[k]);
+        }
+    }
+    return a.size() > b.size();
+}
+
+constexpr std::size_t kLocationKeyRoom = 128; // two coordinates of 64 characters at most
+
+// The location key written at `out`, which holds kLocationKeyRoom characters; returns the
+// end.
+char* WriteLocationKey(char* out, float x, float y) {
+    return WriteFourDigits(WriteFourDigits(out, y), x);
 }
 
 } // namespace
 
 std::string LocationKey(float x, float y) {
-    char text[128];
-    char* const afterY = WriteFourDigits(text, y);
-    return std::string(text, WriteFourDigits(afterY, x));
+    char text[kLocationKeyRoom];
+    return std::string(text, WriteLocationKey(text, x, y));
 }
 
 bool CheckNames(const Circuit& circuit, NodeNaming& naming, NodeOrdering ordering,
@@ -70,7 +104,7 @@ bool CheckNames(const Circuit& circuit, NodeNaming& naming, NodeOrdering orderin
     naming.HasReference = references == 1 ? kTrue : kFalse;
 
     // Names are compared where they are; only location keys need writing.
-    std::array<std::string, kMaxNodes + 1> locations;
+    std::array<std::array<char, kLocationKeyRoom>, kMaxNodes + 1> locations;
     std::array<std::string_view, kMaxNodes + 1> keys;
     std::array<std::int16_t, kMaxNodes + 1> order{};
     for (int k = 1; k <= count; ++k) {
@@ -78,30 +112,27 @@ bool CheckNames(const Circuit& circuit, NodeNaming& naming, NodeOrdering orderin
         if (ordering == NodeOrdering::ByName) {
             keys.at(static_cast<std::size_t>(k)) = node.Name;
         } else {
-            std::string& location = locations.at(static_cast<std::size_t>(k));
-            location = LocationKey(node.X, node.Y);
-            keys[static_cast<std::size_t>(k)] = location;
+            char* const location = locations.at(static_cast<std::size_t>(k)).data();
+            keys[static_cast<std::size_t>(k)] =
+                std::string_view(location, WriteLocationKey(location, node.X, node.Y));
         }
         order.at(static_cast<std::size_t>(k)) = static_cast<std::int16_t>(k);
     }
-    // A bubble sort keeps equal keys in their slot order, which the duplicate check and
-    // the student's listing both rely on.
-    int limit = count - 1;
-    bool swapped = true;
-    while (swapped) {
-        swapped = false;
-        for (int k = 1; k <= limit; ++k) {
-            const auto here = static_cast<std::size_t>(k);
-            if (keys[here].compare(keys[here + 1]) > 0) {
-                std::swap(keys[here], keys[here + 1]);
-                std::swap(order[here], order[here + 1]);
-                swapped = true;
-            }
+    // Sorted by insertion, which keeps equal keys in their slot order: the duplicate check
+    // and the student's listing both rely on it.
+    for (int k = 2; k <= count; ++k) {
+        const std::string_view key = keys[static_cast<std::size_t>(k)];
+        const std::int16_t slot = order[static_cast<std::size_t>(k)];
+        auto at = static_cast<std::size_t>(k);
+        for (; at > 1 && SortsAfter(keys[at - 1], key); --at) {
+            keys[at] = keys[at - 1];
+            order[at] = order[at - 1];
         }
-        --limit;
+        keys[at] = key;
+        order[at] = slot;
     }
     for (int k = 2; k <= count; ++k) {
-        if (keys[static_cast<std::size_t>(k - 1)] == keys[static_cast<std::size_t>(k)]) {
+        if (!SortsAfter(keys[static_cast<std::size_t>(k)], keys[static_cast<std::size_t>(k - 1)])) {
             ShowCheckMessage(prompts, kDuplicateNamesMessage);
             return false;
         }
@@ -125,7 +156,7 @@ bool AutoName(Workspace& workspace, Prompts& prompts) {
         NodeLabel& node = circuit.NodeLabels[naming.NodeOrder[k]];
         if (node.Name != "0") {
             ++counter;
-            node.Name = PatternName(workspace.preferences.AutoNamePattern, counter);
+            WritePatternName(node.Name, workspace.preferences.AutoNamePattern, counter);
         }
     }
     if (naming.HasReference != kTrue && circuit.NumNodes > 0) {

@@ -69,19 +69,29 @@ bool CheckNamesOnLeavingStep2(Workspace& workspace, Prompts& prompts) {
 
 namespace {
 
+// Only the unknowns' rows and columns and the right-hand sides are ever written; the rest
+// of the matrix stays 0.
+bool SolvedCellsAreFinite(const AugmentedMatrix& matrix, int unknowns) {
+    for (int row = 1; row <= unknowns; ++row) {
+        for (int column = 1; column <= unknowns + 1; ++column) {
+            if (!std::isfinite(matrix(row, column))) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
 void SolveCircuit(Workspace& ws, Prompts& prompts) {
     PutReferenceFirst(ws);
     GetSuperNodes(ws);
-    EqnSet1(ws);
-    EqnSet2(ws);
+    WriteNodeEquations(ws);
     const int n = ws.equations.NumUnknowns;
     ws.equations.Augmented = ws.Matrix;
     Solve(ws.Matrix, n, n);
     ws.equations.Reduced = ws.Matrix;
-    for (const double cell : ws.Matrix.cells) {
-        if (!std::isfinite(cell)) {
-            throw AnalysisFailure::CannotSolve; // an overflow or a division by zero
-        }
+    if (!SolvedCellsAreFinite(ws.Matrix, n)) {
+        throw AnalysisFailure::CannotSolve; // an overflow or a division by zero
     }
     ReadNodeVoltages(ws);
     const DevicePlacements placements = ComputeCurrents(ws.circuit, ws.topology);

@@ -7,15 +7,15 @@
 #include "equations/supernode_queries.h"
 
 #include <cstdlib>
+#include <string_view>
 
 namespace ampora {
 
 namespace {
 
 // The variable number of a battery chain's current: 3 for "I3" and for "-I3".
-int CurrentVariable(const std::string& name) {
-    const auto digits = name.substr(name.front() == '-' ? 2 : 1);
-    const auto number = ParseInteger(digits);
+int CurrentVariable(std::string_view name) {
+    const auto number = ParseInteger(name.substr(name.front() == '-' ? 2 : 1));
     if (!number) {
         throw AnalysisFailure::CannotSolve;
     }

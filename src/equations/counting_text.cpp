@@ -3,100 +3,127 @@
 #include "analysis/format_number.h"
 #include "equations/supernode_queries.h"
 
+#include <charconv>
+#include <string_view>
+
 namespace ampora {
 
 namespace {
 
-const std::string kParagraphEnd = "\r\n\r\n";
+using namespace std::string_view_literals;
+
+constexpr std::string_view kParagraphEnd = "\r\n\r\n";
+
+// The prose is put together piece by piece at the end of one string, without the
+// temporaries that joining its pieces with '+' would make.
+template <typename... Pieces> void Append(std::string& text, const Pieces&... pieces) {
+    (text.append(std::string_view(pieces)), ...);
+}
+
+void AppendCount(std::string& text, int count) {
+    char digits[16];
+    text.append(digits, std::to_chars(digits, digits + sizeof digits, count).ptr);
+}
 
 const EqnVar& Variable(const Workspace& ws, int number) {
     return ws.equations.EqnVars.at(static_cast<std::size_t>(number - 1));
 }
 
-std::string KindOfVariable(const Workspace& ws, int number) {
-    return Variable(ws, number).SuperNode > 0 ? "supernode " : "node ";
+std::string_view KindOfVariable(const Workspace& ws, int number) {
+    return Variable(ws, number).SuperNode > 0 ? "supernode "sv : "node "sv;
 }
 
-std::string EliminationParagraph(const Workspace& ws) {
+void AppendElimination(std::string& text, const Workspace& ws) {
     const auto& constraints = ws.equations.Constraints;
     const int eliminated = static_cast<int>(constraints.size());
-    std::string names;
-    std::string facts;
+    Append(text, "We can eliminate "sv);
+    AppendCount(text, eliminated);
+    Append(text, " "sv, ws.naming.HasReference != 0 ? "more "sv : ""sv,
+           eliminated == 1 ? "unknown, "sv : "unknowns, "sv);
     for (int k = eliminated; k >= 1; --k) {
         const BatteryConstraint& record = constraints[static_cast<std::size_t>(k - 1)];
-        names += ws.circuit.NodeLabels[NodeAt(ws, record.Position)].Name + ", ";
-        facts += ", " + record.Text;
+        Append(text, ws.circuit.NodeLabels[NodeAt(ws, record.Position)].Name, ", "sv);
     }
-    facts.erase(0, 2);
-    const std::string more = ws.naming.HasReference != 0 ? "more " : "";
-    const std::string noun = eliminated == 1 ? "unknown, " : "unknowns, ";
-    std::string text = "We can eliminate " + std::to_string(eliminated) + " " + more + noun +
-                       names + "by using the fact that " + facts;
+    Append(text, "by using the fact that "sv);
+    for (int k = eliminated; k >= 1; --k) {
+        Append(text, k < eliminated ? ", "sv : ""sv,
+               constraints[static_cast<std::size_t>(k - 1)].Text);
+    }
     if (ws.equations.NumSuperNodes == 1) {
-        text += ".  Doing this creates an extended node or 'supernode'.  ";
+        Append(text, ".  Doing this creates an extended node or 'supernode'.  "sv);
     } else {
-        text += ".  Doing this creates " + std::to_string(ws.equations.NumSuperNodes) +
-                " extended nodes or 'supernodes'.  ";
+        Append(text, ".  Doing this creates "sv);
+        AppendCount(text, ws.equations.NumSuperNodes);
+        Append(text, " extended nodes or 'supernodes'.  "sv);
     }
-    return text +
+    Append(text,
            "(Supernodes are indicated in the circuit diagram by red lines connecting red "
-           "dots)." +
-           kParagraphEnd;
+           "dots)."sv,
+           kParagraphEnd);
 }
 
-std::string ResultParagraph(const Workspace& ws) {
+void AppendResult(std::string& text, const Workspace& ws) {
     const int n = ws.equations.NumUnknowns;
     if (n == 0) {
-        return "The result is a circuit with no unknowns." + kParagraphEnd;
+        Append(text, "The result is a circuit with no unknowns."sv, kParagraphEnd);
+        return;
     }
     if (n == 1) {
-        return "The result is a circuit with one unknown, " + Variable(ws, 1).VarName + "." +
-               kParagraphEnd;
+        Append(text, "The result is a circuit with one unknown, "sv, Variable(ws, 1).VarName, "."sv,
+               kParagraphEnd);
+        return;
     }
-    std::string names;
+    Append(text, "The result is a circuit with "sv);
+    AppendCount(text, n);
+    Append(text, " unknowns, "sv);
     for (int v = 1; v <= n; ++v) {
-        names += (v > 1 ? ", " : "") + Variable(ws, v).VarName;
+        Append(text, v > 1 ? ", "sv : ""sv, Variable(ws, v).VarName);
     }
-    return "The result is a circuit with " + std::to_string(n) + " unknowns, " + names + "." +
-           kParagraphEnd;
+    Append(text, "."sv, kParagraphEnd);
 }
 
-std::string EquationsParagraph(const Workspace& ws) {
+void AppendEquations(std::string& text, const Workspace& ws) {
     const int n = ws.equations.NumUnknowns;
     const bool batteries = !ws.equations.Constraints.empty();
     if (n == 1) {
-        return "To solve for this unknown we need an equation, which we can get by applying "
-               "Kirchhoff's Current Law at " +
-               KindOfVariable(ws, 1) + Variable(ws, 1).VarName + "." + kParagraphEnd;
+        Append(text,
+               "To solve for this unknown we need an equation, which we can get by applying "
+               "Kirchhoff's Current Law at "sv,
+               KindOfVariable(ws, 1), Variable(ws, 1).VarName, "."sv, kParagraphEnd);
+        return;
     }
-    const std::string opening = "To solve for these unknowns we need " + std::to_string(n) +
-                                " equations, which we can get by applying Kirchhoff's Current "
-                                "Law at every ";
+    Append(text, "To solve for these unknowns we need "sv);
+    AppendCount(text, n);
+    Append(text, " equations, which we can get by applying Kirchhoff's Current Law at every "sv);
     if (ws.naming.HasReference != 0) {
         int superNode = 0;
-        const std::string ref = IsAnchorNode(ws.equations, 1, superNode) ? "supernode" : "node";
-        return opening + (batteries ? "node or supernode " : "node ") + "except the reference " +
-               ref + "." + kParagraphEnd;
+        const bool superReference = IsAnchorNode(ws.equations, 1, superNode);
+        Append(text, batteries ? "node or supernode "sv : "node "sv, "except the reference "sv,
+               superReference ? "supernode"sv : "node"sv, "."sv, kParagraphEnd);
+        return;
     }
-    std::string text = opening + (batteries ? "node or supernode" : "node") +
-                       ".  Note that these equations are redundant.  ";
+    Append(text, batteries ? "node or supernode"sv : "node"sv,
+           ".  Note that these equations are redundant.  "sv);
     if (n != 2) {
-        text += "  (This is always the case in nodal analysis because knowing how much current "
-                "flows out the first " +
-                std::to_string(n - 1) + " " + (batteries ? "nodes or supernodes" : "nodes") +
-                " means that one automatically knows how much current flows into the last one.  ";
+        Append(text,
+               "  (This is always the case in nodal analysis because knowing how much current "
+               "flows out the first "sv);
+        AppendCount(text, n - 1);
+        Append(text, " "sv, batteries ? "nodes or supernodes"sv : "nodes"sv,
+               " means that one automatically knows how much current flows into the last one.  "sv);
     } else {
-        text += "  (This is always the case in nodal analysis because knowing how much current "
-                "flows out the first " +
-                std::string(batteries ? "node or supernode" : "node") +
-                " means that one automatically knows how much current flows into the other "
-                "one.  ";
+        Append(text,
+               "  (This is always the case in nodal analysis because knowing how much current "
+               "flows out the first "sv,
+               batteries ? "node or supernode"sv : "node"sv,
+               " means that one automatically knows how much current flows into the other "
+               "one.  "sv);
     }
-    return text +
+    Append(text,
            "The only consequence of the redundancy is that all the other voltages will "
            "have values that are relative to one voltage, and we can always set that one "
-           "voltage to zero.)" +
-           kParagraphEnd;
+           "voltage to zero.)"sv,
+           kParagraphEnd);
 }
 
 bool AnySuperNodeVariable(const Workspace& ws) {
@@ -114,34 +141,40 @@ std::string LoadTextboxWithCounting(const Workspace& ws) {
     const int nodes = ws.circuit.NumNodes;
     const bool reference = ws.naming.HasReference != 0;
     const bool batteries = !ws.equations.Constraints.empty();
-    std::string text =
-        "In nodal analysis the quantities of interest (the unknowns to be solved for) are the "
-        "voltages at the nodes (the red dots in the circuit diagram).  Once these voltages have "
-        "been found anything else in the circuit (currents, powers, etc.) can be easily "
-        "calculated." +
-        kParagraphEnd;
-    text += "This circuit contains " + std::to_string(nodes) + " nodes; hence there are " +
-            std::to_string(nodes) + " unknowns." + kParagraphEnd;
+    std::string text;
+    text.reserve(2048);
+    Append(text,
+           "In nodal analysis the quantities of interest (the unknowns to be solved for) are the "
+           "voltages at the nodes (the red dots in the circuit diagram).  Once these voltages "
+           "have been found anything else in the circuit (currents, powers, etc.) can be easily "
+           "calculated."sv,
+           kParagraphEnd, "This circuit contains "sv);
+    AppendCount(text, nodes);
+    Append(text, " nodes; hence there are "sv);
+    AppendCount(text, nodes);
+    Append(text, " unknowns."sv, kParagraphEnd);
     if (reference) {
-        text += "We can eliminate one unknown by assigning one node a voltage of 0.  This node is "
-                "called the reference node.  We are allowed to do this because voltage is a "
-                "relative, not an absolute, quantity." +
-                kParagraphEnd;
+        Append(text,
+               "We can eliminate one unknown by assigning one node a voltage of 0.  This node is "
+               "called the reference node.  We are allowed to do this because voltage is a "
+               "relative, not an absolute, quantity."sv,
+               kParagraphEnd);
     }
     if (batteries) {
-        text += EliminationParagraph(ws);
+        AppendElimination(text, ws);
     }
     if (reference || batteries) {
-        text += ResultParagraph(ws);
+        AppendResult(text, ws);
     }
     if (ws.equations.NumUnknowns >= 1) {
-        text += EquationsParagraph(ws);
+        AppendEquations(text, ws);
     }
     if (AnySuperNodeVariable(ws)) {
-        text += "One final note: When writing down KCL for a supernode, we ignore currents "
-                "flowing from node to node within the supernode; we only look at currents "
-                "flowing out of the supernode as a whole." +
-                kParagraphEnd;
+        Append(text,
+               "One final note: When writing down KCL for a supernode, we ignore currents "
+               "flowing from node to node within the supernode; we only look at currents "
+               "flowing out of the supernode as a whole."sv,
+               kParagraphEnd);
     }
     return text;
 }
@@ -155,29 +188,29 @@ std::array<std::string, 7> ChooseEqnText(const Workspace& ws, int sigFigs) {
     }
     if (n == 1) {
         const EqnVar& var = Variable(ws, 1);
-        text[0] = "Applying Kirchhoff's current law at " + KindOfVariable(ws, 1) + var.VarName +
-                  " results in this equation:";
+        Append(text[0], "Applying Kirchhoff's current law at "sv, KindOfVariable(ws, 1),
+               var.VarName, " results in this equation:"sv);
         text[2] = "Collecting terms in the above equation then results in this equation:";
-        text[3] = "Solving this equation gives  " + var.VarName + " = " +
-                  FormatNumber(ws.circuit.NodeLabels[NodeAt(ws, var.Node)].Voltage, sigFigs);
+        Append(text[3], "Solving this equation gives  "sv, var.VarName, " = "sv,
+               FormatNumber(ws.circuit.NodeLabels[NodeAt(ws, var.Node)].Voltage, sigFigs));
         return text;
     }
-    std::string list;
+    text[0].reserve(96 + 16 * static_cast<std::size_t>(n));
+    Append(text[0], "Applying Kirchhoff's current law at "sv);
     for (int v = 1; v <= n; ++v) {
-        list += KindOfVariable(ws, v) + Variable(ws, v).VarName + ", ";
+        Append(text[0], KindOfVariable(ws, v), Variable(ws, v).VarName, ", "sv);
     }
-    text[0] = "Applying Kirchhoff's current law at " + list +
-              "respectively, results in these "
-              "equations:";
+    Append(text[0], "respectively, results in these equations:"sv);
     text[2] = "Collecting terms in the above equations then results in these equations:";
     text[3] = "Converting fractions to decimal form and setting up the augmented matrix which "
               "describes this system of equations gives:";
     text[4] = "Carrying out Gauss-Jordan elimination reduces the augmented matrix to this reduced "
               "row echelon form (RREF):";
     text[5] = "Interpreting the RREF form gives the following solutions:";
-    text[6] = "Notice that giving " + ws.circuit.NodeLabels[NodeAt(ws, ws.circuit.NumNodes)].Name +
-              " a value, (say 0, thus making it the reference) makes it possible to then give "
-              "values to the other variables.";
+    Append(text[6], "Notice that giving "sv,
+           ws.circuit.NodeLabels[NodeAt(ws, ws.circuit.NumNodes)].Name,
+           " a value, (say 0, thus making it the reference) makes it possible to then give "
+           "values to the other variables."sv);
     return text;
 }
 

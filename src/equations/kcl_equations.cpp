@@ -1,268 +1,361 @@
 #include "equations/kcl_equations.h"
 
 #include "document/number_text.h"
+#include "equations/chains_by_start.h"
 #include "equations/supernode_queries.h"
 
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
+#include <cstdint>
+#include <span>
 #include <string_view>
-#include <vector>
 
 namespace ampora {
 
 namespace {
 
-// The equations are written term by term into one string; numbers go straight into it.
-void AppendNum(std::string& out, float value) {
-    char text[32];
-    out.append(text, WriteShortestText(text, text + sizeof text, value));
-}
-
-// A sign, a number and, when given, "/resistance" after it.
-void AppendSigned(std::string& out, char sign, float value, std::string_view overR = {}) {
-    out += sign;
-    AppendNum(out, value);
-    out.append(overR);
-}
-
-// Chain slots, at most one per slot of the chain table; kept on the stack, as every
-// equation asks for them once per member node.
-struct ChainList {
-    std::array<int, kMaxChains> slots{};
-    std::size_t count = 0;
-    const int* begin() const { return slots.data(); }
-    const int* end() const { return slots.data() + count; }
+// What the equations ask of the chains and supernodes again and again, found in one pass:
+// which chains leave each node, which variable carries each node, and which supernodes
+// hold each node and join each battery chain (one bit per supernode).
+struct EquationIndex {
+    ChainsByStart chainsByStart;
+    std::array<std::int16_t, kMaxNodes + 1> variableAt{}; // by NodeOrder position
+    std::array<std::uint16_t, kMaxNodes + 1> superNodesAt{};
+    std::array<std::uint16_t, kMaxChains + 1> superNodesJoinedBy{};
 };
 
-// The chains that leave the node at a position, in slot order. In a supernode's equation
-// the chains that stay inside the supernode carry no current out of it and are left out.
-ChainList ChainsLeaving(const Workspace& ws, int position, int superNode) {
-    ChainList chains;
-    const int slot = NodeAt(ws, position);
-    for (int b = 1; b <= ws.topology.NumBranches; ++b) {
-        const Branch& chain = ws.topology.Branches[b];
-        // A chain that returns to its own node carries nothing out of it.
-        if (chain.StartNode != slot || chain.EndNode == slot) {
-            continue;
-        }
-        if (superNode > 0) {
-            const auto& members = ws.equations.SuperNodes[superNode].Nodes;
-            if (IsBranchOfSN(ws.equations, b, superNode) ||
-                IsOnList(ws.naming.NodeRank[chain.EndNode], members)) {
-                continue;
+static_assert(kMaxSuperNodes <= 16, "one bit per supernode");
+
+bool IsPosition(int position) {
+    return position >= 0 && position <= kMaxNodes;
+}
+
+std::uint16_t SuperNodeBit(int superNode) {
+    return static_cast<std::uint16_t>(1u << (superNode - 1));
+}
+
+EquationIndex IndexEquations(const Workspace& ws) {
+    const Equations& eq = ws.equations;
+    EquationIndex index;
+    index.chainsByStart = GroupChainsByStart(ws.topology);
+    for (int s = 1; s <= kMaxSuperNodes; ++s) {
+        const SuperNode& superNode = eq.SuperNodes[s];
+        for (const std::int16_t position : superNode.Nodes) {
+            if (IsPosition(position)) {
+                index.superNodesAt[static_cast<std::size_t>(position)] |= SuperNodeBit(s);
             }
         }
-        chains.slots.at(chains.count++) = b; // Branches[b] above throws past the table
+        if (s > eq.NumSuperNodes) {
+            continue; // a chain counts as joining only the supernodes in use
+        }
+        for (const std::int16_t chain : superNode.SNBranches) {
+            if (Slots<Branch, kMaxChains>::Holds(chain)) {
+                index.superNodesJoinedBy[static_cast<std::size_t>(chain)] |= SuperNodeBit(s);
+            }
+        }
     }
-    return chains;
+    // The first variable that carries a node is the one its currents count for.
+    for (std::size_t v = 0; v < eq.EqnVars.size(); ++v) {
+        const EqnVar& var = eq.EqnVars[v];
+        const auto claim = [&](int position) {
+            if (IsPosition(position) && index.variableAt[static_cast<std::size_t>(position)] == 0) {
+                index.variableAt[static_cast<std::size_t>(position)] =
+                    static_cast<std::int16_t>(v + 1);
+            }
+        };
+        if (var.SuperNode > 0) {
+            for (const std::int16_t position : eq.SuperNodes[var.SuperNode].Nodes) {
+                claim(position);
+            }
+        } else {
+            claim(var.Node);
+        }
+    }
+    return index;
+}
+
+int VariableAt(const Workspace& ws, const EquationIndex& index, int position) {
+    return IsPosition(position) ? index.variableAt[static_cast<std::size_t>(position)]
+                                : EqnVarWithNode(ws.equations, position);
+}
+
+// A number's shortest text, perhaps after a prefix, written once for the several forms
+// that show it. Only the characters up to `size` are ever written or read.
+struct NumberText {
+    std::array<char, 40> chars;
+    std::uint8_t size = 0;
+    std::string_view View() const { return {chars.data(), size}; }
+};
+
+void WriteNumber(NumberText& text, std::string_view prefix, float value) {
+    char* const first = text.chars.data();
+    char* const number = first + prefix.copy(first, prefix.size());
+    text.size = static_cast<std::uint8_t>(
+        WriteShortestText(number, first + text.chars.size(), value) - first);
+}
+
+constexpr std::string_view kConductancePrefix = "+1/";
+
+// One chain of an equation, with what its terms in every form need.
+struct Term {
+    const Branch* chain = nullptr;
+    const NodeLabel* start = nullptr;
+    const NodeLabel* end = nullptr; // only for a chain without a current source
+    int endVariable = 0;            // the variable carrying the end node, 0 for none
+    // The source's current; or else "+1/R", whose tail "/R" also divides the constants.
+    NumberText number;
+    NumberText emfSize; // the EMF without its sign, when there is one
+
+    bool IsSource() const { return chain->SourceCurrent != 0; }
+    std::string_view Conductance() const { return number.View(); }
+    std::string_view OverR() const { return number.View().substr(2); }
+    std::string_view Resistance() const { return number.View().substr(3); }
+};
+
+using Terms = std::array<Term, kMaxChains>;
+
+// True for a chain that joins two members of the supernode: it carries no current out.
+bool StaysInside(const Workspace& ws, const EquationIndex& index, int chainSlot, int superNode) {
+    const std::uint16_t bit = SuperNodeBit(superNode);
+    if ((index.superNodesJoinedBy[static_cast<std::size_t>(chainSlot)] & bit) != 0) {
+        return true;
+    }
+    const int endPosition = ws.naming.NodeRank[ws.topology.Branches[chainSlot].EndNode];
+    return IsPosition(endPosition) &&
+           (index.superNodesAt[static_cast<std::size_t>(endPosition)] & bit) != 0;
+}
+
+// The chains that carry current out of the variable's node, member by member for a
+// supernode, each node's chains in slot order: the order in which every form lists them.
+// A chain that returns to its own node carries nothing out of it, and in a supernode's
+// equation the chains that stay inside the supernode are left out too.
+std::span<const Term> GatherTerms(const Workspace& ws, const EquationIndex& index,
+                                  const EqnVar& var, Terms& terms) {
+    const std::span<const std::int16_t> members =
+        var.SuperNode > 0
+            ? std::span<const std::int16_t>(ws.equations.SuperNodes[var.SuperNode].Nodes)
+            : std::span<const std::int16_t>(&var.Node, 1);
+    std::size_t count = 0;
+    for (const int member : members) {
+        const int slot = NodeAt(ws, member);
+        for (const int b : ChainsFrom(index.chainsByStart, slot)) {
+            const Branch& chain = ws.topology.Branches[b];
+            if (chain.EndNode == slot) {
+                continue;
+            }
+            if (var.SuperNode > 0 && StaysInside(ws, index, b, var.SuperNode)) {
+                continue;
+            }
+            Term& term = terms.at(count++);
+            term.chain = &chain;
+            term.start = &ws.circuit.NodeLabels[slot];
+            term.end = nullptr;
+            term.endVariable = 0;
+            term.emfSize.size = 0;
+            if (chain.SourceCurrent != 0) {
+                WriteNumber(term.number, {}, chain.SourceCurrent);
+                continue;
+            }
+            term.end = &ws.circuit.NodeLabels[chain.EndNode];
+            term.endVariable = VariableAt(ws, index, ws.naming.NodeRank[chain.EndNode]);
+            WriteNumber(term.number, kConductancePrefix, chain.Resistance);
+            if (chain.EMF != 0) {
+                WriteNumber(term.emfSize, {}, chain.EMF < 0 ? std::fabs(chain.EMF) : chain.EMF);
+            }
+        }
+    }
+    return std::span<const Term>(terms.data(), count);
 }
 
 const std::string& VoltageName(const NodeLabel& node) {
     return node.Alias.empty() ? node.Name : node.Alias;
 }
 
-// The chain's current out of its start node as a term of the equation: the source's
-// current, or "(start-end±emf)/resistance"; joined to the terms before it by " + ", or by
-// " - " in place of the term's own minus sign.
-void AppendChainTerm(std::string& equation, const Workspace& ws, const Branch& chain) {
-    if (chain.SourceCurrent != 0) {
-        char text[32];
-        std::string_view term(
-            text, static_cast<std::size_t>(
-                      WriteShortestText(text, text + sizeof text, chain.SourceCurrent) - text));
-        if (!equation.empty()) {
-            const bool minus = term.front() == '-';
-            equation += minus ? " - " : " + ";
-            term.remove_prefix(minus ? 1 : 0);
-        }
-        equation.append(term);
-        return;
-    }
-    const NodeLabel& start = ws.circuit.NodeLabels[chain.StartNode];
-    const NodeLabel& end = ws.circuit.NodeLabels[chain.EndNode];
-    if (!equation.empty()) {
-        equation += " + ";
-    }
-    equation += '(';
-    equation += VoltageName(start);
-    if (end.Alias.empty()) {
-        equation += '-';
-        equation += end.Name;
-    } else {
-        equation += NegAlias(end.Alias);
-    }
-    if (chain.EMF > 0) {
-        AppendSigned(equation, '+', chain.EMF);
-    } else if (chain.EMF < 0) {
-        AppendSigned(equation, '-', std::fabs(chain.EMF));
-    }
-    equation += ")/";
-    AppendNum(equation, chain.Resistance);
+void AppendNum(std::string& out, float value) {
+    char text[32];
+    out.append(text, WriteShortestText(text, text + sizeof text, value));
 }
 
-std::vector<int> MemberPositions(const Workspace& ws, int position, int superNode) {
-    if (superNode == 0) {
-        return {position};
-    }
-    const auto& nodes = ws.equations.SuperNodes[superNode].Nodes;
-    return std::vector<int>(nodes.begin(), nodes.end());
-}
-
-std::string FirstWritten(const Workspace& ws, int position, int superNode) {
+// Each chain's current out of its start node: the source's current, or
+// "(start-end±emf)/resistance"; joined to the terms before it by " + ", or by " - " in
+// place of the term's own minus sign.
+std::string FirstWritten(std::span<const Term> terms) {
     std::string equation;
-    equation.reserve(128);
-    for (const int member : MemberPositions(ws, position, superNode)) {
-        for (const int b : ChainsLeaving(ws, member, superNode)) {
-            AppendChainTerm(equation, ws, ws.topology.Branches[b]);
+    equation.reserve(8 + 24 * terms.size());
+    for (const Term& term : terms) {
+        if (term.IsSource()) {
+            std::string_view current = term.number.View();
+            if (!equation.empty()) {
+                const bool minus = current.front() == '-';
+                equation += minus ? " - " : " + ";
+                current.remove_prefix(minus ? 1 : 0);
+            }
+            equation.append(current);
+            continue;
         }
+        equation += equation.empty() ? "(" : " + (";
+        equation += VoltageName(*term.start);
+        if (term.end->Alias.empty()) {
+            equation += '-';
+            equation += term.end->Name;
+        } else {
+            AppendNegAlias(equation, term.end->Alias);
+        }
+        const float emf = term.chain->EMF;
+        if (emf > 0 || emf < 0) {
+            equation += emf > 0 ? '+' : '-';
+            equation.append(term.emfSize.View());
+        }
+        equation += ")/";
+        equation.append(term.Resistance());
     }
     equation += " = 0";
     return equation;
 }
 
-std::string Collected(const Workspace& ws, int row, int position, int superNode) {
-    const int n = ws.equations.NumUnknowns;
-    std::vector<std::string> columns(static_cast<std::size_t>(n) + 1);
-    std::string constant;
-    constant.reserve(64);
-    for (const int member : MemberPositions(ws, position, superNode)) {
-        const NodeLabel& start = ws.circuit.NodeLabels[NodeAt(ws, member)];
-        for (const int b : ChainsLeaving(ws, member, superNode)) {
-            const Branch& chain = ws.topology.Branches[b];
-            if (chain.SourceCurrent != 0) {
-                const float i = chain.SourceCurrent;
-                AppendSigned(constant, i < 0 ? '+' : '-', i < 0 ? std::fabs(i) : i);
-                continue;
-            }
-            // "+1/R", whose tail "/R" also divides the constant terms.
-            char conductanceText[40] = "+1/";
-            const std::string_view conductance(
-                conductanceText,
-                static_cast<std::size_t>(WriteShortestText(conductanceText + 3,
-                                                           conductanceText + sizeof conductanceText,
-                                                           chain.Resistance) -
-                                         conductanceText));
-            const std::string_view overR = conductance.substr(2);
-            columns[static_cast<std::size_t>(row)] += conductance;
-            const int endVar = EqnVarWithNode(ws.equations, ws.naming.NodeRank[chain.EndNode]);
-            if (endVar != 0) {
-                columns[static_cast<std::size_t>(endVar)] += conductance;
-            }
-            // A member's own offset sits on the left; moved across it changes sign.
-            if (!start.Alias.empty() && start.AliasOffset != 0) {
-                const float k = start.AliasOffset;
-                AppendSigned(constant, k > 0 ? '-' : '+', k > 0 ? k : std::fabs(k), overR);
-            }
-            const NodeLabel& end = ws.circuit.NodeLabels[chain.EndNode];
-            if (!end.Alias.empty() && end.AliasOffset != 0) {
-                const float k = end.AliasOffset;
-                AppendSigned(constant, k < 0 ? '-' : '+', k < 0 ? std::fabs(k) : k, overR);
-            }
-            if (chain.EMF != 0) {
-                const float e = chain.EMF;
-                AppendSigned(constant, e < 0 ? '+' : '-', e < 0 ? std::fabs(e) : e, overR);
-            }
-        }
-    }
-    std::string left;
-    for (int c = 1; c <= n; ++c) {
-        const std::string& text = columns[static_cast<std::size_t>(c)];
-        if (text.empty()) {
+// "1/R" of each chain that puts the variable in `column` into the equation of `row`,
+// joined by '+'.
+void AppendConductances(std::string& out, std::span<const Term> terms, int row, int column) {
+    bool first = true;
+    for (const Term& term : terms) {
+        if (term.IsSource()) {
             continue;
         }
-        left += c == row ? "+(" : "-(";
-        left.append(text, 1);
-        left += ")*";
-        left += ws.equations.EqnVars[static_cast<std::size_t>(c - 1)].VarName;
+        // A chain counts once for its own node and once more for the variable at its end.
+        const int times = (column == row ? 1 : 0) + (term.endVariable == column ? 1 : 0);
+        for (int k = 0; k < times; ++k) {
+            out.append(term.Conductance().substr(first ? 1 : 0));
+            first = false;
+        }
     }
-    if (!left.empty() && left.front() == '+') {
-        left.erase(0, 1);
-    }
-    if (constant.empty()) {
-        constant = "0";
-    } else if (constant.front() == '+') {
-        constant.erase(0, 1);
-    }
-    left += '=';
-    left += constant;
-    return left;
 }
 
-void LoadRow(const Workspace& ws, AugmentedMatrix& matrix, int row, int position, int superNode) {
-    const int rhs = ws.equations.NumUnknowns + 1;
-    for (const int member : MemberPositions(ws, position, superNode)) {
-        const NodeLabel& start = ws.circuit.NodeLabels[NodeAt(ws, member)];
-        for (const int b : ChainsLeaving(ws, member, superNode)) {
-            const Branch& chain = ws.topology.Branches[b];
-            if (chain.SourceCurrent != 0) {
-                matrix(row, rhs) -= chain.SourceCurrent;
-                continue;
-            }
-            const double r = chain.Resistance;
-            matrix(row, row) += 1 / r;
-            const int endVar = EqnVarWithNode(ws.equations, ws.naming.NodeRank[chain.EndNode]);
-            if (endVar != 0) {
-                matrix(row, endVar) -= 1 / r;
-            }
-            if (!start.Alias.empty()) {
-                matrix(row, rhs) -= start.AliasOffset / r;
-            }
-            const NodeLabel& end = ws.circuit.NodeLabels[chain.EndNode];
-            if (!end.Alias.empty()) {
-                matrix(row, rhs) += end.AliasOffset / r;
-            }
-            matrix(row, rhs) -= chain.EMF / r;
+// The constants moved to the right: the source currents, the offsets of aliased members
+// and the EMFs, each of the last two over its chain's resistance. The first one shows no
+// '+'; with none at all the right side is 0.
+void AppendConstants(std::string& out, std::span<const Term> terms) {
+    bool first = true;
+    const auto sign = [&](char c) {
+        if (!first || c != '+') {
+            out += c;
         }
+        first = false;
+    };
+    for (const Term& term : terms) {
+        const Branch& chain = *term.chain;
+        if (term.IsSource()) {
+            const std::string_view current = term.number.View();
+            sign(chain.SourceCurrent < 0 ? '+' : '-');
+            out.append(chain.SourceCurrent < 0 ? current.substr(1) : current);
+            continue;
+        }
+        // A member's own offset sits on the left; moved across it changes sign.
+        const NodeLabel& start = *term.start;
+        if (!start.Alias.empty() && start.AliasOffset != 0) {
+            const float k = start.AliasOffset;
+            sign(k > 0 ? '-' : '+');
+            AppendNum(out, k > 0 ? k : std::fabs(k));
+            out.append(term.OverR());
+        }
+        const NodeLabel& end = *term.end;
+        if (!end.Alias.empty() && end.AliasOffset != 0) {
+            const float k = end.AliasOffset;
+            sign(k < 0 ? '-' : '+');
+            AppendNum(out, k < 0 ? std::fabs(k) : k);
+            out.append(term.OverR());
+        }
+        if (chain.EMF != 0) {
+            sign(chain.EMF < 0 ? '+' : '-');
+            out.append(term.emfSize.View());
+            out.append(term.OverR());
+        }
+    }
+    if (first) {
+        out += '0';
+    }
+}
+
+// The columns of the unknowns in the equation of `row`, one bit each: its own, and the
+// variable at the end of each of its chains.
+std::uint32_t ColumnsUsed(std::span<const Term> terms, int row, int unknowns) {
+    static_assert(kMaxUnknowns < 32, "one bit per column");
+    const auto bit = [unknowns](int column) {
+        return column >= 1 && column <= std::min(unknowns, kMaxUnknowns) ? 1u << column : 0u;
+    };
+    std::uint32_t columns = 0;
+    for (const Term& term : terms) {
+        if (!term.IsSource()) {
+            columns |= bit(row) | bit(term.endVariable);
+        }
+    }
+    return columns;
+}
+
+// The unknowns on the left, each with the sum of its conductances, "=", the constants.
+std::string Collected(const Workspace& ws, int row, std::span<const Term> terms) {
+    const int n = ws.equations.NumUnknowns;
+    std::string equation;
+    equation.reserve(16 + 16 * static_cast<std::size_t>(n) + 24 * terms.size());
+    const std::uint32_t columns = ColumnsUsed(terms, row, n);
+    for (std::uint32_t pending = columns; pending != 0; pending &= pending - 1) {
+        const int column = std::countr_zero(pending);
+        if (column != row) {
+            equation += "-(";
+        } else {
+            equation += equation.empty() ? "(" : "+(";
+        }
+        AppendConductances(equation, terms, row, column);
+        equation += ")*";
+        equation += ws.equations.EqnVars[static_cast<std::size_t>(column - 1)].VarName;
+    }
+    equation += '=';
+    AppendConstants(equation, terms);
+    return equation;
+}
+
+void LoadRow(const Workspace& ws, AugmentedMatrix& matrix, int row, std::span<const Term> terms) {
+    const int rhs = ws.equations.NumUnknowns + 1;
+    for (const Term& term : terms) {
+        const Branch& chain = *term.chain;
+        if (term.IsSource()) {
+            matrix(row, rhs) -= chain.SourceCurrent;
+            continue;
+        }
+        const double r = chain.Resistance;
+        matrix(row, row) += 1 / r;
+        if (term.endVariable != 0) {
+            matrix(row, term.endVariable) -= 1 / r;
+        }
+        if (!term.start->Alias.empty()) {
+            matrix(row, rhs) -= term.start->AliasOffset / r;
+        }
+        if (!term.end->Alias.empty()) {
+            matrix(row, rhs) += term.end->AliasOffset / r;
+        }
+        matrix(row, rhs) -= chain.EMF / r;
     }
 }
 
 } // namespace
 
-std::string EqnSet1Normal(const Workspace& ws, int position) {
-    return FirstWritten(ws, position, 0);
-}
-
-std::string EqnSet1Super(const Workspace& ws, int superNode) {
-    return FirstWritten(ws, 0, superNode);
-}
-
-std::string EqnSet2Normal(const Workspace& ws, int row, int position) {
-    return Collected(ws, row, position, 0);
-}
-
-std::string EqnSet2Super(const Workspace& ws, int row, int superNode) {
-    return Collected(ws, row, 0, superNode);
-}
-
-void LoadMatrixNormal(const Workspace& ws, AugmentedMatrix& matrix, int row, int position) {
-    LoadRow(ws, matrix, row, position, 0);
-}
-
-void LoadMatrixSuper(const Workspace& ws, AugmentedMatrix& matrix, int row, int superNode) {
-    LoadRow(ws, matrix, row, 0, superNode);
-}
-
-void EqnSet1(Workspace& ws) {
+void WriteNodeEquations(Workspace& ws) {
+    Equations& eq = ws.equations;
     ws.Matrix.cells.fill(0);
-    ws.equations.FirstWritten.clear();
-    for (int row = 1; row <= ws.equations.NumUnknowns; ++row) {
-        const EqnVar& var = ws.equations.EqnVars[static_cast<std::size_t>(row - 1)];
-        if (var.SuperNode > 0) {
-            ws.equations.FirstWritten.push_back(EqnSet1Super(ws, var.SuperNode));
-            LoadMatrixSuper(ws, ws.Matrix, row, var.SuperNode);
-        } else {
-            ws.equations.FirstWritten.push_back(EqnSet1Normal(ws, var.Node));
-            LoadMatrixNormal(ws, ws.Matrix, row, var.Node);
-        }
-    }
-}
-
-void EqnSet2(Workspace& ws) {
-    ws.equations.Collected.clear();
-    for (int row = 1; row <= ws.equations.NumUnknowns; ++row) {
-        const EqnVar& var = ws.equations.EqnVars[static_cast<std::size_t>(row - 1)];
-        ws.equations.Collected.push_back(var.SuperNode > 0 ? EqnSet2Super(ws, row, var.SuperNode)
-                                                           : EqnSet2Normal(ws, row, var.Node));
+    eq.FirstWritten.clear();
+    eq.Collected.clear();
+    const int n = eq.NumUnknowns;
+    eq.FirstWritten.reserve(static_cast<std::size_t>(std::max(n, 0)));
+    eq.Collected.reserve(static_cast<std::size_t>(std::max(n, 0)));
+    const EquationIndex index = IndexEquations(ws);
+    Terms terms;
+    for (int row = 1; row <= n; ++row) {
+        const EqnVar& var = eq.EqnVars[static_cast<std::size_t>(row - 1)];
+        const std::span<const Term> rowTerms = GatherTerms(ws, index, var, terms);
+        eq.FirstWritten.push_back(FirstWritten(rowTerms));
+        LoadRow(ws, ws.Matrix, row, rowTerms);
+        eq.Collected.push_back(Collected(ws, row, rowTerms));
     }
 }
 

@@ -4,26 +4,13 @@
 
 #include "document/workspace.h"
 
-#include <string>
-
 namespace ampora {
 
-// First-written form of an ordinary node, such as "(Va-Vb)/10 + (Va-Vc+2)/5 - 0.5 = 0".
-std::string EqnSet1Normal(const Workspace& ws, int position);
-// The same over every member of a supernode, leaving out the currents inside it.
-std::string EqnSet1Super(const Workspace& ws, int superNode);
-
-// Collected form of equation `row`, such as "(1/10+1/5)*Va-(1/10)*Vb-(1/5)*Vc=-2/5+0.5".
-std::string EqnSet2Normal(const Workspace& ws, int row, int position);
-std::string EqnSet2Super(const Workspace& ws, int row, int superNode);
-
-// Fill row `row` of the matrix with the numbers of the collected equation.
-void LoadMatrixNormal(const Workspace& ws, AugmentedMatrix& matrix, int row, int position);
-void LoadMatrixSuper(const Workspace& ws, AugmentedMatrix& matrix, int row, int superNode);
-
-// Zeroes the whole matrix, then writes every first-written equation and its matrix row.
-void EqnSet1(Workspace& ws);
-// Writes every collected equation.
-void EqnSet2(Workspace& ws);
+// Zeroes the whole matrix, then writes the equation of every variable in its three forms:
+// first written, such as "(Va-Vb)/10 + (Va-Vc+2)/5 - 0.5 = 0"; collected, such as
+// "(1/10+1/5)*Va-(1/10)*Vb-(1/5)*Vc=-2/5+0.5"; and as its row of the matrix. A supernode's
+// equation runs over all its members and leaves out the currents inside it. The three
+// forms come from one reading of each chain, as they list the same terms.
+void WriteNodeEquations(Workspace& ws);
 
 } // namespace ampora

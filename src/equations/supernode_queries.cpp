@@ -85,19 +85,34 @@ void SortAndPack(std::vector<std::int16_t>& list, bool ascending) {
     list.resize(kept);
 }
 
-std::string NegAlias(const std::string& alias) {
+void AppendNegAlias(std::string& out, std::string_view alias) {
+    const auto negateParts = [&](std::size_t sign, char otherSign) {
+        out += '-';
+        out.append(alias.substr(0, sign));
+        out += otherSign;
+        out.append(alias.substr(sign + 1));
+    };
     if (ParseDouble(alias)) {
-        return alias.front() == '-' ? "+" + alias.substr(1) : "-" + alias;
+        out += alias.front() == '-' ? '+' : '-';
+        out.append(alias.substr(alias.front() == '-' ? 1 : 0));
+        return;
     }
     const auto plus = alias.find('+');
     const auto minus = alias.find('-');
-    if (minus != std::string::npos && plus == std::string::npos) {
-        return "-" + alias.substr(0, minus) + "+" + alias.substr(minus + 1);
+    if (minus != std::string_view::npos && plus == std::string_view::npos) {
+        negateParts(minus, '+');
+    } else if (plus != std::string_view::npos && minus == std::string_view::npos) {
+        negateParts(plus, '-');
+    } else {
+        out += '-';
+        out.append(alias);
     }
-    if (plus != std::string::npos && minus == std::string::npos) {
-        return "-" + alias.substr(0, plus) + "-" + alias.substr(plus + 1);
-    }
-    return "-" + alias;
+}
+
+std::string NegAlias(const std::string& alias) {
+    std::string negated;
+    AppendNegAlias(negated, alias);
+    return negated;
 }
 
 int NodeAt(const Workspace& ws, int position) {

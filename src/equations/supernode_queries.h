@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ampora {
@@ -24,6 +25,8 @@ void SortAndPack(std::vector<std::int16_t>& list, bool ascending);
 
 // The alias as it reads after a minus sign: "Va-5" becomes "-Va+5", "5" becomes "-5".
 std::string NegAlias(const std::string& alias);
+// The same written at the end of `out`.
+void AppendNegAlias(std::string& out, std::string_view alias);
 
 // "Vb=Va+5", "Vc=12": the constraint of a member written through its anchor.
 std::string SuperEqnString(const Workspace& ws, int member, int anchor, float offset);

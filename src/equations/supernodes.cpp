@@ -1,12 +1,15 @@
 #include "equations/supernodes.h"
 
 #include "analysis/analysis_failure.h"
+#include "equations/chains_by_start.h"
 #include "equations/supernode_queries.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace ampora {
 
@@ -17,8 +20,9 @@ bool IsBatteryChain(const Branch& chain) {
 }
 
 // The name shared by a chain and its twin traced from the other end ("I3" and "-I3").
-std::string ChainPairName(const Branch& chain) {
-    return chain.CurrentName.front() == '-' ? chain.CurrentName.substr(1) : chain.CurrentName;
+std::string_view ChainPairName(const Branch& chain) {
+    const std::string_view name = chain.CurrentName;
+    return name.substr(name.front() == '-' ? 1 : 0);
 }
 
 // Battery voltages are single-precision; their sums along two paths count as equal when
@@ -28,9 +32,19 @@ bool SameVoltage(double a, double b) {
 }
 
 struct WalkedChain {
-    std::string pairName;
+    std::string_view pairName;
     int from = 0;
     int to = 0;
+};
+
+// A short list that lives on the stack while one group of nodes is walked; it throws
+// rather than grow past its capacity.
+template <typename T, std::size_t Capacity> struct StackList {
+    std::array<T, Capacity> items{};
+    std::size_t count = 0;
+    void Add(const T& item) { items.at(count++) = item; }
+    const T* begin() const { return items.data(); }
+    const T* end() const { return items.data() + count; }
 };
 
 void ClearSuperNodes(Workspace& ws) {
@@ -49,6 +63,7 @@ void ClearSuperNodes(Workspace& ws) {
 void BuildEquationVariables(Workspace& ws) {
     Equations& eq = ws.equations;
     eq.EqnVars.clear();
+    eq.EqnVars.reserve(static_cast<std::size_t>(std::max<int>(ws.circuit.NumNodes, 0)));
     for (int position = 1; position <= ws.circuit.NumNodes; ++position) {
         if (IsReferencePosition(ws, position)) {
             continue;
@@ -65,29 +80,59 @@ void BuildEquationVariables(Workspace& ws) {
     eq.NumUnknowns = static_cast<std::int16_t>(eq.EqnVars.size());
 }
 
+// Records the group as the next supernode and writes every member but the anchor through
+// the anchor's voltage.
+void AddSuperNode(Workspace& ws, std::vector<std::int16_t> members,
+                  std::vector<std::int16_t> chains,
+                  const std::array<double, kMaxNodes + 1>& offset) {
+    Equations& eq = ws.equations;
+    SortAndPack(members, true);
+    SortAndPack(chains, true);
+    const int s = eq.NumSuperNodes + 1;
+    eq.SuperNodes[s] = SuperNode{std::move(members), std::move(chains)};
+    eq.NumSuperNodes = static_cast<std::int16_t>(s);
+    const std::vector<std::int16_t>& nodes = eq.SuperNodes[s].Nodes;
+    const int anchor = nodes.front();
+    for (std::size_t m = 1; m < nodes.size(); ++m) {
+        NodeLabel& node = ws.circuit.NodeLabels[NodeAt(ws, nodes[m])];
+        node.AliasOffset = static_cast<float>(offset.at(static_cast<std::size_t>(nodes[m])) -
+                                              offset.at(static_cast<std::size_t>(anchor)));
+        std::string constraint = SuperEqnString(ws, nodes[m], anchor, node.AliasOffset);
+        node.Alias.assign(constraint, node.Name.size() + 1);
+        eq.Constraints.push_back(BatteryConstraint{nodes[m], std::move(constraint)});
+    }
+}
+
 } // namespace
 
 void GetSuperNodes(Workspace& ws) {
     ClearSuperNodes(ws);
-    Equations& eq = ws.equations;
     const Topology& topology = ws.topology;
+    const ChainsByStart chainsByStart = GroupChainsByStart(topology);
     std::array<bool, kMaxNodes + 1> grouped{};
     std::array<double, kMaxNodes + 1> offset{}; // voltage above the group's first node
+    // The group being walked: its nodes, the battery chains leaving them, and those chains
+    // without their twins.
+    StackList<std::int16_t, kMaxNodes + 1> members;
+    StackList<std::int16_t, kMaxChains> chains;
+    StackList<WalkedChain, kMaxChains> walked;
 
     for (int first = 1; first <= ws.circuit.NumNodes; ++first) {
-        if (grouped[first]) {
+        if (grouped.at(static_cast<std::size_t>(first))) {
             continue;
         }
-        grouped[first] = true;
-        offset[first] = 0;
-        std::vector<std::int16_t> members{static_cast<std::int16_t>(first)};
-        std::vector<std::int16_t> chains;
-        std::vector<WalkedChain> walked;
-        for (std::size_t next = 0; next < members.size(); ++next) {
-            const int from = members[next];
-            for (int b = 1; b <= topology.NumBranches; ++b) {
+        grouped.at(static_cast<std::size_t>(first)) = true;
+        offset.at(static_cast<std::size_t>(first)) = 0;
+        members.count = 0;
+        chains.count = 0;
+        walked.count = 0;
+        members.Add(static_cast<std::int16_t>(first));
+        for (std::size_t next = 0; next < members.count; ++next) {
+            const int from = members.items[next];
+            const int fromSlot = NodeAt(ws, from);
+            for (const int b : ChainsFrom(chainsByStart, fromSlot)) {
                 const Branch& chain = topology.Branches[b];
-                if (!IsBatteryChain(chain) || chain.StartNode != NodeAt(ws, from)) {
+                if (!IsBatteryChain(chain)) {
                     continue;
                 }
                 if (chain.EndNode == chain.StartNode) {
@@ -95,8 +140,8 @@ void GetSuperNodes(Workspace& ws) {
                     throw chain.EMF != 0 ? AnalysisFailure::DifferentParallelVoltages
                                          : AnalysisFailure::CannotSolve;
                 }
-                chains.push_back(static_cast<std::int16_t>(b));
-                const std::string pairName = ChainPairName(chain);
+                chains.Add(static_cast<std::int16_t>(b));
+                const std::string_view pairName = ChainPairName(chain);
                 const auto twin = std::find_if(walked.begin(), walked.end(), [&](const auto& w) {
                     return w.pairName == pairName;
                 });
@@ -104,42 +149,31 @@ void GetSuperNodes(Workspace& ws) {
                     continue; // the same chain seen from its other end
                 }
                 const int to = ws.naming.NodeRank[chain.EndNode];
-                const double reached = offset[from] + chain.EMF;
+                const double reached = offset.at(static_cast<std::size_t>(from)) + chain.EMF;
                 const bool parallel = std::any_of(walked.begin(), walked.end(), [&](const auto& w) {
                     return (w.from == from && w.to == to) || (w.from == to && w.to == from);
                 });
-                walked.push_back(WalkedChain{pairName, from, to});
-                if (!grouped[to]) {
-                    grouped[to] = true;
-                    offset[to] = reached;
-                    members.push_back(static_cast<std::int16_t>(to));
+                walked.Add(WalkedChain{pairName, from, to});
+                if (!grouped.at(static_cast<std::size_t>(to))) {
+                    grouped.at(static_cast<std::size_t>(to)) = true;
+                    offset.at(static_cast<std::size_t>(to)) = reached;
+                    members.Add(static_cast<std::int16_t>(to));
                     continue;
                 }
                 // A second battery path to a member: its current cannot be told apart from
                 // the first one's, or its voltage contradicts it.
-                if (!SameVoltage(offset[to], reached)) {
+                if (!SameVoltage(offset.at(static_cast<std::size_t>(to)), reached)) {
                     throw AnalysisFailure::DifferentParallelVoltages;
                 }
                 throw parallel ? AnalysisFailure::IdenticalParallelBranches
                                : AnalysisFailure::CannotSolve;
             }
         }
-        if (members.size() == 1) {
+        if (members.count == 1) {
             continue;
         }
-        SortAndPack(members, true);
-        SortAndPack(chains, true);
-        const int s = eq.NumSuperNodes + 1;
-        eq.SuperNodes[s] = SuperNode{members, chains};
-        eq.NumSuperNodes = static_cast<std::int16_t>(s);
-        const int anchor = members.front();
-        for (std::size_t m = 1; m < members.size(); ++m) {
-            NodeLabel& node = ws.circuit.NodeLabels[NodeAt(ws, members[m])];
-            node.AliasOffset = static_cast<float>(offset[members[m]] - offset[anchor]);
-            const std::string constraint = SuperEqnString(ws, members[m], anchor, node.AliasOffset);
-            node.Alias = constraint.substr(node.Name.size() + 1);
-            eq.Constraints.push_back(BatteryConstraint{members[m], constraint});
-        }
+        AddSuperNode(ws, std::vector<std::int16_t>(members.begin(), members.end()),
+                     std::vector<std::int16_t>(chains.begin(), chains.end()), offset);
     }
     BuildEquationVariables(ws);
 }

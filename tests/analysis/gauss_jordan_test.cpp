@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <vector>
 
 namespace ampora {
@@ -77,6 +78,24 @@ TEST(GaussJordan, TheThresholdIsAbsoluteAndStrictForPivotsAndForTheCleanUp) {
 TEST(GaussJordan, NegativeZerosAreCleanedToZero) {
     EXPECT_EQ(Solved({{2, -0.0, -0.0}, {-0.0, 4, 8}}), "1 0 | 0\n"
                                                        "0 1 | 2\n");
+}
+
+TEST(GaussJordan, ARowWithAZeroUnderThePivotStillTakesTheInfinitiesOfThePivotRow) {
+    // 0 times infinity is no number: the second row must not come out as solved.
+    AugmentedMatrix matrix = MatrixOf({{1, INFINITY, 1}, {0, 1, 2}});
+    Solve(matrix, 2, 2);
+    EXPECT_EQ(matrix(1, 2), INFINITY);
+    EXPECT_TRUE(std::isnan(matrix(2, 2)));
+    EXPECT_EQ(matrix(2, 3), 2);
+}
+
+TEST(GaussJordan, AnInfiniteMultipleOfAnEarlierPivotColumnIsNoNumberEither) {
+    // The first row keeps its infinity into the second step, whose pivot row holds 0 under
+    // the first pivot: infinity times 0 must reach the first row's own pivot.
+    AugmentedMatrix matrix = MatrixOf({{1, INFINITY, 0}, {1, 1, 3}});
+    Solve(matrix, 2, 2);
+    EXPECT_TRUE(std::isnan(matrix(1, 1)));
+    EXPECT_EQ(matrix(2, 2), 1);
 }
 
 TEST(GaussJordan, OnlyTheGivenRowsAndColumnsChange) {

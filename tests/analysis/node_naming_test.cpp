@@ -96,6 +96,7 @@ TEST(NodeNaming, LocationKeysAreRoundedFourDigitTextSoFiveDigitCoordinatesSortAs
     EXPECT_EQ(LocationKey(80.5f, 239.5f), "02400080"); // ties to even
     EXPECT_EQ(LocationKey(-8, 12345), "12345-0008");
     EXPECT_EQ(LocationKey(-0.25f, 0), "00000000");
+    EXPECT_EQ(LocationKey(9999.4f, 9999.5f), "100009999"); // the first five-digit value
 
     Workspace ws = WithNodes({{80, 9000, "a"}, {80, 10000, "b"}, {80, 80, "c"}});
     test::ScriptedPrompts prompts;
@@ -109,6 +110,11 @@ TEST(NodeNaming, ByNameOrderComparesCharacterCodesAndKeepsTheSlotOrderOfEqualKey
     test::ScriptedPrompts prompts;
     ASSERT_TRUE(CheckNames(ws.circuit, ws.naming, NodeOrdering::ByName, prompts));
     EXPECT_EQ(Order(ws), "order 6 5 4 2 3 1 rank 6 4 5 3 2 1 reference -1");
+
+    // Bytes compare unsigned, so a letter beyond ASCII comes last; a prefix comes first.
+    Workspace wide = WithNodes({{0, 0, "\xc3\xa9"}, {0, 16, "z"}, {0, 32, "V1"}, {0, 48, "V"}});
+    ASSERT_TRUE(CheckNames(wide.circuit, wide.naming, NodeOrdering::ByName, prompts));
+    EXPECT_EQ(Order(wide), "order 4 3 2 1 rank 4 3 2 1 reference 0");
 }
 
 TEST(NodeNaming, TheNameCheckRefusesTwoReferencesBeforeDuplicatesAndKeepsTheLastOrder) {

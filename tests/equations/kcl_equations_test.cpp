@@ -52,8 +52,7 @@ std::string MatrixRows(const Workspace& ws) {
 
 std::string AllEquations(Workspace& ws) {
     GetSuperNodes(ws);
-    EqnSet1(ws);
-    EqnSet2(ws);
+    WriteNodeEquations(ws);
     std::string text;
     for (std::size_t v = 0; v < ws.equations.EqnVars.size(); ++v) {
         text += ws.equations.EqnVars[v].VarName + ": " + ws.equations.FirstWritten[v] + "\n" +
