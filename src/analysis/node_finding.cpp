@@ -1,9 +1,11 @@
 #include "analysis/node_finding.h"
 
+#include "analysis/key_numbering.h"
 #include "analysis/wire_geometry.h"
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <string>
 
@@ -21,71 +23,66 @@ Point EndOf(const Circuit& circuit, int end) {
     return end % 2 == 1 ? FirstEnd(wire) : SecondEnd(wire);
 }
 
-// The wire ends sorted by position, so that each end's company is found at once instead of
+// The wire ends grouped by position, so that each end's company is found at once instead of
 // by comparing it with every other end. End e is the first end of slot (e + 1) / 2 when e
 // is odd, its second end when even.
 class EndsByPosition {
   public:
     explicit EndsByPosition(const Circuit& circuit) : count_(2 * circuit.NumWires) {
+        KeyNumbering<std::uint64_t, std::bit_ceil(std::size_t{4 * kMaxWires})> positions;
         for (int end = 1; end <= count_; ++end) {
             const Point point = EndOf(circuit, end);
             points_[Index(end)] = point;
-            if (!HasNaN(point)) {
-                sorted_[numSorted_++] = Entry{RowKey(point), end};
+            if (HasNaN(point)) {
+                continue;
             }
-        }
-        std::sort(sorted_.begin(), sorted_.begin() + static_cast<std::ptrdiff_t>(numSorted_));
-        for (std::size_t k = 0; k < numSorted_;) {
-            std::size_t next = k + 1;
-            while (next < numSorted_ && sorted_[next].key == sorted_[k].key) {
-                ++next;
+            const int position = positions.Number(RowKey(point));
+            positionOf_[Index(end)] = static_cast<std::uint16_t>(position);
+            Company& company = companies_[Index(position)];
+            if (company.size++ == 0) {
+                company.first = static_cast<std::uint16_t>(end);
+            } else {
+                nextAtPoint_[Index(company.last)] = static_cast<std::uint16_t>(end);
             }
-            for (std::size_t m = k; m < next; ++m) {
-                group_[Index(sorted_[m].end)] = Group{k, next};
-            }
-            k = next;
+            company.last = static_cast<std::uint16_t>(end);
         }
     }
 
     int Count() const { return count_; }
     Point PointOf(int end) const { return points_[Index(end)]; }
 
-    // The ends at the point of `end`, itself included, in end order; none when the point
-    // holds NaN and so equals no point at all.
-    std::size_t Multiplicity(int end) const {
-        const Group& group = group_[Index(end)];
-        return group.last - group.first;
-    }
+    // The ends at the point of `end`, itself included; none when the point holds NaN and
+    // so equals no point at all.
+    int Multiplicity(int end) const { return CompanyOf(end).size; }
     // True for the first end, in end order, of those at its point.
     bool FirstAtItsPoint(int end) const {
-        const Group& group = group_[Index(end)];
-        return group.first < group.last && sorted_[group.first].end == end;
+        const Company& company = CompanyOf(end);
+        return company.size != 0 && company.first == end;
     }
+    // Calls f for each end at the point of `end`, in end order.
     template <typename F> void ForEachAtPointOf(int end, F f) const {
-        const Group& group = group_[Index(end)];
-        for (std::size_t m = group.first; m < group.last; ++m) {
-            f(sorted_[m].end);
+        if (CompanyOf(end).size == 0) {
+            return;
+        }
+        for (int other = CompanyOf(end).first; other != 0; other = nextAtPoint_[Index(other)]) {
+            f(other);
         }
     }
 
   private:
-    struct Entry {
-        std::uint64_t key;
-        int end;
-        friend bool operator<(const Entry& a, const Entry& b) {
-            return a.key < b.key || (a.key == b.key && a.end < b.end);
-        }
+    // The ends at one point: how many, the first and the last, in end order.
+    struct Company {
+        int size = 0;
+        std::uint16_t first = 0, last = 0;
     };
-    struct Group {
-        std::size_t first = 0, last = 0;
-    };
-    static std::size_t Index(int end) { return static_cast<std::size_t>(end - 1); }
+    static std::size_t Index(int number) { return static_cast<std::size_t>(number); }
+    const Company& CompanyOf(int end) const { return companies_[positionOf_[Index(end)]]; }
 
     int count_;
-    std::array<Point, 2 * kMaxWires> points_{};
-    std::array<Entry, 2 * kMaxWires> sorted_{};
-    std::size_t numSorted_ = 0;
-    std::array<Group, 2 * kMaxWires> group_{};
+    std::array<Point, 2 * kMaxWires + 1> points_{};
+    std::array<std::uint16_t, 2 * kMaxWires + 1> positionOf_{}; // 0 for a point with NaN
+    std::array<std::uint16_t, 2 * kMaxWires + 1> nextAtPoint_{};
+    std::array<Company, 2 * kMaxWires + 1> companies_{}; // by position number; 0 is empty
 };
 
 void AddNode(Circuit& circuit, const EndsByPosition& ends, int end) {
@@ -122,7 +119,7 @@ void FindNodesInPlace(Circuit& circuit, Topology& topology) {
 
     const EndsByPosition ends(circuit);
     for (int end = 1; end <= ends.Count(); ++end) {
-        const std::size_t multiplicity = ends.Multiplicity(end);
+        const int multiplicity = ends.Multiplicity(end);
         if (multiplicity == 1) {
             const Point point = ends.PointOf(end);
             const int slot = topology.NumLooseEnds + 1;
