@@ -15,12 +15,11 @@ bool RemoveDuplicateWires(Circuit& circuit);
 // wires, so they are cleared.
 bool CompactWires(Circuit& circuit);
 
-// Splits wires at the points where the end of another wire lies on them (T-junctions and
-// overlapping collinear wires); wires that merely cross stay whole. Throws
+// The whole clean-up: duplicates, compaction, splits, and duplicates again. Wires are
+// split at the points where the end of another wire lies on them (T-junctions and
+// overlapping collinear wires); wires that merely cross stay whole. Each split keeps the
+// low part in its slot and puts the rest in the slot after the last. Throws
 // SlotOutOfRange when a split needs a slot beyond the table's capacity.
-void SplitTouchingWires(Circuit& circuit);
-
-// The whole clean-up: duplicates, compaction, splits, and duplicates again.
 void CleanUpWires(Circuit& circuit);
 
 } // namespace ampora
