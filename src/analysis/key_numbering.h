@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <stdexcept>
+#include <type_traits>
 
 namespace ampora {
 
@@ -15,6 +16,7 @@ namespace ampora {
 // than the number of distinct keys, so that a probe always meets an empty slot. Callers
 // give twice their item count, which keeps the probes short.
 template <typename Key, std::size_t Capacity> class KeyNumbering {
+    static_assert(std::is_unsigned_v<Key> && sizeof(Key) <= sizeof(std::uint64_t));
     static_assert(Capacity >= 2 && std::has_single_bit(Capacity));
 
   public:
@@ -52,11 +54,8 @@ template <typename Key, std::size_t Capacity> class KeyNumbering {
     // top bits, which pick the slot: grid coordinates differ only in a few bits.
     static std::size_t Home(Key key) {
         constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15u;
-        std::uint64_t bits = static_cast<std::uint64_t>(key);
-        if constexpr (sizeof(Key) > sizeof(std::uint64_t)) {
-            bits ^= static_cast<std::uint64_t>(key >> 64) * kSpread;
-        }
-        return static_cast<std::size_t>((bits * kSpread) >> (64 - std::bit_width(Capacity - 1)));
+        return static_cast<std::size_t>((std::uint64_t{key} * kSpread) >>
+                                        (64 - std::bit_width(Capacity - 1)));
     }
 
     std::array<Key, Capacity> keys_; // read only where numbers_ is not 0

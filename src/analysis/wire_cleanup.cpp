@@ -77,17 +77,23 @@ std::uint64_t LineKey(bool horizontal, float level) {
     return std::uint64_t{horizontal} << 32 | OrderedBits(level);
 }
 
-// The wires of the table grouped by the line they lie on, each line's wires sorted by their
-// low ends, so that the wires holding a point strictly inside are found by a binary search
-// and a short walk back. A wire with NaN in its form holds no point and is left out.
+// The live wires of the table grouped by the line they lie on, each line's wires sorted by
+// their low ends: repeated wires then sit side by side, and the wires holding a point
+// strictly inside are found by a binary search and a short walk back. A wire with NaN in
+// its form holds no point and repeats no other, and is left out.
 class WiresByLine {
   public:
     explicit WiresByLine(const Circuit& circuit) : count_(circuit.NumWires) {
         std::array<std::uint16_t, kMaxWires + 1> lineOf{};
         std::array<std::uint16_t, kMaxWires + 2> sizes{};
         for (int slot = 1; slot <= count_; ++slot) {
-            const WireLine line = LineOf(circuit.Wires[slot]);
+            const Wire& wire = circuit.Wires[slot];
+            if (wire.Used == 0) {
+                continue;
+            }
+            const WireLine line = LineOf(wire);
             wires_[Index(slot)] = line;
+            live_[Index(slot)] = true;
             if (!HasNaN(line)) {
                 const int number = numbers_.Number(LineKey(line.Horizontal, line.Level));
                 lineOf[Index(slot)] = static_cast<std::uint16_t>(number);
@@ -115,6 +121,31 @@ class WiresByLine {
         }
     }
 
+    // Frees the slots of the wires that repeat the form of a wire in an earlier slot.
+    // Returns true when any was freed. Repeats share a line and a low end, so each is
+    // looked for only among the few wires with its low end.
+    bool DropRepeats(Circuit& circuit) const {
+        bool dropped = false;
+        for (int number = 1; number <= numbers_.Count(); ++number) {
+            for (auto run = Begin(number); run < End(number);) {
+                auto runEnd = run + 1;
+                while (runEnd < End(number) && runEnd->Low == run->Low) {
+                    ++runEnd;
+                }
+                for (auto a = run; a < runEnd; ++a) {
+                    for (auto b = a + 1; b < runEnd; ++b) {
+                        if (a->High == b->High) {
+                            circuit.Wires[std::max(a->Slot, b->Slot)].Used = 0;
+                            dropped = true;
+                        }
+                    }
+                }
+                run = runEnd;
+            }
+        }
+        return dropped;
+    }
+
     // True when an end of some wire lies strictly inside another. Wires on one line do so
     // exactly when they overlap, which shows in the sorted order; a wire across a line
     // needs a look-up for each of its ends. (A wire whose form holds NaN may still have an
@@ -129,6 +160,9 @@ class WiresByLine {
             }
         }
         for (int slot = 1; slot <= count_; ++slot) {
+            if (!live_[Index(slot)]) {
+                continue;
+            }
             const WireLine& line = wires_[Index(slot)];
             const bool across = !HasNaN(line);
             for (const Point end : {LowEnd(line), HighEnd(line)}) {
@@ -199,6 +233,7 @@ class WiresByLine {
 
     int count_;
     std::array<WireLine, kMaxWires + 1> wires_{};
+    std::array<bool, kMaxWires + 1> live_{};
     KeyNumbering<std::uint64_t, kWireHashSlots> numbers_; // of the lines
     std::array<std::uint16_t, kMaxWires + 2> first_{}; // line n's wires: first_[n] to first_[n+1]
     Members members_{};
@@ -249,8 +284,7 @@ int FirstHolderOfAnEnd(const Circuit& circuit, const WiresByLine& byLine,
 // are pieces of the wires that held it before any split. Needs a compacted table; throws
 // SlotOutOfRange when a split needs a slot beyond the table's capacity, with the splits
 // before it made. Returns true when anything was split.
-bool SplitTouchingWires(Circuit& circuit) {
-    const WiresByLine byLine(circuit);
+bool SplitTouchingWires(Circuit& circuit, const WiresByLine& byLine) {
     if (!byLine.AnyEndInsideAWire()) {
         return false;
     }
@@ -273,39 +307,24 @@ bool SplitTouchingWires(Circuit& circuit) {
     return split;
 }
 
-} // namespace
-
-bool RemoveDuplicateWires(Circuit& circuit) {
+// Frees the slots of wires whose two ends are one point, which nobody can see or click.
+bool RemoveZeroLengthWires(Circuit& circuit) {
     bool removed = false;
-    for (int i = 1; i <= circuit.NumWires; ++i) {
-        Wire& wire = circuit.Wires[i];
+    for (int slot = 1; slot <= circuit.NumWires; ++slot) {
+        Wire& wire = circuit.Wires[slot];
         if (wire.Used != 0 && IsPoint(wire)) {
             wire.Used = 0;
             removed = true;
         }
     }
-    // The first of the wires that share a normal form stays. NaN equals nothing, so a
-    // form holding it repeats no other.
-    __extension__ typedef unsigned __int128 Form;
-    KeyNumbering<Form, kWireHashSlots> forms;
-    for (int slot = 1; slot <= circuit.NumWires; ++slot) {
-        Wire& wire = circuit.Wires[slot];
-        if (wire.Used == 0) {
-            continue;
-        }
-        const WireLine line = LineOf(wire);
-        if (HasNaN(line)) {
-            continue;
-        }
-        const int known = forms.Count();
-        const Form form = Form{LineKey(line.Horizontal, line.Level)} << 64 |
-                          Form{OrderedBits(line.Low)} << 32 | Form{OrderedBits(line.High)};
-        if (forms.Number(form) <= known) {
-            wire.Used = 0;
-            removed = true;
-        }
-    }
     return removed;
+}
+
+} // namespace
+
+bool RemoveDuplicateWires(Circuit& circuit) {
+    const bool removed = RemoveZeroLengthWires(circuit);
+    return WiresByLine(circuit).DropRepeats(circuit) || removed;
 }
 
 bool CompactWires(Circuit& circuit) {
@@ -333,10 +352,16 @@ bool CompactWires(Circuit& circuit) {
 }
 
 void CleanUpWires(Circuit& circuit) {
-    RemoveDuplicateWires(circuit);
-    CompactWires(circuit);
+    // The grouping that finds the repeats also finds the splits, unless moving the wires
+    // to the front renumbers them.
+    RemoveZeroLengthWires(circuit);
+    WiresByLine byLine(circuit);
+    byLine.DropRepeats(circuit);
+    if (CompactWires(circuit)) {
+        byLine = WiresByLine(circuit);
+    }
     // Without a split the table is as the first pass left it, free of repeats.
-    if (SplitTouchingWires(circuit) && RemoveDuplicateWires(circuit)) {
+    if (SplitTouchingWires(circuit, byLine) && RemoveDuplicateWires(circuit)) {
         CompactWires(circuit);
     }
 }
