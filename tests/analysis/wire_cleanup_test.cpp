@@ -40,6 +40,21 @@ TEST(WireCleanup, AWireWithTwoJunctionsIsSplitPieceByPieceFromTheFirstPairAgain)
               "wire 5 160,0 240,0\n");
 }
 
+TEST(WireCleanup, AWireSplitAtTheEndOfALaterWireSplitsOnwardsBeforeThatWireGoesOn) {
+    // Wire 3 splits wire 1 at 40,120, the end it shares with wire 4's middle. Wire 1, now
+    // the first wire with an end inside another, splits wire 4 (into slot 6) before wire 3
+    // gets to split wire 2 (into slot 7). Wire 4's low piece then repeats wire 3 and goes.
+    EXPECT_EQ(CleanedUp(Drawn(
+                  {{0, 120, 80, 120}, {0, 80, 80, 80}, {40, 80, 40, 120}, {40, 80, 40, 160}})),
+              "NumWires 6\n"
+              "wire 1 0,120 40,120\n"
+              "wire 2 0,80 40,80\n"
+              "wire 3 40,80 40,120\n"
+              "wire 4 40,120 80,120\n"
+              "wire 5 40,120 40,160\n"
+              "wire 6 40,80 80,80\n");
+}
+
 TEST(WireCleanup, OverlappingCollinearWiresBecomeThreePiecesWithoutTheDoubledMiddle) {
     EXPECT_EQ(CleanedUp(Drawn({{0, 0, 100, 0}, {50, 0, 150, 0}})), "NumWires 3\n"
                                                                    "wire 1 0,0 50,0\n"
