@@ -4,21 +4,6 @@
 
 namespace ampora {
 
-WireLine LineOf(const Wire& wire) {
-    WireLine line;
-    line.Horizontal = wire.X1 != wire.X2;
-    if (line.Horizontal) {
-        line.Level = wire.Y1;
-        line.Low = std::min(wire.X1, wire.X2);
-        line.High = std::max(wire.X1, wire.X2);
-    } else {
-        line.Level = wire.X1;
-        line.Low = std::min(wire.Y1, wire.Y2);
-        line.High = std::max(wire.Y1, wire.Y2);
-    }
-    return line;
-}
-
 void SetWireFromLine(Wire& wire, bool horizontal, float level, float low, float high) {
     if (horizontal) {
         wire.X1 = low;

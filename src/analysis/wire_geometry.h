@@ -4,6 +4,7 @@
 
 #include "document/circuit.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -24,7 +25,12 @@ struct WireLine {
     friend bool operator==(const WireLine&, const WireLine&) = default;
 };
 
-WireLine LineOf(const Wire& wire);
+inline WireLine LineOf(const Wire& wire) {
+    if (wire.X1 != wire.X2) {
+        return WireLine{true, wire.Y1, std::min(wire.X1, wire.X2), std::max(wire.X1, wire.X2)};
+    }
+    return WireLine{false, wire.X1, std::min(wire.Y1, wire.Y2), std::max(wire.Y1, wire.Y2)};
+}
 
 // Writes the wire back from its normal form, the lower coordinate first.
 void SetWireFromLine(Wire& wire, bool horizontal, float level, float low, float high);
