@@ -36,7 +36,7 @@ class EndsByPosition {
             if (HasNaN(point)) {
                 continue;
             }
-            const int position = positions.Number(RowKey(point));
+            const int position = positions.Number(PositionKey(point));
             positionOf_[Index(end)] = static_cast<std::uint16_t>(position);
             Company& company = companies_[Index(position)];
             if (company.size++ == 0) {

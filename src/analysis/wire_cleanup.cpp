@@ -13,7 +13,7 @@ namespace ampora {
 
 namespace {
 
-// Hash slots for numbering the wires' lines or forms: a power of two, twice the wires.
+// Hash slots for numbering the wires' lines: a power of two, twice the wires.
 constexpr std::size_t kWireHashSlots = std::bit_ceil(std::size_t{2 * kMaxWires});
 
 bool IsPoint(const Wire& wire) {
@@ -74,7 +74,7 @@ int SplitWire(Circuit& circuit, int slot, float at) {
 
 // The line a wire lies on (its direction and level) as one number.
 std::uint64_t LineKey(bool horizontal, float level) {
-    return std::uint64_t{horizontal} << 32 | OrderedBits(level);
+    return std::uint64_t{horizontal} << 32 | EqualityBits(level);
 }
 
 // The live wires of the table grouped by the line they lie on, each line's wires sorted by

@@ -49,6 +49,18 @@ inline std::uint32_t OrderedBits(float value) {
     return (bits & 0x80000000u) != 0 ? ~bits : bits | 0x80000000u;
 }
 
+// A coordinate's bits with minus zero made zero (adding zero does that and changes nothing
+// else): equal exactly when the floats are, for keys that are hashed rather than sorted.
+// Not for NaN.
+inline std::uint32_t EqualityBits(float value) {
+    return std::bit_cast<std::uint32_t>(value + 0.0f);
+}
+
+// A point as one number, equal exactly when the points are; not for NaN.
+inline std::uint64_t PositionKey(Point point) {
+    return std::uint64_t{EqualityBits(point.Y)} << 32 | EqualityBits(point.X);
+}
+
 inline bool HasNaN(Point point) {
     return std::isnan(point.X) || std::isnan(point.Y);
 }
