@@ -61,9 +61,6 @@ class EndsByPosition {
     }
     // Calls f for each end at the point of `end`, in end order.
     template <typename F> void ForEachAtPointOf(int end, F f) const {
-        if (CompanyOf(end).size == 0) {
-            return;
-        }
         for (int other = CompanyOf(end).first; other != 0; other = nextAtPoint_[Index(other)]) {
             f(other);
         }

@@ -23,6 +23,14 @@ TEST(WireCleanup, AWireEndingOnTheMiddleOfAnotherSplitsItIntoTwo) {
                                                                    "wire 3 80,0 160,0\n");
 }
 
+TEST(WireCleanup, ASplitPointTakesTheCoordinateOfTheWireEndingThereMinusZeroIncluded) {
+    // Both halves of wire 1 end where wire 2 does, written as wire 2 writes it.
+    EXPECT_EQ(CleanedUp(Drawn({{-80, 0, 80, 0}, {-0.0f, 0, -0.0f, 80}})), "NumWires 3\n"
+                                                                          "wire 1 -80,0 -0,0\n"
+                                                                          "wire 2 -0,0 -0,80\n"
+                                                                          "wire 3 -0,0 80,0\n");
+}
+
 TEST(WireCleanup, WiresThatMerelyCrossStayWhole) {
     EXPECT_EQ(CleanedUp(Drawn({{0, 80, 160, 80}, {80, 0, 80, 160}})), "NumWires 2\n"
                                                                       "wire 1 0,80 160,80\n"
