@@ -76,10 +76,11 @@ void CleanUpByRule(Circuit& c) {
                     while (added <= c.NumWires && c.Wires[added].Used != 0) {
                         ++added;
                     }
+                    Wire& piece = c.Wires[added]; // past the table: throws, nothing changed
                     c.NumWires = static_cast<std::int16_t>(std::max<int>(c.NumWires, added));
-                    c.Wires[added].Used = kTrue;
+                    piece.Used = kTrue;
                     SetWireFromLine(c.Wires[j], line.Horizontal, line.Level, line.Low, at);
-                    SetWireFromLine(c.Wires[added], line.Horizontal, line.Level, at, line.High);
+                    SetWireFromLine(piece, line.Horizontal, line.Level, at, line.High);
                     split = true;
                 }
             }
@@ -90,10 +91,10 @@ void CleanUpByRule(Circuit& c) {
 }
 
 // Wires on a small grid, so that they meet, overlap and repeat often.
-Circuit Scribble(std::mt19937& random, bool oddValues) {
+Circuit Scribble(std::mt19937& random, bool oddValues, int maxWires = 30) {
     std::uniform_int_distribution<int> grid(0, 5), length(0, 3), kind(1, 10), pick(0, 99);
     Circuit c;
-    const int wires = 3 + pick(random) % 28;
+    const int wires = 3 + pick(random) % (maxWires - 2);
     for (int k = 0; k < wires; ++k) {
         float x = 40.0f * static_cast<float>(grid(random));
         float y = 40.0f * static_cast<float>(grid(random));
@@ -113,7 +114,7 @@ Circuit Scribble(std::mt19937& random, bool oddValues) {
         c.NumWires = static_cast<std::int16_t>(k + 1);
         c.Wires[k + 1] = w;
     }
-    const int devices = pick(random) % (wires + 1);
+    const int devices = pick(random) % (std::min(wires, kMaxElements) + 1);
     for (int k = 1; k <= devices; ++k) {
         const Wire& w = c.Wires[1 + pick(random) % wires];
         Element e;
@@ -138,6 +139,30 @@ TEST(PairwiseRules, TheCleanUpMatchesThePairwiseRuleOnRandomScribbles) {
         CleanUpByRule(slow);
         ASSERT_EQ(test::DumpCircuit(fast), test::DumpCircuit(slow)) << "round " << round;
     }
+}
+
+TEST(PairwiseRules, ASplitPastTheFullTableKeepsTheSplitsTheRuleMadeBeforeIt) {
+    std::mt19937 random(31);
+    int overflowed = 0;
+    for (int round = 0; round < 200; ++round) {
+        const Circuit drawn = Scribble(random, round % 2 == 1, kMaxWires);
+        Circuit fast = drawn, slow = drawn;
+        bool fastFull = false, slowFull = false;
+        try {
+            CleanUpWires(fast);
+        } catch (const SlotOutOfRange&) {
+            fastFull = true;
+        }
+        try {
+            CleanUpByRule(slow);
+        } catch (const SlotOutOfRange&) {
+            slowFull = true;
+        }
+        ASSERT_EQ(fastFull, slowFull) << "round " << round;
+        ASSERT_EQ(test::DumpCircuit(fast), test::DumpCircuit(slow)) << "round " << round;
+        overflowed += fastFull ? 1 : 0;
+    }
+    EXPECT_GT(overflowed, 20);
 }
 
 // Nodes by counting every end against every other; then chains and their sums, whose
