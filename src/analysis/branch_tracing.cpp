@@ -1,6 +1,7 @@
 #include "analysis/branch_tracing.h"
 
 #include "analysis/chain_path.h"
+#include "analysis/key_numbering.h"
 #include "analysis/wire_geometry.h"
 
 #include <algorithm>
@@ -67,7 +68,7 @@ int EndNumber(int slot, int which) {
 }
 
 // The walk's two questions, which node lies at a point and which wire goes on from it,
-// answered from the wire ends and the nodes sorted by position. A walk mostly stands on a
+// answered from the wire ends and the nodes grouped by position. A walk mostly stands on a
 // wire end, so both answers are worked out once for every end. Wires do not move while
 // chains are traced (only their Used marks change, which the questions ignore). Tables
 // whose counts run past their capacity get the plain scans, which report that.
@@ -85,23 +86,35 @@ class Junctions {
         if (!indexed_) {
             return;
         }
+        // In end order, so that the ends at each point are listed by slot, first end first.
         for (int slot = 1; slot <= circuit.NumWires; ++slot) {
-            const Wire& wire = circuit.Wires[slot];
             for (const int which : {0, 1}) {
-                const Point end = which == 0 ? FirstEnd(wire) : SecondEnd(wire);
-                if (!HasNaN(end)) {
-                    ends_[numEnds_++] = Entry{RowKey(end), EndNumber(slot, which)};
+                const int end = EndNumber(slot, which);
+                const Point point = EndPoint(end);
+                if (HasNaN(point)) {
+                    continue; // NaN equals nothing: such an end has no company
                 }
+                const int position = positions_.Number(PositionKey(point));
+                positionOf_[Index(end)] = static_cast<std::uint16_t>(position);
+                Company& company = companies_[Index(position)];
+                if (company.first == kNone) {
+                    company.first = static_cast<std::int16_t>(end);
+                } else {
+                    nextAtPoint_[Index(company.last)] = static_cast<std::int16_t>(end);
+                }
+                company.last = static_cast<std::int16_t>(end);
+                nextAtPoint_[Index(end)] = kNone;
             }
         }
-        std::sort(ends_.begin(), ends_.begin() + static_cast<std::ptrdiff_t>(numEnds_));
         for (int slot = 1; slot <= circuit.NumNodes; ++slot) {
             const Point at{circuit.NodeLabels[slot].X, circuit.NodeLabels[slot].Y};
             if (!HasNaN(at)) {
-                nodes_[numNodes_++] = Entry{RowKey(at), slot};
+                Company& company = companies_[Index(positions_.Number(PositionKey(at)))];
+                if (company.node == 0) {
+                    company.node = static_cast<std::int16_t>(slot); // the lowest slot there
+                }
             }
         }
-        std::sort(nodes_.begin(), nodes_.begin() + static_cast<std::ptrdiff_t>(numNodes_));
         AnswerAtEveryEnd();
     }
 
@@ -110,8 +123,8 @@ class Junctions {
         if (!indexed_) {
             return NodeAtByScan(circuit_, point);
         }
-        const Entry* node = First(nodes_, numNodes_, point);
-        return node == nullptr ? 0 : node->id;
+        const Company* company = CompanyAt(point);
+        return company == nullptr ? 0 : company->node;
     }
 
     // The same for a walk standing on end `which` of the wire in `slot` (-1: on none).
@@ -119,7 +132,7 @@ class Junctions {
         if (!indexed_ || which < 0) {
             return NodeAt(point);
         }
-        return atEnd_.at(static_cast<std::size_t>(EndNumber(slot, which))).node;
+        return atEnd_.at(Index(EndNumber(slot, which))).node;
     }
 
     // The first wire other than the one in `slot` with an end at the point, for a walk
@@ -130,26 +143,24 @@ class Junctions {
                 indexed_ ? NextWireFromIndex(point, slot) : NextWireByScan(circuit_, point, slot);
             return next == 0 ? WireEnd{} : WireEnd{next, EndAt(circuit_.Wires[next], point)};
         }
-        return atEnd_.at(static_cast<std::size_t>(EndNumber(slot, which))).next;
+        return atEnd_.at(Index(EndNumber(slot, which))).next;
     }
 
     // The wire end whose path text end `which` of the wire in `slot` shares: the first end at
     // the same point with the same coordinates to the bit (0 and -0 read differently).
     int TextOf(int slot, int which) const {
         const int own = EndNumber(slot, which);
-        return indexed_ ? atEnd_.at(static_cast<std::size_t>(own)).textOf : own;
+        return indexed_ ? atEnd_.at(Index(own)).textOf : own;
     }
 
   private:
-    struct Entry {
-        std::uint64_t key;
-        // A wire end's EndNumber (so ends sort by slot, the first end first), or a node slot.
-        int id;
-        friend bool operator<(const Entry& a, const Entry& b) {
-            return a.key < b.key || (a.key == b.key && a.id < b.id);
-        }
-        int Slot() const { return id / 2 + 1; }
-        int Which() const { return id % 2; }
+    static constexpr std::int16_t kNone = -1;
+    static constexpr std::size_t kPositions = 2 * kMaxWires + kMaxNodes;
+
+    // The ends at one point, as a list through nextAtPoint_ in end order, and its node.
+    struct Company {
+        std::int16_t first = kNone, last = kNone;
+        std::int16_t node = 0;
     };
 
     // What a walk standing on one wire end needs to know.
@@ -159,82 +170,70 @@ class Junctions {
         int textOf = 0;
     };
 
-    // Each run of ends at one point gets the node there, and each end in it the first other
-    // wire of the run, arriving at that wire's first end in the run (its first end when
-    // both lie there, as EndAt decides).
-    void AnswerAtEveryEnd() {
-        std::size_t node = 0;
-        for (std::size_t run = 0; run < numEnds_;) {
-            const std::uint64_t key = ends_[run].key;
-            std::size_t runEnd = run;
-            while (runEnd < numEnds_ && ends_[runEnd].key == key) {
-                ++runEnd;
-            }
-            while (node < numNodes_ && nodes_[node].key < key) {
-                ++node;
-            }
-            const int nodeHere = node < numNodes_ && nodes_[node].key == key ? nodes_[node].id : 0;
-            for (std::size_t k = run; k < runEnd; ++k) {
-                Answers& answers = atEnd_.at(static_cast<std::size_t>(ends_[k].id));
-                answers.node = nodeHere;
-                answers.textOf = ends_[k].id;
-                for (std::size_t other = run; other < k; ++other) {
-                    if (SameBits(ends_[other].id, ends_[k].id)) {
-                        answers.textOf = ends_[other].id;
-                        break;
-                    }
-                }
-                for (std::size_t other = run; other < runEnd; ++other) {
-                    if (ends_[other].Slot() != ends_[k].Slot()) {
-                        answers.next = WireEnd{ends_[other].Slot(), ends_[other].Which()};
-                        break;
-                    }
-                }
-            }
-            run = runEnd;
-        }
-    }
+    static std::size_t Index(int number) { return static_cast<std::size_t>(number); }
+    static int Slot(int end) { return end / 2 + 1; }
 
-    bool SameBits(int end, int other) const {
-        return ampora::SameBits(EndPoint(end), EndPoint(other));
-    }
     Point EndPoint(int end) const {
-        const Wire& wire = circuit_.Wires[end / 2 + 1];
+        const Wire& wire = circuit_.Wires[Slot(end)];
         return end % 2 == 0 ? FirstEnd(wire) : SecondEnd(wire);
     }
 
+    const Company* CompanyAt(Point point) const {
+        if (HasNaN(point)) {
+            return nullptr;
+        }
+        const int position = positions_.Find(PositionKey(point));
+        return position == 0 ? nullptr : &companies_[Index(position)];
+    }
+
+    // Each end gets the node at its point, the first other wire there, arriving at that
+    // wire's first end there (its first end when both lie there, as EndAt decides), and the
+    // end whose text it shares.
+    void AnswerAtEveryEnd() {
+        for (int end = 0; end < 2 * circuit_.NumWires; ++end) {
+            const std::uint16_t position = positionOf_[Index(end)];
+            if (position == 0) {
+                continue;
+            }
+            const Company& company = companies_[Index(position)];
+            Answers& answers = atEnd_[Index(end)];
+            answers.node = company.node;
+            answers.textOf = end;
+            bool textFound = false;
+            for (int other = company.first; other != kNone; other = nextAtPoint_[Index(other)]) {
+                if (answers.next.slot == 0 && Slot(other) != Slot(end)) {
+                    answers.next = WireEnd{Slot(other), other % 2};
+                }
+                if (!textFound && SameBits(EndPoint(other), EndPoint(end))) {
+                    answers.textOf = other;
+                    textFound = true;
+                }
+                if (answers.next.slot != 0 && textFound) {
+                    break;
+                }
+            }
+        }
+    }
+
     int NextWireFromIndex(Point point, int current) const {
-        const Entry* end = First(ends_, numEnds_, point);
-        if (end == nullptr) {
+        const Company* company = CompanyAt(point);
+        if (company == nullptr) {
             return 0;
         }
-        const Entry* last = ends_.data() + numEnds_;
-        for (; end != last && end->key == RowKey(point); ++end) {
-            if (end->Slot() != current) {
-                return end->Slot();
+        for (int end = company->first; end != kNone; end = nextAtPoint_[Index(end)]) {
+            if (Slot(end) != current) {
+                return Slot(end);
             }
         }
         return 0;
     }
 
-    // The entry with the lowest slot at the point, or nullptr.
-    template <std::size_t N>
-    static const Entry* First(const std::array<Entry, N>& sorted, std::size_t count, Point point) {
-        if (HasNaN(point)) {
-            return nullptr; // NaN equals nothing
-        }
-        const std::uint64_t key = RowKey(point);
-        const auto last = sorted.begin() + static_cast<std::ptrdiff_t>(count);
-        const auto it = std::lower_bound(sorted.begin(), last, Entry{key, 0});
-        return it != last && it->key == key ? &*it : nullptr;
-    }
-
     const Circuit& circuit_;
     bool indexed_;
-    std::array<Entry, 2 * kMaxWires> ends_{};
-    std::size_t numEnds_ = 0;
-    std::array<Entry, kMaxNodes> nodes_{};
-    std::size_t numNodes_ = 0;
+    KeyNumbering<std::uint64_t, std::bit_ceil(2 * kPositions)> positions_;
+    std::array<std::uint16_t, 2 * kMaxWires> positionOf_{}; // 0: a point with NaN
+    std::array<std::int16_t, 2 * kMaxWires> nextAtPoint_;   // set as each end joins a list
+    std::array<Company, kPositions + 1> companies_{};       // by position number
     std::array<Answers, 2 * kMaxWires> atEnd_{};
 };
 
