@@ -9,8 +9,8 @@
 
 namespace ampora::ui {
 
-QImage CircuitPaint(const Workspace& ws, qreal scale) {
-    const DiagramLabels labels = LayOutView(ws, ws.ViewMode, ws.preferences.SigFigs);
+void DiagramExtents(const Workspace& ws, const DiagramLabels& labels, float& top, float& bottom,
+                    float& left, float& right) {
     std::vector<LabelBox> boxes;
     for (const auto* placed : {&labels.Values, &labels.Nodes}) {
         for (const PlacedLabel& label : *placed) {
@@ -19,8 +19,13 @@ QImage CircuitPaint(const Workspace& ws, qreal scale) {
             }
         }
     }
-    float top = 0, bottom = 0, left = 0, right = 0;
     GetCircuitExtents(ws.circuit, boxes, top, bottom, left, right);
+}
+
+QImage CircuitPaint(const Workspace& ws, qreal scale) {
+    const DiagramLabels labels = LayOutView(ws, ws.ViewMode, ws.preferences.SigFigs);
+    float top = 0, bottom = 0, left = 0, right = 0;
+    DiagramExtents(ws, labels, top, bottom, left, right);
     const qreal width = right - left + 2;
     const qreal height = bottom - top + 2;
     if (width <= 0 || height <= 0) {

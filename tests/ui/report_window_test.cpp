@@ -193,16 +193,8 @@ class ReportWindowTest : public QObject {
         QVERIFY(ws);
         // The labels as the window lays them out, for the view the workspace is in.
         const DiagramLabels labels = ui::LayOutView(*ws, ws->ViewMode, 3);
-        std::vector<LabelBox> boxes;
-        for (const auto* placed : {&labels.Values, &labels.Nodes}) {
-            for (const PlacedLabel& label : *placed) {
-                if (!label.Text.empty()) {
-                    boxes.push_back(label.Box);
-                }
-            }
-        }
         float top = 0, bottom = 0, left = 0, right = 0;
-        GetCircuitExtents(ws->circuit, boxes, top, bottom, left, right);
+        ui::DiagramExtents(*ws, labels, top, bottom, left, right);
         // The wires of the example reach from 80 to 560 across: the margin is 6 beyond the
         // leftmost wire or label.
         QVERIFY(left <= 80 - 6);
