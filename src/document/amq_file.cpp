@@ -1,5 +1,7 @@
 #include "document/amq_file.h"
 
+#include "document/safe_file_write.h"
+
 #include "document/circuit_edit.h"
 #include "document/number_text.h"
 
@@ -457,31 +459,9 @@ ReadResult LoadFromIniFile(Circuit& circuit, const std::string& path) {
 }
 
 SaveResult SaveToIniFile(const Circuit& circuit, const std::string& path) {
-    namespace fs = std::filesystem;
-    const std::string text = CircuitFileText(circuit);
-    std::random_device random;
-    const fs::path target(path);
-    const fs::path temporary = target.parent_path() / ("." + target.filename().string() +
-                                                       ".saving-" + std::to_string(random()));
-    {
-        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-        if (!out) {
-            return SaveResult{false, "The folder cannot be written to."};
-        }
-        out.write(text.data(), static_cast<std::streamsize>(text.size()));
-        out.close();
-        if (!out) {
-            std::error_code ignored;
-            fs::remove(temporary, ignored);
-            return SaveResult{false, "The file could not be written completely."};
-        }
-    }
-    std::error_code error;
-    fs::rename(temporary, target, error);
-    if (error) {
-        std::error_code ignored;
-        fs::remove(temporary, ignored);
-        return SaveResult{false, "The file could not be replaced: " + error.message() + "."};
+    const FileWriteResult written = WriteFileSafely(path, CircuitFileText(circuit));
+    if (!written.written) {
+        return SaveResult{false, written.reason + "."};
     }
     return SaveResult{};
 }

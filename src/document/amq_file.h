@@ -28,8 +28,8 @@ std::string CircuitFileText(const Circuit& circuit);
 ReadResult ReadCircuitText(Circuit& circuit, std::string_view text);
 ReadResult LoadFromIniFile(Circuit& circuit, const std::string& path);
 
-// Writes a temporary file beside `path` and renames it over the old one, so that a save
-// that dies half-way never destroys the previous file.
+// Writes the file safely (see WriteFileSafely): a save that fails or dies half-way never
+// destroys the previous file.
 SaveResult SaveToIniFile(const Circuit& circuit, const std::string& path);
 
 // True when the circuit differs from what `currentFileName` holds. An empty drawing never

@@ -217,7 +217,7 @@ TEST(SaveToIniFile, AFolderThatCannotBeWrittenGivesAReasonAndLeavesNoFile) {
     AddWire(circuit, 0, 0, 80, 0);
     const SaveResult result = SaveToIniFile(circuit, "/nonexistent/folder/c.amq");
     EXPECT_FALSE(result.saved);
-    EXPECT_EQ(result.reason, "The folder cannot be written to.");
+    EXPECT_EQ(result.reason, "No such file or directory.");
 }
 
 TEST(SaveToIniFile, ReplacesTheOldFileAndLeavesNoTemporaryBehind) {

@@ -144,7 +144,7 @@ TEST(DocumentCommands, SaveAsIntoAFolderThatCannotBeWrittenKeepsTheName) {
     ASSERT_EQ(s.prompts.messages.size(), 1u);
     EXPECT_EQ(s.prompts.messages[0], "(!) The circuit could not be saved as " +
                                          s.PathOf("no such folder/x.amq") +
-                                         ". The folder cannot be written to.");
+                                         ". No such file or directory.");
     EXPECT_EQ(s.workspace.CurrentFileName, s.PathOf("kept.amq"));
     EXPECT_EQ(CountLiveWires(s.workspace.circuit), 1);
     EXPECT_EQ(s.store.Dump(), "");

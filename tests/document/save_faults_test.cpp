@@ -104,9 +104,9 @@ TEST(SaveFaults, SaveAsIntoAReadOnlyFolderSaysSoAndKeepsTheCircuitAndItsName) {
     const std::string before = CircuitFileText(workspace.circuit);
 
     EXPECT_FALSE(FileSaveAs(context));
-    EXPECT_EQ(prompts.messages,
-              std::vector<std::string>{"(!) The circuit could not be saved as " + target +
-                                       ". The folder cannot be written to."});
+    EXPECT_EQ(prompts.messages, std::vector<std::string>{
+                                    "(!) The circuit could not be saved as " + target + ". " +
+                                    (root ? "No such file or directory." : "Permission denied.")});
     EXPECT_EQ(workspace.CurrentFileName, (dir / "named.amq").string());
     EXPECT_EQ(CircuitFileText(workspace.circuit), before);
     EXPECT_EQ(store.Dump(), "");

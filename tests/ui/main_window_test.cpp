@@ -369,7 +369,7 @@ class MainWindowTest : public QObject {
         s.answers.Press(QMessageBox::Ok);
         s.Action("mnuFileSaveAs")->trigger();
         QCOMPARE(s.answers.seen, QStringList{"Ampora: The circuit could not be saved as " + target +
-                                             ". The folder cannot be written to."});
+                                             ". No such file or directory."});
         QCOMPARE(s.window->windowTitle(), QStringLiteral("DC Ampora - [untitled]"));
         QCOMPARE(s.Dump(), QStringLiteral("1\r\n80,80,240,80\r\n0\r\n0\r\n"));
         QVERIFY(!QFile::exists(target));

@@ -1,0 +1,93 @@
+// What a safe write keeps: the old file on failure, a link as a link, the file's permissions,
+// and a file in a folder that takes no new files.
+
+#include "document/safe_file_write.h"
+#include "support/test_files.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace ampora {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The names in a folder, so a test sees that no temporary file was left behind.
+std::vector<std::string> Names(const fs::path& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder)) {
+        names.push_back(entry.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+TEST(WriteFileSafely, WritesThroughALinkAndKeepsTheLinkAndThePermissions) {
+    const test::TempDir dir;
+    test::WriteBytes(dir / "real.amq", "old");
+    fs::permissions(dir / "real.amq",
+                    fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+    fs::create_symlink("real.amq", dir / "link.amq");
+
+    const FileWriteResult result = WriteFileSafely((dir / "link.amq").string(), "new");
+
+    EXPECT_TRUE(result.written) << result.reason;
+    EXPECT_TRUE(fs::is_symlink(dir / "link.amq"));
+    EXPECT_EQ(test::ReadBytes(dir / "real.amq"), "new");
+    EXPECT_EQ(fs::status(dir / "real.amq").permissions(),
+              fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+    EXPECT_EQ(Names(dir.Path()), (std::vector<std::string>{"link.amq", "real.amq"}));
+}
+
+TEST(WriteFileSafely, AFolderAsTargetOrAMissingFolderSaysWhyAndLeavesNothing) {
+    const test::TempDir dir;
+    fs::create_directory(dir / "folder");
+    EXPECT_EQ(WriteFileSafely((dir / "folder").string(), "x").reason, "Is a directory");
+    EXPECT_EQ(WriteFileSafely((dir / "none" / "x.amq").string(), "x").reason,
+              "No such file or directory");
+    EXPECT_EQ(Names(dir.Path()), std::vector<std::string>{"folder"});
+}
+
+TEST(WriteFileSafely, AWritableFileInAFolderThatTakesNoNewFilesIsRewrittenInPlace) {
+    const test::TempDir dir;
+    fs::create_directory(dir / "locked");
+    const fs::path file = dir / "locked" / "c.amq";
+    test::WriteBytes(file, "old text");
+    // Folder permissions do not stop root, so root writes as nobody in a child process.
+    const uid_t nobody = 65534;
+    const bool root = geteuid() == 0;
+    if (root) {
+        for (const fs::path& path : {dir.Path(), dir / "locked", file}) {
+            ASSERT_EQ(chown(path.c_str(), nobody, nobody), 0);
+        }
+    }
+    fs::permissions(dir / "locked", fs::perms::owner_read | fs::perms::owner_exec);
+
+    const pid_t child = fork();
+    ASSERT_NE(child, -1);
+    if (child == 0) {
+        if (root && (setgid(nobody) != 0 || setuid(nobody) != 0)) {
+            _exit(3);
+        }
+        const FileWriteResult result = WriteFileSafely(file.string(), "new");
+        _exit(result.written ? 0 : 1);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    fs::permissions(dir / "locked", fs::perms::owner_all);
+
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
+    EXPECT_EQ(test::ReadBytes(file), "new");
+    EXPECT_EQ(Names(dir / "locked"), std::vector<std::string>{"c.amq"});
+}
+
+} // namespace
+} // namespace ampora
