@@ -1,4 +1,5 @@
 #include "cli/cli.h"
+#include "cli/cli_arguments.h"
 #include "cli/json_writer.h"
 #include "document/amq_file.h"
 
@@ -58,11 +59,11 @@ void WriteCircuit(JsonWriter& json, const Circuit& circuit) {
 } // namespace
 
 int RunCheck(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    if (args.size() != 1) {
-        err << "usage: ampora-cli check FILE.amq\n";
-        return kExitUsage;
+    const ParsedArguments parsed = ParseArguments(args, Command::Check);
+    if (!parsed.Valid()) {
+        return ReportArgumentError(err, parsed.error, Command::Check);
     }
-    const std::string& path = args.front();
+    const std::string& path = parsed.options.path;
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error)) {
         err << "ampora-cli: " << path << ": no such file\n";

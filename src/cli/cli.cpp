@@ -1,21 +1,13 @@
 #include "cli/cli.h"
 
+#include "cli/cli_arguments.h"
+
 namespace ampora::cli {
-
-namespace {
-
-constexpr const char* kUsage =
-    "usage: ampora-cli check FILE.amq\n"
-    "       ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] FILE.amq\n"
-    "       ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] [--font 1..4] FILE.amq\n"
-    "                         -o OUT.(html|rtf|pdf)\n";
-
-} // namespace
 
 int RunCli(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
            ReportRenderer* renderer) {
     if (args.empty()) {
-        err << kUsage;
+        err << "ampora-cli: no command given\n" << Usage();
         return kExitUsage;
     }
     const std::string& command = args.front();
@@ -29,7 +21,9 @@ int RunCli(const std::vector<std::string>& args, std::ostream& out, std::ostream
     if (command == "report") {
         return RunReport(rest, out, err, renderer);
     }
-    err << "ampora-cli: unknown command \"" << command << "\"\n" << kUsage;
+    err << "ampora-cli: " << command << ": no such command; the commands are check, solve and "
+        << "report\n"
+        << Usage();
     return kExitUsage;
 }
 

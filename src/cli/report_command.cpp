@@ -11,10 +11,6 @@ namespace ampora::cli {
 
 namespace {
 
-constexpr const char* kReportUsage =
-    "usage: ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] [--font 1..4] FILE.amq\n"
-    "                         -o OUT.(html|rtf|pdf)\n";
-
 bool WriteFile(const std::string& path, const std::string& bytes) {
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
@@ -26,17 +22,12 @@ bool WriteFile(const std::string& path, const std::string& bytes) {
 
 int RunReport(const std::vector<std::string>& args, std::ostream&, std::ostream& err,
               ReportRenderer* renderer) {
-    const std::optional<RunOptions> options = ParseRunOptions(args, true);
-    if (!options) {
-        err << kReportUsage;
-        return kExitUsage;
+    const ParsedArguments parsed = ParseArguments(args, Command::Report);
+    if (!parsed.Valid()) {
+        return ReportArgumentError(err, parsed.error, Command::Report);
     }
+    const RunOptions* options = &parsed.options;
     const std::optional<ReportFileFormat> format = ReportFormatOf(options->output);
-    if (!format) {
-        err << "ampora-cli: " << options->output
-            << ": the report is written as .html, .rtf or .pdf\n";
-        return kExitUsage;
-    }
     if (renderer == nullptr) {
         err << "ampora-cli: this ampora-cli was built without the graphics the report needs\n";
         return kExitUsage;

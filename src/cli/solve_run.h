@@ -3,6 +3,7 @@
 // student does (open, "Next >", AutoName when asked, "Next >").
 
 #include "analysis/step_transitions.h"
+#include "cli/cli_arguments.h"
 #include "document/workspace.h"
 
 #include <cstdint>
@@ -12,18 +13,6 @@
 #include <vector>
 
 namespace ampora::cli {
-
-struct RunOptions {
-    std::optional<std::int16_t> autoNamePattern;
-    std::int16_t sigFigs = Preferences{}.SigFigs;
-    std::int16_t fontIndex = Preferences{}.FontIndex;
-    std::string path;
-    std::string output; // -o, for report only
-};
-
-// --autoname[=1|2|3] and --sigfigs N and one FILE; with reportOptions also --font 1..4 and
-// -o OUT, which is then required. Nothing when the arguments are wrong.
-std::optional<RunOptions> ParseRunOptions(const std::vector<std::string>& args, bool reportOptions);
 
 // Stands in for the message boxes: keeps the text of the last message shown.
 struct RecordedPrompts : Prompts {

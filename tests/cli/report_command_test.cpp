@@ -38,10 +38,6 @@ std::string Example(const char* name) {
     return (test::ExamplesDir() / name).string();
 }
 
-const std::string kUsage =
-    "usage: ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] [--font 1..4] FILE.amq\n"
-    "                         -o OUT.(html|rtf|pdf)\n";
-
 TEST(CliReport, TheExtensionOfTheOutputChoosesTheFormat) {
     test::TempDir folder;
     FakeRenderer renderer;
@@ -77,30 +73,6 @@ TEST(CliReport, OptionsReachTheReport) {
     EXPECT_NE(rtf.find("6.5347"), std::string::npos);
     EXPECT_NE(rtf.find("Applying Kirchhoff's current law at node B, node C, respectively"),
               std::string::npos);
-}
-
-TEST(CliReport, WrongArgumentsShowTheUsage) {
-    FakeRenderer renderer;
-    const std::string file = Example("voltage_divider.amq");
-    for (const std::vector<std::string>& args :
-         std::vector<std::vector<std::string>>{{file},
-                                               {file, "-o"},
-                                               {"-o", "x.pdf"},
-                                               {file, "-o", "x.pdf", "--font", "5"},
-                                               {file, "-o", "x.pdf", "--font"},
-                                               {file, "-o", "x.pdf", "--color"}}) {
-        const test::CliRun run = Report(args, &renderer);
-        EXPECT_EQ(run.code, cli::kExitUsage);
-        EXPECT_EQ(run.err, kUsage);
-    }
-}
-
-TEST(CliReport, AnOutputThatIsNotHtmlRtfOrPdfIsRefused) {
-    FakeRenderer renderer;
-    const test::CliRun run =
-        Report({Example("voltage_divider.amq"), "-o", "report.docx"}, &renderer);
-    EXPECT_EQ(run.code, cli::kExitUsage);
-    EXPECT_EQ(run.err, "ampora-cli: report.docx: the report is written as .html, .rtf or .pdf\n");
 }
 
 TEST(CliReport, ACircuitThatIsNotSolvedHasNoReport) {
