@@ -4,17 +4,16 @@
 #include "cli/cli.h"
 #include "cli/json_writer.h"
 #include "cli/solve_run.h"
+#include "cli/solve_text.h"
 #include "document/number_text.h"
 
 #include <array>
+#include <filesystem>
 #include <optional>
 
 namespace ampora::cli {
 
 namespace {
-
-constexpr const char* kSolveUsage =
-    "usage: ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] FILE.amq\n";
 
 void WriteKnown(JsonWriter& json, std::string_view key, double value) {
     json.Key(key);
@@ -161,16 +160,21 @@ void WriteResults(JsonWriter& json, Workspace& ws) {
 } // namespace
 
 int RunSolve(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    const std::optional<RunOptions> options = ParseRunOptions(args, false);
-    if (!options) {
-        err << kSolveUsage;
-        return kExitUsage;
+    const ParsedArguments parsed = ParseArguments(args, Command::Solve);
+    if (!parsed.Valid()) {
+        return ReportArgumentError(err, parsed.error, Command::Solve);
     }
+    const RunOptions& options = parsed.options;
     Workspace workspace;
     RecordedPrompts prompts;
-    const std::optional<SolvedRun> run = OpenAndSolve(workspace, *options, prompts, err);
+    const std::optional<SolvedRun> run = OpenAndSolve(workspace, options, prompts, err);
     if (!run) {
         return kExitUsage;
+    }
+    if (options.text) {
+        const std::string name = std::filesystem::path(options.path).filename().string();
+        out << SolveText(workspace, *run, prompts.message, name);
+        return run->solved ? kExitOk : kExitRejected;
     }
     const TransitionResult left = run->leftStep1;
     const bool passed = run->solved;
