@@ -1,8 +1,6 @@
-# What `cmake --install` puts under the prefix: the two programs, the help pages and the
+# What `cmake --install` puts under the prefix: the programs, the help pages and the
 # examples the program reads from <prefix>/share/ampora, and the files through which a Linux
 # desktop shows the program in its menu and opens .amq files with it.
-include(GNUInstallDirs)
-
 # The program finds its files at <its folder>/../share/ampora (src/ui/install_paths.cpp).
 if(NOT CMAKE_INSTALL_BINDIR STREQUAL "bin" OR NOT CMAKE_INSTALL_DATADIR STREQUAL "share")
     message(WARNING "DC Ampora looks for its help and examples in ../share/ampora beside its "
@@ -18,6 +16,8 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/
 
 if(AMPORA_BUILD_UI)
     install(TARGETS ampora RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    # What `ampora-cli report` runs to draw the report (src/cli/report_helper.h).
+    install(TARGETS ampora-cli-report RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/ampora)
     install(DIRECTORY ${PROJECT_SOURCE_DIR}/help/ DESTINATION ${AMPORA_DATA_DESTINATION}/help)
 
     install(FILES ${PROJECT_SOURCE_DIR}/packaging/ampora.desktop

@@ -1,5 +1,6 @@
 # The Debian package: `cpack -G DEB` in the build folder makes ampora_<version>_<arch>.deb from
-# the install rules of cmake/Install.cmake, under /usr.
+# the install rules of cmake/Install.cmake, under /usr. The package shipped is made from a
+# Release build by tools/package.sh; tests/packaging checks the rules from the test build.
 set(AMPORA_PACKAGE_MAINTAINER "DC Ampora developers <dc-ampora@example.org>"
     CACHE STRING "Maintainer field of the Debian package")
 

@@ -1,42 +1,22 @@
 #include "cli/cli.h"
+#include "cli/cli_arguments.h"
+#include "cli/report_helper.h"
 
 #include <iostream>
 
-#ifdef AMPORA_CLI_WITH_REPORT
-#include "ui/report_pictures.h"
-#include "ui/text_cursor_sink.h"
-
-#include <QGuiApplication>
-
-namespace {
-
-// The window's own drawing code makes the report's pictures and PDF pages.
-struct QtReportRenderer : ampora::cli::ReportRenderer {
-    ampora::ui::QtReportPictures pictures;
-    ampora::ReportPictures& Pictures() override { return pictures; }
-    bool WritePdf(const ampora::RichTextDocument& report, const std::string& path) override {
-        return ampora::ui::WriteReportPdf(report, QString::fromStdString(path));
-    }
-};
-
-} // namespace
-#endif
-
 int main(int argc, char* argv[]) {
     const std::vector<std::string> args(argv + 1, argv + argc);
-#ifdef AMPORA_CLI_WITH_REPORT
-    // Only the report draws; check and solve never start Qt.
-    if (!args.empty() && args.front() == "report") {
-        qputenv("QT_QPA_PLATFORM", "offscreen"); // no window, so no display is needed
-        // Qt's notes about the desktop session mean nothing to someone making a report.
-        qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
-            if (type == QtCriticalMsg || type == QtFatalMsg) {
-                std::cerr << text.toStdString() << "\n";
-            }
-        });
-        QGuiApplication application(argc, argv);
-        QtReportRenderer renderer;
-        return ampora::cli::RunCli(args, std::cout, std::cerr, &renderer);
+#ifdef AMPORA_REPORT_HELPER
+    // A report is drawn by a program of its own, which loads Qt; wrong arguments are told here
+    // first, without starting it.
+    if (!args.empty() && args.front() == "report" &&
+        ampora::cli::ParseArguments({args.begin() + 1, args.end()}, ampora::cli::Command::Report)
+            .Valid()) {
+        return ampora::cli::ExecReportHelper(
+            ampora::cli::ReportHelperCandidates(ampora::cli::RunningProgramFolder(argv[0]),
+                                                AMPORA_REPORT_HELPER_FROM_BIN,
+                                                AMPORA_REPORT_HELPER),
+            args, std::cerr);
     }
 #endif
     return ampora::cli::RunCli(args, std::cout, std::cerr);

@@ -2,7 +2,8 @@
 # Installs the build folder into a temporary prefix and builds the Debian package from it, then
 # checks what a student's desktop relies on: every file where the desktop and the program look
 # for it, a valid menu entry and file type, a package holding the same files with the
-# libraries it needs, and an ampora-cli from the package that reads a shipped example.
+# libraries it needs, and an ampora-cli, installed and from the package, that reads a shipped
+# example and makes its report with the drawing program installed for it.
 set -euo pipefail
 
 build_dir="$(cd "$1" && pwd)"
@@ -27,6 +28,7 @@ expected="$work/expected.txt"
 {
     echo bin/ampora
     echo bin/ampora-cli
+    echo libexec/ampora/ampora-cli-report
     echo share/applications/ampora.desktop
     echo share/mime/packages/ampora.xml
     for context_name in apps/ampora mimetypes/application-x-ampora-circuit; do
@@ -49,6 +51,21 @@ for size in 16 48 256; do
     dims="$(od -An -tu4 --endian=big -j16 -N8 "$png" | tr -s ' ' | sed 's/^ //')"
     [[ "$dims" == "$size $size" ]] || fail "$png is not ${size}x$size: $dims"
 done
+
+# The installed ampora-cli finds the program that draws its report under libexec, not in the
+# build folder.
+echo "== ampora-cli report, installed"
+"$prefix/bin/ampora-cli" report "$prefix/share/ampora/examples/supernode.amq" -o "$work/r.html" ||
+    fail "the installed ampora-cli made no report"
+grep -q '<img src="data:image/png;base64,' "$work/r.html" || fail "the report has no pictures"
+mv "$prefix/libexec/ampora/ampora-cli-report" "$work/moved-away"
+if "$prefix/bin/ampora-cli" report "$prefix/share/ampora/examples/supernode.amq" \
+    -o "$work/r2.html" 2>"$work/missing.txt"; then
+    fail "ampora-cli made a report without its drawing program"
+fi
+grep -q "^ampora-cli: the program that draws the report is missing; it was looked for as $prefix/libexec/ampora/ampora-cli-report and $prefix/bin/ampora-cli-report\$" \
+    "$work/missing.txt" || fail "unexpected message: $(cat "$work/missing.txt")"
+mv "$work/moved-away" "$prefix/libexec/ampora/ampora-cli-report"
 
 echo "== desktop entry and file type"
 desktop="$prefix/share/applications/ampora.desktop"
@@ -88,4 +105,7 @@ dpkg -x "$deb" "$root"
 "$root/usr/bin/ampora-cli" check "$root/usr/share/ampora/examples/voltage_divider.amq" \
     >"$work/check.json" || fail "ampora-cli check failed on the packaged example"
 grep -q '"complete": true' "$work/check.json" || fail "ampora-cli did not read the whole file"
+"$root/usr/bin/ampora-cli" report "$root/usr/share/ampora/examples/voltage_divider.amq" \
+    -o "$work/packaged.pdf" || fail "ampora-cli report failed from the package"
+[[ "$(head -c 5 "$work/packaged.pdf")" == "%PDF-" ]] || fail "the packaged report is not a PDF"
 echo "package: $(basename "$deb"), $(wc -l <"$work/packaged.txt") files"

@@ -1,0 +1,35 @@
+// The program ampora-cli runs for `report`: the same command, with the report's pictures and
+// PDF pages drawn by the window's own code on Qt's offscreen platform.
+#include "cli/cli.h"
+#include "ui/report_pictures.h"
+#include "ui/text_cursor_sink.h"
+
+#include <QGuiApplication>
+
+#include <iostream>
+
+namespace {
+
+struct QtReportRenderer : ampora::cli::ReportRenderer {
+    ampora::ui::QtReportPictures pictures;
+    ampora::ReportPictures& Pictures() override { return pictures; }
+    bool WritePdf(const ampora::RichTextDocument& report, const std::string& path) override {
+        return ampora::ui::WriteReportPdf(report, QString::fromStdString(path));
+    }
+};
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    const std::vector<std::string> args(argv + 1, argv + argc);
+    qputenv("QT_QPA_PLATFORM", "offscreen"); // no window, so no display is needed
+    // Qt's notes about the desktop session mean nothing to someone making a report.
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+        if (type == QtCriticalMsg || type == QtFatalMsg) {
+            std::cerr << text.toStdString() << "\n";
+        }
+    });
+    QGuiApplication application(argc, argv);
+    QtReportRenderer renderer;
+    return ampora::cli::RunCli(args, std::cout, std::cerr, &renderer);
+}
