@@ -71,17 +71,7 @@ void SumBranches(const Circuit& circuit, Topology& topology) {
         }
         if (chain.CurrentName.empty()) {
             ++topology.NumCurrents;
-            // GCC 12 at -O3 warns -Wrestrict inside std::string's insert, which `"I" + text`
-            // inlines: a false positive of that compiler (its bug 105651), as the literal and
-            // the string never overlap.
-#if defined(__GNUC__) && !defined(__clang__)
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wrestrict"
-#endif
             chain.CurrentName = "I" + std::to_string(topology.NumCurrents);
-#if defined(__GNUC__) && !defined(__clang__)
-#pragma GCC diagnostic pop
-#endif
         }
     }
 }
