@@ -215,12 +215,27 @@ TEST(PairwiseRules, NodesAndLooseEndsMatchCountingEveryEndOnRandomScribbles) {
         Circuit c = Scribble(random, round % 2 == 1);
         CleanUpWires(c);
         Topology t;
+        FoundPoints found;
         try {
-            FindNodes(c, t);
+            found = FindNodes(c, t);
         } catch (const SlotOutOfRange&) {
-            continue; // too many ends at a point or too many nodes: a refusal, not a result
+            continue; // too many ends at a point: a refusal, not a result
         }
-        ASSERT_EQ(NodesFound(c, t), NodesByRule(c)) << "round " << round;
+        const std::string byRule = NodesByRule(c);
+        if (found.nodes > kMaxNodes || found.looseEnds > kMaxLooseEnds) {
+            // Past a table only the counts are kept, and they must still be right.
+            const auto count = [&](const char* kind) {
+                int n = 0;
+                for (std::size_t at = 0; (at = byRule.find(kind, at)) != std::string::npos; ++at) {
+                    ++n;
+                }
+                return n;
+            };
+            EXPECT_EQ(found.nodes, count("node ")) << "round " << round;
+            EXPECT_EQ(found.looseEnds, count("loose ")) << "round " << round;
+            continue;
+        }
+        ASSERT_EQ(NodesFound(c, t), byRule) << "round " << round;
         ++compared;
     }
     EXPECT_GT(compared, 200);

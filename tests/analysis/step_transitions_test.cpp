@@ -1,3 +1,4 @@
+#include "analysis/branch_tracing.h"
 #include "analysis/node_naming.h"
 #include "analysis/step_transitions.h"
 #include "document/amq_file.h"
@@ -91,30 +92,180 @@ TEST(LeavingStep1, EachRefusalShowsItsOwnMessageAndStaysInStep1) {
     }
 }
 
-TEST(LeavingStep1, TablesThatOverflowEndTheMoveQuietlyWithTheDrawingIntact) {
-    Workspace ws;
-    // A ladder of 14 rungs has 24 nodes, more than the node table holds.
-    AddWire(ws.circuit, 0, 0, 520, 0);
-    AddWire(ws.circuit, 0, 80, 520, 80);
-    for (int k = 0; k < 14; ++k) {
-        AddWire(ws.circuit, 40.0f * static_cast<float>(k), 0, 40.0f * static_cast<float>(k), 80);
+// Two rails joined by rungs 80 units apart, a 12 V battery on the first rung and a resistor
+// of 1, 2, 3 ... ohms on each other one: every inner rung makes two nodes.
+std::vector<W> LadderWires(int rungs) {
+    const float right = 80.0f * static_cast<float>(rungs - 1);
+    std::vector<W> wires = {{0, 0, right, 0}, {0, 160, right, 160}};
+    for (int k = 0; k < rungs; ++k) {
+        wires.push_back({80.0f * static_cast<float>(k), 0, 80.0f * static_cast<float>(k), 160});
     }
+    return wires;
+}
+
+std::vector<test::E> LadderDevices(int rungs) {
+    std::vector<test::E> devices = {{kBatteryUp, 12, 0, 80}};
+    for (int k = 1; k < rungs; ++k) {
+        devices.push_back(
+            {kResistorVertical, static_cast<float>(k), 80.0f * static_cast<float>(k), 80});
+    }
+    return devices;
+}
+
+// What "Next >" on step 1 and then, once in step 2, AutoName with pattern 2 and "Next >" make
+// of a drawing, as one text: the message of a refusal, or the node names and every warning.
+std::string NextAutoNameNext(const Circuit& drawn) {
+    Workspace ws;
+    ws.circuit = drawn;
+    ws.preferences.AutoNamePattern = 2;
+    test::ScriptedPrompts prompts;
+    const TransitionResult left = LeaveStep1(ws, prompts);
+    if (left != TransitionResult::Entered) {
+        return std::string(left == TransitionResult::Refused ? "refused: " : "stopped") +
+               (prompts.messages.empty() ? "" : prompts.messages.back());
+    }
+    std::string text;
+    for (const DrawingWarning& warning : ws.topology.Warnings) {
+        text += "warning " + std::to_string(warning.slot) + ": " + warning.text + "\n";
+    }
+    if (!AutoName(ws, prompts) || LeaveStep2(ws, prompts) != TransitionResult::Entered) {
+        return text + "not solved: " + (prompts.messages.empty() ? "" : prompts.messages.back());
+    }
+    text += "solved:";
+    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
+        text += " " + ws.circuit.NodeLabels[slot].Name;
+    }
+    return text;
+}
+
+TEST(LeavingStep1, EveryCircuitTheTablesHoldIsSolvedALargerOneIsRefusedWithItsReason) {
+    std::vector<W> ladder21 = LadderWires(12); // 20 nodes, and a hat over rungs 5 to 7 adds one
+    for (const W& w : std::vector<W>{
+             {320, 0, 320, -80}, {320, -80, 480, -80}, {480, -80, 480, 0}, {400, -80, 400, 0}}) {
+        ladder21.push_back(w);
+    }
+    std::vector<W> looseEnds; // 11 lone wires beside a circuit that has nodes
+    for (int k = 0; k < 11; ++k) {
+        looseEnds.push_back(
+            {400, 16.0f * static_cast<float>(k), 480, 16.0f * static_cast<float>(k)});
+    }
+    std::vector<W> comb = {{0, 0, 16 * 99, 0}}; // 99 teeth split the back into 98 more wires
+    for (int k = 1; k <= 99; ++k) {
+        comb.push_back(
+            {16.0f * static_cast<float>(k) - 8, 0, 16.0f * static_cast<float>(k) - 8, 40});
+    }
+    struct Case {
+        const char* what;
+        Circuit drawn;
+        std::string outcome;
+    };
+    const std::vector<Case> cases = {
+        {"a ladder of 9 rungs, 14 nodes", test::Drawn(LadderWires(9), LadderDevices(9)),
+         // Named by location, top row first; the nodes' slots take the rungs in turn.
+         "solved: A H B I C J D K E L F M G 0"},
+        {"a ladder of 12 rungs, 20 nodes", test::Drawn(LadderWires(12), LadderDevices(12)),
+         "solved: A K B L C M D N E O F P G Q H R I S J 0"},
+        {"21 nodes", test::Drawn(ladder21, LadderDevices(12)),
+         "refused: You have 21 nodes, but the program can analyze at most 20.  You must go back "
+         "and remove some of them."},
+        {"22 loose ends",
+         [&] {
+             Circuit c =
+                 test::ThreeBranches(kBatteryUp, 12, kResistorVertical, 10, kResistorVertical, 10);
+             test::Draw(c, looseEnds);
+             return c;
+         }(),
+         "refused: You have branches that lead nowhere and current cannot flow in them.  You "
+         "must go back and delete them."},
+        {"more wire pieces than the wire table holds", test::Drawn(comb),
+         "refused: Your circuit needs more than 100 wire pieces once its wires are divided where "
+         "they meet, which is more than the program can handle.  You must go back and simplify "
+         "it."},
+        {"a resistor on a node",
+         test::Drawn({{80, 0, 0, 0},
+                      {0, 0, 0, 160},
+                      {0, 160, 80, 160},
+                      {80, 0, 80, 160},
+                      {80, 0, 160, 0},
+                      {160, 0, 160, 160},
+                      {160, 160, 80, 160}},
+                     {{kBatteryUp, 12, 0, 80},
+                      {kResistorVertical, 10, 80, 80},
+                      {kResistorVertical, 10, 160, 80},
+                      {kResistorHorizontal, 5, 80, 0}}),
+         "warning 4: The resistor of 5 ohms at (80, 0) lies where wires meet, so it belongs to no "
+         "branch and is treated as wire.\nsolved: A 0"},
+        {"a battery on a corner",
+         test::Drawn({{80, 0, 0, 0},
+                      {0, 0, 0, 160},
+                      {0, 160, 80, 160},
+                      {80, 0, 80, 160},
+                      {80, 0, 160, 0},
+                      {160, 0, 160, 160},
+                      {160, 160, 80, 160}},
+                     {{kBatteryUp, 12, 0, 80},
+                      {kResistorVertical, 10, 80, 80},
+                      {kResistorVertical, 10, 160, 80},
+                      {kBatteryRight, 1.5, 160, 160}}),
+         "warning 4: The battery of 1.5 V at (160, 160) lies where wires meet, so it belongs to "
+         "no branch and is treated as wire.\nsolved: A 0"},
+        {"a resistor where two wires cross",
+         test::Drawn({{80, 0, 0, 0},
+                      {0, 0, 0, 160},
+                      {0, 160, 80, 160},
+                      {80, 0, 80, 160},
+                      {80, 0, 160, 0},
+                      {160, 0, 160, 160},
+                      {160, 160, 80, 160},
+                      {0, 120, 160, 120}},
+                     {{kResistorVertical, 10, 0, 80},
+                      {kBatteryUp, 12, 80, 80},
+                      {kResistorVertical, 10, 160, 80},
+                      {kResistorHorizontal, 20, 80, 120},
+                      {kResistorHorizontal, 30, 40, 160},
+                      {kResistorHorizontal, 40, 120, 160}}),
+         "warning 4: The resistor of 20 ohms at (80, 120) lies where two wires cross and is "
+         "counted in both.\nsolved: A B 0 C"},
+        {"a current source of 0 A across the lower resistor of a divider",
+         test::Drawn({{0, 0, 0, 160},
+                      {0, 0, 80, 0},
+                      {80, 0, 80, 160},
+                      {0, 160, 80, 160},
+                      {80, 80, 160, 80},
+                      {160, 80, 160, 160},
+                      {160, 160, 80, 160}},
+                     {{kBatteryUp, 12, 0, 80},
+                      {kResistorVertical, 1000, 80, 40},
+                      {kResistorVertical, 2000, 80, 120},
+                      {kSourceUp, 0, 160, 120}}),
+         "warning 4: The current source of 0 A at (160, 120): a current source of 0 A is analysed "
+         "as a plain wire; give it a value or erase it.\nsolved: A 0"},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(NextAutoNameNext(c.drawn), c.outcome) << c.what;
+    }
+}
+
+TEST(LeavingStep1, ARefusedMoveKeepsTheNodeNamesAndTheTablesItCouldNotFill) {
+    Workspace ws;
+    ws.circuit = test::Drawn(LadderWires(12), LadderDevices(12));
+    ws.circuit.NumNodes = 1;
+    ws.circuit.NodeLabels[1].Name = "kept";
+    ws.circuit.NodeLabels[1].X = 80;
+    test::Draw(ws.circuit, {{880, 0, 880, -80},
+                            {880, -80, 960, -80},
+                            {960, -80, 960, 0},
+                            {960, 0, 880, 0},
+                            {920, -80, 920, 0}}); // two nodes more: 22
     const Outcome out = LeaveStep1With(ws);
-    EXPECT_EQ(out.result, TransitionResult::Stopped);
+    EXPECT_EQ(out.result, TransitionResult::Refused);
     EXPECT_EQ(out.step, 1);
-    EXPECT_TRUE(out.messages.empty());
+    EXPECT_EQ(ws.circuit.NumNodes, 1);
+    EXPECT_EQ(ws.circuit.NodeLabels[1].Name, "kept");
+    EXPECT_EQ(NumChains(ws.topology), 0);
     for (int slot = 1; slot <= ws.circuit.NumWires; ++slot) {
         EXPECT_NE(ws.circuit.Wires[slot].Used, 0) << slot;
     }
-
-    Workspace scattered; // 21 separate wires: 42 loose ends, more than their table holds
-    for (int k = 0; k < 21; ++k) {
-        AddWire(scattered.circuit, 0, 16.0f * static_cast<float>(k), 80,
-                16.0f * static_cast<float>(k));
-    }
-    const Outcome quiet = LeaveStep1With(scattered);
-    EXPECT_EQ(quiet.result, TransitionResult::Stopped);
-    EXPECT_TRUE(quiet.messages.empty());
 }
 
 TEST(LeavingStep1, NamesSurviveGoingBackUnlessTheirNodeMoved) {
@@ -158,6 +309,7 @@ TEST(LeavingStep1, EveryExampleEntersStep2WithTheNamesSavedInItsFile) {
             EXPECT_EQ(ws.circuit.NodeLabels[slot].X, saved.NodeLabels[slot].X) << file;
             EXPECT_EQ(ws.circuit.NodeLabels[slot].Y, saved.NodeLabels[slot].Y) << file;
         }
+        EXPECT_TRUE(ws.topology.Warnings.empty()) << file << ": " << ws.topology.Warnings[0].text;
         test::ScriptedPrompts prompts;
         EXPECT_TRUE(CheckNamesOnLeavingStep2(ws, prompts)) << file;
     }

@@ -69,6 +69,58 @@ TEST(CliSolve, ACircuitWithoutWiresStopsSilentlyAtStep1) {
     EXPECT_EQ(run.out, "{\n  \"status\": \"rejected\",\n  \"step\": 1,\n  \"message\": \"\"\n}\n");
 }
 
+// The lines of the output from the "message" key up to the "nodes" key, and the warnings.
+std::string MessageAndWarnings(const std::string& out) {
+    const auto cut = [&](const char* key, const char* until) {
+        const std::size_t from = out.find(key);
+        if (from == std::string::npos) {
+            return std::string();
+        }
+        return out.substr(from, out.find(until, from) - from);
+    };
+    return cut("\"message\"", "\n") + cut("\"warnings\"", "]");
+}
+
+TEST(CliSolve, ALargerCircuitIsRefusedWithItsReasonAndMisreadDevicesAreListed) {
+    test::TempDir dir;
+    // 13 rungs between two rails, 80 apart: 22 nodes.
+    std::string ladder = "37\r\n";
+    for (int k = 0; k < 13; ++k) {
+        const std::string x = std::to_string(80 * k);
+        const std::string next = std::to_string(80 * k + 80);
+        ladder += x + ",0," + x + ",160\r\n";
+        if (k < 12) {
+            ladder += x + ",0," + next + ",0\r\n" + x + ",160," + next + ",160\r\n";
+        }
+    }
+    ladder += "0\r\n0\r\n";
+    std::string zeroSource = test::ReadBytes(Example("voltage_divider.amq"));
+    zeroSource.replace(zeroSource.find("400,160,5,2000"), 14, "400,160,7,0");
+    struct Case {
+        const char* what;
+        std::string file;
+        int code;
+        std::string shown;
+    };
+    const Case cases[] = {
+        {"22 nodes", ladder, 1,
+         "\"message\": \"You have 22 nodes, but the program can analyze at most 20.  You must go "
+         "back and remove some of them.\","},
+        {"a source of 0 A", zeroSource, 0,
+         "\"message\": \"\",\"warnings\": [\n    \"The current source of 0 A at (400, 160): a "
+         "current source of 0 A is analysed as a plain wire; give it a value or erase it.\"\n  "},
+        {"a well-drawn circuit", test::ReadBytes(Example("voltage_divider.amq")), 0,
+         "\"message\": \"\",\"warnings\": ["},
+    };
+    for (const Case& c : cases) {
+        const std::string path = (dir / "c.amq").string();
+        test::WriteBytes(path, c.file);
+        const CliRun run = Cli({"solve", "--autoname", path});
+        EXPECT_EQ(run.code, c.code) << c.what;
+        EXPECT_EQ(MessageAndWarnings(run.out), c.shown) << c.what << "\n" << run.out;
+    }
+}
+
 TEST(CliSolve, WrongArgumentsAndFilesThatCannotBeReadWholeExitTwo) {
     test::TempDir dir;
     const std::string broken = (dir / "broken.amq").string();
