@@ -7,6 +7,7 @@
 #include "editor/value_labels.h"
 #include "ui/device_pictures.h"
 #include "ui/diagram_painter.h"
+#include "ui/drawing_warnings_note.h"
 #include "ui/palette.h"
 
 #include <QFontMetricsF>
@@ -49,6 +50,9 @@ void Canvas::paintEvent(QPaintEvent*) {
     }
     const int step = workspace_.Step;
     PaintDiagramOn(painter, workspace_, CurrentLabels(), DiagramLook{step != 1, step == 2});
+    if (step == 2) {
+        PaintWarnedDevices(painter, workspace_);
+    }
     PaintDrag(painter);
 }
 
