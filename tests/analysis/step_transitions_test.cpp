@@ -1,4 +1,3 @@
-#include "analysis/branch_tracing.h"
 #include "analysis/node_naming.h"
 #include "analysis/step_transitions.h"
 #include "document/amq_file.h"
@@ -154,6 +153,13 @@ TEST(LeavingStep1, EveryCircuitTheTablesHoldIsSolvedALargerOneIsRefusedWithItsRe
         comb.push_back(
             {16.0f * static_cast<float>(k) - 8, 0, 16.0f * static_cast<float>(k) - 8, 40});
     }
+    const auto With = [](Circuit c, const std::vector<W>& wires,
+                         const std::vector<test::E>& devices) {
+        test::Draw(c, wires, devices);
+        return c;
+    };
+    const Circuit divider =
+        test::ThreeBranches(kBatteryUp, 12, kResistorVertical, 10, kResistorVertical, 10);
     struct Case {
         const char* what;
         Circuit drawn;
@@ -168,62 +174,25 @@ TEST(LeavingStep1, EveryCircuitTheTablesHoldIsSolvedALargerOneIsRefusedWithItsRe
         {"21 nodes", test::Drawn(ladder21, LadderDevices(12)),
          "refused: You have 21 nodes, but the program can analyze at most 20.  You must go back "
          "and remove some of them."},
-        {"22 loose ends",
-         [&] {
-             Circuit c =
-                 test::ThreeBranches(kBatteryUp, 12, kResistorVertical, 10, kResistorVertical, 10);
-             test::Draw(c, looseEnds);
-             return c;
-         }(),
+        {"22 loose ends", With(divider, looseEnds, {}),
          "refused: You have branches that lead nowhere and current cannot flow in them.  You "
          "must go back and delete them."},
         {"more wire pieces than the wire table holds", test::Drawn(comb),
          "refused: Your circuit needs more than 100 wire pieces once its wires are divided where "
          "they meet, which is more than the program can handle.  You must go back and simplify "
          "it."},
-        {"a resistor on a node",
-         test::Drawn({{80, 0, 0, 0},
-                      {0, 0, 0, 160},
-                      {0, 160, 80, 160},
-                      {80, 0, 80, 160},
-                      {80, 0, 160, 0},
-                      {160, 0, 160, 160},
-                      {160, 160, 80, 160}},
-                     {{kBatteryUp, 12, 0, 80},
-                      {kResistorVertical, 10, 80, 80},
-                      {kResistorVertical, 10, 160, 80},
-                      {kResistorHorizontal, 5, 80, 0}}),
+        {"a resistor on a node", With(divider, {}, {{kResistorHorizontal, 5, 80, 0}}),
          "warning 4: The resistor of 5 ohms at (80, 0) lies where wires meet, so it belongs to no "
          "branch and is treated as wire.\nsolved: A 0"},
-        {"a battery on a corner",
-         test::Drawn({{80, 0, 0, 0},
-                      {0, 0, 0, 160},
-                      {0, 160, 80, 160},
-                      {80, 0, 80, 160},
-                      {80, 0, 160, 0},
-                      {160, 0, 160, 160},
-                      {160, 160, 80, 160}},
-                     {{kBatteryUp, 12, 0, 80},
-                      {kResistorVertical, 10, 80, 80},
-                      {kResistorVertical, 10, 160, 80},
-                      {kBatteryRight, 1.5, 160, 160}}),
+        {"a battery on a corner", With(divider, {}, {{kBatteryRight, 1.5, 160, 160}}),
          "warning 4: The battery of 1.5 V at (160, 160) lies where wires meet, so it belongs to "
          "no branch and is treated as wire.\nsolved: A 0"},
         {"a resistor where two wires cross",
-         test::Drawn({{80, 0, 0, 0},
-                      {0, 0, 0, 160},
-                      {0, 160, 80, 160},
-                      {80, 0, 80, 160},
-                      {80, 0, 160, 0},
-                      {160, 0, 160, 160},
-                      {160, 160, 80, 160},
-                      {0, 120, 160, 120}},
-                     {{kResistorVertical, 10, 0, 80},
-                      {kBatteryUp, 12, 80, 80},
-                      {kResistorVertical, 10, 160, 80},
-                      {kResistorHorizontal, 20, 80, 120},
-                      {kResistorHorizontal, 30, 40, 160},
-                      {kResistorHorizontal, 40, 120, 160}}),
+         With(test::ThreeBranches(kResistorVertical, 10, kBatteryUp, 12, kResistorVertical, 10),
+              {{0, 120, 160, 120}},
+              {{kResistorHorizontal, 20, 80, 120},
+               {kResistorHorizontal, 30, 40, 160},
+               {kResistorHorizontal, 40, 120, 160}}),
          "warning 4: The resistor of 20 ohms at (80, 120) lies where two wires cross and is "
          "counted in both.\nsolved: A B 0 C"},
         {"a current source of 0 A across the lower resistor of a divider",
@@ -243,28 +212,6 @@ TEST(LeavingStep1, EveryCircuitTheTablesHoldIsSolvedALargerOneIsRefusedWithItsRe
     };
     for (const Case& c : cases) {
         EXPECT_EQ(NextAutoNameNext(c.drawn), c.outcome) << c.what;
-    }
-}
-
-TEST(LeavingStep1, ARefusedMoveKeepsTheNodeNamesAndTheTablesItCouldNotFill) {
-    Workspace ws;
-    ws.circuit = test::Drawn(LadderWires(12), LadderDevices(12));
-    ws.circuit.NumNodes = 1;
-    ws.circuit.NodeLabels[1].Name = "kept";
-    ws.circuit.NodeLabels[1].X = 80;
-    test::Draw(ws.circuit, {{880, 0, 880, -80},
-                            {880, -80, 960, -80},
-                            {960, -80, 960, 0},
-                            {960, 0, 880, 0},
-                            {920, -80, 920, 0}}); // two nodes more: 22
-    const Outcome out = LeaveStep1With(ws);
-    EXPECT_EQ(out.result, TransitionResult::Refused);
-    EXPECT_EQ(out.step, 1);
-    EXPECT_EQ(ws.circuit.NumNodes, 1);
-    EXPECT_EQ(ws.circuit.NodeLabels[1].Name, "kept");
-    EXPECT_EQ(NumChains(ws.topology), 0);
-    for (int slot = 1; slot <= ws.circuit.NumWires; ++slot) {
-        EXPECT_NE(ws.circuit.Wires[slot].Used, 0) << slot;
     }
 }
 

@@ -433,12 +433,6 @@ class AnalysisStepsTest : public QObject {
         QVERIFY2(s.prompts.messages.empty(),
                  s.prompts.messages.empty() ? "" : s.prompts.messages[0].c_str());
         QCOMPARE(s.Panel(), QStringLiteral("picStep3"));
-        s.Press("cmdPrev3");
-        s.Press("cmdPrev2");
-        // Well drawn, the same ladder has nothing to note.
-        s.Open(Write("plain.amq", LadderFile(12, QString())));
-        s.Press("cmdNext1");
-        QCOMPARE(s.Find<QLabel>("lblDrawingWarnings")->text(), QString());
     }
 
     void aSupernodesBatteryLooksTheSameOnEveryEntryToStep2() {
