@@ -69,41 +69,22 @@ TEST(CliSolve, ACircuitWithoutWiresStopsSilentlyAtStep1) {
     EXPECT_EQ(run.out, "{\n  \"status\": \"rejected\",\n  \"step\": 1,\n  \"message\": \"\"\n}\n");
 }
 
-// The lines of the output from the "message" key up to the "nodes" key, and the warnings.
-std::string MessageAndWarnings(const std::string& out) {
-    const auto cut = [&](const char* key, const char* until) {
-        const std::size_t from = out.find(key);
-        if (from == std::string::npos) {
-            return std::string();
-        }
-        return out.substr(from, out.find(until, from) - from);
-    };
-    return cut("\"message\"", "\n") + cut("\"warnings\"", "]");
-}
-
 TEST(CliSolve, MisreadDevicesAreListedAsWarningsAndAWellDrawnCircuitHasNone) {
     test::TempDir dir;
-    std::string zeroSource = test::ReadBytes(Example("voltage_divider.amq"));
-    zeroSource.replace(zeroSource.find("400,160,5,2000"), 14, "400,160,7,0");
-    struct Case {
-        const char* what;
-        std::string file;
-        std::string shown;
-    };
-    const Case cases[] = {
-        {"a source of 0 A", zeroSource,
-         "\"message\": \"\",\"warnings\": [\n    \"The current source of 0 A at (400, 160): a "
-         "current source of 0 A is analysed as a plain wire; give it a value or erase it.\"\n  "},
-        {"a well-drawn circuit", test::ReadBytes(Example("voltage_divider.amq")),
-         "\"message\": \"\",\"warnings\": ["},
-    };
-    for (const Case& c : cases) {
-        const std::string path = (dir / "c.amq").string();
-        test::WriteBytes(path, c.file);
-        const CliRun run = Cli({"solve", "--autoname", path});
-        EXPECT_EQ(run.code, 0) << c.what;
-        EXPECT_EQ(MessageAndWarnings(run.out), c.shown) << c.what << "\n" << run.out;
-    }
+    const std::string path = (dir / "c.amq").string();
+    std::string text = test::ReadBytes(Example("voltage_divider.amq"));
+    EXPECT_NE(Cli({"solve", "--autoname", Example("voltage_divider.amq")})
+                  .out.find("}\n  ],\n  \"warnings\": [],"),
+              std::string::npos);
+    text.replace(text.find("400,160,5,2000"), 14, "400,160,7,0");
+    test::WriteBytes(path, text);
+    const CliRun run = Cli({"solve", "--autoname", path});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_NE(run.out.find("\"warnings\": [\n    \"The current source of 0 A at (400, 160): a "
+                           "current source of 0 A is analysed as a plain wire; give it a value or "
+                           "erase it.\"\n  ],"),
+              std::string::npos)
+        << run.out;
 }
 
 TEST(CliSolve, WrongArgumentsAndFilesThatCannotBeReadWholeExitTwo) {
