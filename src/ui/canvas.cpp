@@ -49,10 +49,11 @@ void Canvas::paintEvent(QPaintEvent*) {
         PaintGrid(painter);
     }
     const int step = workspace_.Step;
-    PaintDiagramOn(painter, workspace_, CurrentLabels(), DiagramLook{step != 1, step == 2});
     if (step == 2) {
+        // Under the diagram, so that no label's text is crossed by a ring.
         PaintWarnedDevices(painter, workspace_);
     }
+    PaintDiagramOn(painter, workspace_, CurrentLabels(), DiagramLook{step != 1, step == 2});
     PaintDrag(painter);
 }
 
