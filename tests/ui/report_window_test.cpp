@@ -349,6 +349,17 @@ class ReportWindowTest : public QObject {
         ui::ReportWindow* window = nullptr;
         for (int print = 0; print < 20; ++print) {
             window = ui::ShowReportWindow(&owner, *ws, nullptr);
+            // The resident memory after each print, for whoever measures it.
+            if (qEnvironmentVariableIsSet("AMPORA_MEASURE_MEMORY")) {
+                QFile status(QStringLiteral("/proc/self/status"));
+                if (status.open(QIODevice::ReadOnly)) {
+                    for (const QByteArray& line : status.readAll().split('\n')) {
+                        if (line.startsWith("VmRSS")) {
+                            qInfo("print %d: %s", print + 1, line.simplified().constData());
+                        }
+                    }
+                }
+            }
         }
         QCOMPARE(owner.findChildren<ui::ReportWindow*>().size(), 1);
         // One document with its six pictures; the earlier ones are gone with theirs.
