@@ -178,26 +178,6 @@ TEST(CliReportProgram, TheRtfReadsBackWithItsTextAndItsSixPictures) {
               6);
 }
 
-TEST(CliReportProgram, ThePdfHasPagesWithTheReportOnThem) {
-    if (!kCliDrawsReports) {
-        GTEST_SKIP() << "this build of ampora-cli has no report graphics";
-    }
-    if (Shell("command -v pdftotext > /dev/null 2>&1") != 0) {
-        GTEST_SKIP() << "pdftotext is not installed";
-    }
-    test::TempDir folder;
-    ASSERT_EQ(Shell(std::string(AMPORA_CLI_PATH) + " report " + Quoted(Example("supernode.amq")) +
-                    " -o " + Quoted(folder / "r.pdf")),
-              0);
-    EXPECT_EQ(test::ReadBytes(folder / "r.pdf").substr(0, 5), "%PDF-");
-    ASSERT_EQ(Shell("pdftotext " + Quoted(folder / "r.pdf") + " " + Quoted(folder / "r.txt")), 0);
-    const std::string text = test::ReadBytes(folder / "r.txt");
-    for (const char* expected :
-         {"Ampora", "Counting unknowns and equations:", "The electric power:"}) {
-        EXPECT_NE(text.find(expected), std::string::npos) << expected << "\n" << text;
-    }
-}
-
 // Runs command in a shell on a disk that is full: every write of 64 KiB or more fails with
 // "No space left on device", as the first large write of a report does there. Smaller
 // writes (messages, the program's own housekeeping) go through.
