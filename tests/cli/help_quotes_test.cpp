@@ -36,15 +36,16 @@ TEST(HelpQuotes, EveryQuoteOfTheHelpIsWhatTheProgramWritesForItsCircuit) {
         // A page whose marks were lost would otherwise pass by checking nothing.
         EXPECT_GE(quotes.size(), 10u) << name;
         for (const test::HelpQuote& quote : quotes) {
-            kinds.insert(quote.what.substr(0, quote.what.find(' ')));
+            kinds.insert(quote.circuit == "typing" ? quote.circuit
+                                                   : quote.what.substr(0, quote.what.find(' ')));
             const std::string line = test::QuoteMismatch(quote);
             wrong += line.empty() ? "" : std::string(name) + ": " + line + "\n";
         }
     }
     EXPECT_EQ(wrong, "");
-    EXPECT_EQ(kinds,
-              (std::set<std::string>{"arithmetic", "caption", "collected", "counting", "equation",
-                                     "label", "matrix", "message", "power", "rref", "voltage"}));
+    EXPECT_EQ(kinds, (std::set<std::string>{"arithmetic", "caption", "collected", "counting",
+                                            "equation", "label", "matrix", "message", "power",
+                                            "rref", "typing", "voltage"}));
 }
 
 TEST(HelpQuotes, TheEquationBlocksOfTheHelpHoldNothingButQuotes) {
@@ -110,6 +111,13 @@ TEST(HelpQuotes, EachWrongQuoteIsNamedWithWhatTheProgramWrites) {
          "wheatstone_bridge arithmetic: \"4 over 7\" is not arithmetic\n"},
         {R"(<span data-quote="wheatstone_bridge arithmetic">0.035</span>)",
          "wheatstone_bridge arithmetic: \"0.035\" states no equality\n"},
+        {R"(<span data-quote="typing resistor 2.2e3">2200</span>)", ""},
+        {R"(<span data-quote="typing number battery -1.5">1.5</span>)", ""},
+        {R"(<span data-quote="typing resistor 1k">1000</span>)",
+         "typing resistor 1k: the help says \"1000\", the program writes \"Warning: Invalid "
+         "entry.  Resistance changed to 0.\"\n"},
+        {R"(<span data-quote="typing capacitor 1">1</span>)",
+         "typing capacitor 1: there is no device capacitor\n"},
     };
     for (const Row& row : rows) {
         EXPECT_EQ(Mismatches(row.html), row.expected) << row.html;

@@ -3,7 +3,11 @@
 #include "analysis/format_number.h"
 #include "analysis/result_labels.h"
 #include "cli/solve_run.h"
+#include "document/circuit_edit.h"
+#include "document/number_text.h"
+#include "editor/editing_tools.h"
 #include "support/expression_value.h"
+#include "support/scripted_prompts.h"
 #include "support/test_files.h"
 
 #include <cmath>
@@ -293,6 +297,41 @@ std::string ProgramText(Workspace& ws, const std::string& message, bool solved,
     return "!the help asks for something the test does not know";
 }
 
+// What the program answers when `answer` is typed for a new device of the kind named first
+// in `what` ("battery", "resistor" or "source"), or, with "number" in front, typed with the
+// Number tool for a device placed with the value 10: the warning shown, or else the value
+// kept.
+std::string TypingText(const std::string& what) {
+    std::istringstream words(what);
+    std::string device;
+    words >> device;
+    const bool numberTool = device == "number";
+    if (numberTool) {
+        words >> device;
+    }
+    std::string answer;
+    std::getline(words >> std::ws, answer);
+    const std::map<std::string, int> tools = {
+        {"battery", kBatteryTool}, {"resistor", kResistorTool}, {"source", kSourceTool}};
+    if (tools.count(device) == 0) {
+        return "!there is no device " + device;
+    }
+    Circuit circuit;
+    AddWire(circuit, 40, 80, 200, 80);
+    EditorState state;
+    ScriptedPrompts prompts;
+    prompts.textAnswers = {numberTool ? "10" : answer, answer};
+    const int slot = PlaceDevice(circuit, state, prompts, tools.at(device), 120, 80);
+    if (numberTool) {
+        RenumberDevice(circuit, state, prompts, slot);
+    }
+    if (!prompts.messages.empty()) {
+        const std::string& shown = prompts.messages.back();
+        return shown.rfind("(!) ", 0) == 0 ? shown.substr(4) : shown;
+    }
+    return ShortestText(circuit.Elements[slot].Value);
+}
+
 } // namespace
 
 std::filesystem::path HelpCircuitsDir() {
@@ -327,6 +366,15 @@ std::vector<HelpQuote> FindQuotes(const std::string& html) {
 
 std::string QuoteMismatch(const HelpQuote& quote) {
     const std::string name = quote.circuit + " " + quote.what;
+    if (quote.circuit == "typing") {
+        const std::string written = TypingText(quote.what);
+        if (!written.empty() && written[0] == '!') {
+            return name + ": " + written.substr(1);
+        }
+        return Collapse(written) == quote.text ? ""
+                                               : name + ": the help says \"" + quote.text +
+                                                     "\", the program writes \"" + written + "\"";
+    }
     std::filesystem::path path = ExamplesDir() / (quote.circuit + ".amq");
     if (!std::filesystem::exists(path)) {
         path = HelpCircuitsDir() / (quote.circuit + ".amq");

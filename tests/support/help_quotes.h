@@ -16,6 +16,8 @@
 //   message                   the message shown when the circuit is refused
 //   arithmetic                hand-worked arithmetic "a = b = c" whose sides must agree, the
 //                             node voltages of the circuit usable as names
+// In place of a circuit, "typing DEVICE ANSWER" (DEVICE battery, resistor or source; "number
+// DEVICE" for the Number tool) quotes the warning shown for a typed value, or the value kept.
 // A data-sigfigs="N" attribute beside data-quote sets the significant figures (3 otherwise).
 
 #include <filesystem>
