@@ -271,6 +271,22 @@ TEST(StretchTool, AStretchThatWouldCrowdTheDevicesOfItsWireIsRefusedWhole) {
                                     "NumNodes 0\n");
 }
 
+TEST(StretchTool, ACarriedDeviceMustStayMoreThanTwentyUnitsFromTheNearEnd) {
+    Circuit circuit;
+    AddWire(circuit, 80, 80, 240, 80);
+    AddElement(circuit, kResistorHorizontal, 10, 120, 80); // a quarter along
+    EditorState state;
+    ASSERT_TRUE(BeginStretch(circuit, state, 80, 80));
+    EXPECT_FALSE(FinishStretch(circuit, state, 160, 80)); // exactly 20 from the end
+    ASSERT_TRUE(BeginStretch(circuit, state, 80, 80));
+    EXPECT_TRUE(FinishStretch(circuit, state, 152, 80)); // 22 from the end
+    EXPECT_EQ(DumpCircuit(circuit), "NumWires 1\n"
+                                    "wire 1 live 152,80 240,80\n"
+                                    "NumElements 1\n"
+                                    "element 1 kind 6 10 at 174,80\n"
+                                    "NumNodes 0\n");
+}
+
 TEST(EraseTool, ErasingAWireTakesItsDevicesAndUndoBringsAllBackOnce) {
     Circuit circuit = Square();
     AddElement(circuit, kBatteryLeft, 12, 120, 80);
