@@ -65,20 +65,16 @@ TEST(HelpQuotes, EachWrongQuoteIsNamedWithWhatTheProgramWrites) {
         {R"(<span data-quote="wheatstone_bridge equation 1">(V2-10)/100 = 0</span>)",
          "wheatstone_bridge equation 1: the help says \"(V2-10)/100 = 0\", the program writes "
          "\"(V2-10)/100 + (V2-0)/200 + (V2-V3)/50 = 0\"\n"},
-        {R"(<p class="eq"><span data-quote="wheatstone_bridge collected 2">-(1/50)*V2+(1/150+1/250+1/50)*V3=10/150</span></p>)",
-         ""},
         {R"(<span data-quote="wheatstone_bridge voltage V2">6.5347</span>)",
          "wheatstone_bridge voltage V2: the help says \"6.5347\", the program writes \"6.53\"\n"},
         {R"(<span data-quote="wheatstone_bridge voltage V2" data-sigfigs="5">6.5347</span>)", ""},
         {R"(<span data-quote="wheatstone_bridge voltage V9">1</span>)",
          "wheatstone_bridge voltage V9: there is no node V9\n"},
-        {R"(<td data-quote="wheatstone_bridge label 6 current">0.00198 &rarr;</td>)", ""},
         {R"(<td data-quote="wheatstone_bridge label 6 voltage">0.099 &rarr;</td>)",
          "wheatstone_bridge label 6 voltage: the help says \"0.099 \u2192\", the program writes "
          "\"\u2190 0.099\"\n"},
         {R"(<td data-quote="wheatstone_bridge label 7 value">1 V</td>)",
          "wheatstone_bridge label 7 value: there is no such label\n"},
-        {R"(<span data-quote="wheatstone_bridge rref 2 3">6.44</span>)", ""},
         {R"(<span data-quote="wheatstone_bridge matrix 3 1">0</span>)",
          "wheatstone_bridge matrix 3 1: there is no such entry\n"},
         {R"(<span data-quote="wheatstone_bridge equation 3">= 0</span>)",
@@ -92,8 +88,6 @@ TEST(HelpQuotes, EachWrongQuoteIsNamedWithWhatTheProgramWrites) {
         {R"(<span data-quote="single_loop equation 1">(V1-0)/100 = 0</span>)",
          "single_loop equation 1: the circuit is refused: You can't do nodal analysis since "
          "there are no nodes.\n"},
-        {R"(<span data-quote="single_loop message">You can&#39;t do nodal analysis since there are no nodes.</span>)",
-         ""},
         {R"(<span data-quote="wheatstone_bridge message">Error</span>)",
          "wheatstone_bridge message: the help says \"Error\", the program writes \"\"\n"},
         {R"(<span data-quote="no_such_circuit equation 1">V1 = 0</span>)",
@@ -111,7 +105,6 @@ TEST(HelpQuotes, EachWrongQuoteIsNamedWithWhatTheProgramWrites) {
          "wheatstone_bridge arithmetic: \"4 over 7\" is not arithmetic\n"},
         {R"(<span data-quote="wheatstone_bridge arithmetic">0.035</span>)",
          "wheatstone_bridge arithmetic: \"0.035\" states no equality\n"},
-        {R"(<span data-quote="typing resistor 2.2e3">2200</span>)", ""},
         {R"(<span data-quote="typing number battery -1.5">1.5</span>)", ""},
         {R"(<span data-quote="typing resistor 1k">1000</span>)",
          "typing resistor 1k: the help says \"1000\", the program writes \"Warning: Invalid "
