@@ -20,8 +20,8 @@ constexpr int kExitUsage = 2;
 struct ReportRenderer {
     virtual ~ReportRenderer() = default;
     virtual ReportPictures& Pictures() = 0;
-    // False when the file cannot be written.
-    virtual bool WritePdf(const RichTextDocument& report, const std::string& path) = 0;
+    // The report as the bytes of a PDF file; empty when it cannot be drawn.
+    virtual std::string PdfBytes(const RichTextDocument& report) = 0;
 };
 
 int RunCli(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,

@@ -1,24 +1,13 @@
 #include "cli/cli.h"
 #include "cli/solve_run.h"
+#include "document/safe_file_write.h"
 #include "report/html_writer.h"
 #include "report/report_files.h"
 #include "report/rtf_writer.h"
 
 #include <filesystem>
-#include <fstream>
 
 namespace ampora::cli {
-
-namespace {
-
-bool WriteFile(const std::string& path, const std::string& bytes) {
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    file.close();
-    return static_cast<bool>(file);
-}
-
-} // namespace
 
 int RunReport(const std::vector<std::string>& args, std::ostream&, std::ostream& err,
               ReportRenderer* renderer) {
@@ -46,22 +35,30 @@ int RunReport(const std::vector<std::string>& args, std::ostream&, std::ostream&
 
     RichTextDocument report;
     LoadRTBoxWithReport(workspace, report, renderer->Pictures());
-    bool written = false;
+    std::string bytes;
     switch (*format) {
     case ReportFileFormat::Html: {
         const std::string name = std::filesystem::path(options->path).filename().string();
-        written = WriteFile(options->output, HtmlText(report, "DC Ampora - " + name));
+        bytes = HtmlText(report, "DC Ampora - " + name);
         break;
     }
     case ReportFileFormat::Rtf:
-        written = WriteFile(options->output, RtfText(report));
+        bytes = RtfText(report);
         break;
     case ReportFileFormat::Pdf:
-        written = renderer->WritePdf(report, options->output);
+        bytes = renderer->PdfBytes(report);
+        if (bytes.empty()) {
+            err << "ampora-cli: " << options->output << ": the PDF could not be drawn\n";
+            return kExitUsage;
+        }
         break;
     }
-    if (!written) {
-        err << "ampora-cli: " << options->output << ": cannot be written\n";
+    // Written beside the old file and moved over it only when whole: a failure leaves the
+    // old file as it was.
+    const FileWriteResult written = WriteFileSafely(options->output, bytes);
+    if (!written.written) {
+        err << "ampora-cli: " << options->output << ": cannot be written: " << written.reason
+            << "\n";
         return kExitUsage;
     }
     return kExitOk;

@@ -11,6 +11,10 @@ namespace ampora {
 
 namespace {
 
+// Tabs stop every half inch, as in a word processor; a picture wider than what is left of
+// the line beside its tab is scaled down as a whole, so it never wraps or runs off the page.
+constexpr const char* kPictureStyle = "max-width: calc(100% - 52px); height: auto";
+
 std::string Escaped(std::string_view text) {
     std::string html;
     for (const char c : text) {
@@ -93,14 +97,14 @@ std::string Style(const TextFormat& format) {
 } // namespace
 
 std::string HtmlText(const RichTextDocument& document, const std::string& title) {
-    std::string html = "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n<title>" +
-                       Escaped(title) +
-                       "</title>\n</head>\n<body>\n<div style=\"white-space: pre-wrap\">";
+    std::string html =
+        "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n<title>" + Escaped(title) +
+        "</title>\n</head>\n<body>\n<div style=\"white-space: pre-wrap; tab-size: 48px\">";
     for (const RichTextRun& run : document.Runs()) {
         if (run.IsPicture()) {
             html += "<img src=\"data:image/png;base64," + Base64(run.Png) + "\" width=\"" +
                     std::to_string(run.Width) + "\" height=\"" + std::to_string(run.Height) +
-                    "\" alt=\"\">";
+                    "\" style=\"" + kPictureStyle + "\" alt=\"\">";
         } else {
             html += "<span style=\"" + Style(run.Format) + "\">" + Escaped(run.Text) + "</span>";
         }

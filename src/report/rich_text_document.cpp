@@ -30,7 +30,7 @@ void RichTextDocument::InsertText(std::string_view text) {
         afterCarriageReturn_ = c == '\r';
         normalised += c == '\r' ? '\n' : c;
     }
-    AppendText(format_, normalised, CharacterCount(normalised));
+    AppendText(format_, normalised, Utf16Length(normalised));
 }
 
 void RichTextDocument::InsertPicture(const std::string& png, int width, int height) {
@@ -47,7 +47,7 @@ RichTextDocument RichTextDocument::Slice(std::size_t start, std::size_t end) con
     slice.format_ = format_;
     std::size_t position = 0;
     for (const RichTextRun& run : runs_) {
-        const std::size_t size = run.IsPicture() ? 1 : CharacterCount(run.Text);
+        const std::size_t size = run.IsPicture() ? 1 : Utf16Length(run.Text);
         const std::size_t from = std::max(start, position);
         const std::size_t to = std::min(end, position + size);
         if (from < to) {
@@ -55,10 +55,11 @@ RichTextDocument RichTextDocument::Slice(std::size_t start, std::size_t end) con
                 slice.runs_.push_back(run);
                 ++slice.length_;
             } else {
-                const std::size_t first = ByteOffsetOfCharacter(run.Text, from - position);
-                const std::size_t last = ByteOffsetOfCharacter(run.Text, to - position);
-                slice.AppendText(run.Format, std::string_view(run.Text).substr(first, last - first),
-                                 to - from);
+                const std::size_t first = ByteOffsetOfUtf16Position(run.Text, from - position);
+                const std::size_t last = ByteOffsetOfUtf16Position(run.Text, to - position);
+                const std::string_view part =
+                    std::string_view(run.Text).substr(first, last - first);
+                slice.AppendText(run.Format, part, Utf16Length(part));
             }
         }
         position += size;

@@ -29,7 +29,8 @@ struct RichTextSink {
     virtual void InsertText(std::string_view text) = 0;
     // A picture given as the bytes of a PNG file and its size in pixels.
     virtual void InsertPicture(const std::string& png, int width, int height) = 0;
-    // Characters so far; a paragraph break and a picture count one each.
+    // Characters so far as a text box counts them: UTF-16 code units, so a character outside
+    // the Basic Multilingual Plane counts two; a paragraph break and a picture count one each.
     virtual std::size_t Length() const = 0;
 };
 

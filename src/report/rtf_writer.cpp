@@ -1,6 +1,7 @@
 #include "report/rtf_writer.h"
 
 #include "report/palette.h"
+#include "report/picture_fit.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,6 +15,12 @@ namespace {
 
 constexpr int kTwipsPerPixel = 15;
 constexpr std::size_t kHexPerLine = 128;
+// The page a word processor starts with: A4 with margins of an inch, tab stops every half
+// inch. Its column is also narrow enough for US Letter, so a report pasted into either fits.
+constexpr int kPageWidth = 11906;
+constexpr int kPageHeight = 16838;
+constexpr int kPageMargin = 1440;
+constexpr int kTabStop = 720;
 
 // The three faces the program uses come first, in this order; other names follow as met.
 std::vector<std::string> FontTable(const RichTextDocument& document) {
@@ -125,11 +132,14 @@ std::string FormatWords(const TextFormat& format, const std::vector<std::string>
 }
 
 // Appended in place: a report's pictures make up most of its bytes.
+// Shown whole in the page's column beside its tab, scaled down as a whole when wider.
 void AppendPicture(std::string& rtf, const RichTextRun& run) {
     static constexpr std::string_view kHex = "0123456789abcdef";
+    const PictureSize shown = FitPicture(run.Width * kTwipsPerPixel, run.Height * kTwipsPerPixel,
+                                         PictureRoom(kPageWidth - 2 * kPageMargin, kTabStop));
     rtf += "{\\pict\\pngblip\\picw" + std::to_string(run.Width) + "\\pich" +
-           std::to_string(run.Height) + "\\picwgoal" + std::to_string(run.Width * kTwipsPerPixel) +
-           "\\pichgoal" + std::to_string(run.Height * kTwipsPerPixel) + "\n";
+           std::to_string(run.Height) + "\\picwgoal" + std::to_string(std::lround(shown.Width)) +
+           "\\pichgoal" + std::to_string(std::lround(shown.Height)) + "\n";
     const std::size_t bytesPerLine = kHexPerLine / 2;
     const std::size_t size = run.Png.size();
     std::size_t at = rtf.size();
@@ -154,7 +164,11 @@ std::string RtfText(const RichTextDocument& document) {
         rtf += "{\\f" + std::to_string(i) + std::string(FontFamily(fonts[i])) + " " +
                Escaped(fonts[i]) + ";}";
     }
-    rtf += "}\n" + ColourTable() + "\\pard\\plain\n";
+    rtf += "}\n" + ColourTable() + "\\paperw" + std::to_string(kPageWidth) + "\\paperh" +
+           std::to_string(kPageHeight) + "\\margl" + std::to_string(kPageMargin) + "\\margr" +
+           std::to_string(kPageMargin) + "\\margt" + std::to_string(kPageMargin) + "\\margb" +
+           std::to_string(kPageMargin) + "\\deftab" + std::to_string(kTabStop) +
+           "\n\\pard\\plain\n";
     for (const RichTextRun& run : document.Runs()) {
         rtf += '{';
         rtf += FormatWords(run.Format, fonts);

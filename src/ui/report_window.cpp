@@ -1,5 +1,6 @@
 #include "ui/report_window.h"
 
+#include "document/safe_file_write.h"
 #include "document/workspace.h"
 #include "report/html_writer.h"
 #include "report/report_builder.h"
@@ -14,10 +15,11 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QMimeData>
+#include <QPointer>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QTextEdit>
 #include <QThread>
+#include <algorithm>
 
 namespace ampora::ui {
 
@@ -25,6 +27,7 @@ namespace {
 
 constexpr int kMargin = 8;
 constexpr int kButtonGap = 40;
+constexpr int kMinimumWidth = 440;
 
 // The system clipboard, offering the report as RTF only. Setting it fails when another
 // program keeps it from us: what we put there is then not what is there.
@@ -51,16 +54,81 @@ struct SystemClipboard : Clipboard {
     }
 };
 
-bool WriteBytes(const QString& path, const std::string& bytes) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
-        return false;
+// The text of a part of the report as a plain-text editor takes it: pictures left out.
+std::string PlainText(const RichTextDocument& part) {
+    std::string text;
+    for (const RichTextRun& run : part.Runs()) {
+        text += run.Text;
     }
-    file.write(bytes.data(), static_cast<qint64>(bytes.size()));
-    return file.commit();
+    return text;
 }
 
+// A part of the report on the clipboard, offered as rich text, HTML and plain text. Each
+// form is made only when a program asks for it, so holding the copy costs no more than the
+// report itself.
+class ReportMimeData : public QMimeData {
+  public:
+    explicit ReportMimeData(RichTextDocument part) : part_(std::move(part)) {}
+
+    QStringList formats() const override {
+        return {QStringLiteral("text/rtf"), QStringLiteral("text/html"),
+                QStringLiteral("text/plain")};
+    }
+    bool hasFormat(const QString& mimeType) const override { return formats().contains(mimeType); }
+
+  protected:
+    QVariant retrieveData(const QString& mimeType, QMetaType type) const override {
+        if (mimeType == QStringLiteral("text/rtf")) {
+            return QByteArray::fromStdString(RtfText(part_));
+        }
+        std::string text;
+        if (mimeType == QStringLiteral("text/html")) {
+            text = HtmlText(part_, "DC Ampora - Report");
+        } else if (mimeType == QStringLiteral("text/plain")) {
+            text = PlainText(part_);
+        } else {
+            return QVariant();
+        }
+        if (type.id() == QMetaType::QByteArray) {
+            return QByteArray::fromStdString(text);
+        }
+        return QString::fromStdString(text);
+    }
+
+  private:
+    RichTextDocument part_;
+};
+
 } // namespace
+
+// The report's box. What Ctrl+C, the context menu's Copy and dragging take from it is the
+// report itself: rich text with its pictures, HTML with the same pictures, and plain text.
+// Its pictures are kept whole within its width.
+class ReportBox : public QTextEdit {
+  public:
+    ReportBox(const RichTextDocument& report, QWidget* parent)
+        : QTextEdit(parent), report_(report) {}
+
+    void FitPicturesToWidth() {
+        FitPictures(*document(), viewport()->width() - 2 * document()->documentMargin(),
+                    devicePixelRatioF());
+    }
+
+  protected:
+    QMimeData* createMimeDataFromSelection() const override {
+        const QTextCursor cursor = textCursor();
+        return new ReportMimeData(report_.Slice(static_cast<std::size_t>(cursor.selectionStart()),
+                                                static_cast<std::size_t>(cursor.selectionEnd())));
+    }
+
+    void resizeEvent(QResizeEvent* event) override {
+        QTextEdit::resizeEvent(event);
+        FitPicturesToWidth();
+    }
+
+  private:
+    const RichTextDocument& report_;
+};
 
 ReportWindow::ReportWindow(Prompts* prompts, QWidget* parent)
     : QWidget(parent, Qt::Window), prompts_(prompts) {
@@ -72,7 +140,9 @@ ReportWindow::ReportWindow(Prompts* prompts, QWidget* parent)
         prompts_ = ownPrompts_.get();
     }
 
-    richTextBox1_ = new QTextEdit(this);
+    richTextBox1_ = new ReportBox(report_, this);
+    // Always there, so that fitting the pictures to the width never makes it come and go.
+    richTextBox1_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     richTextBox1_->setObjectName(QStringLiteral("RichTextBox1"));
     richTextBox1_->setReadOnly(true);
     richTextBox1_->setTextInteractionFlags(Qt::TextSelectableByMouse |
@@ -94,6 +164,10 @@ ReportWindow::ReportWindow(Prompts* prompts, QWidget* parent)
     for (QPushButton* b : {cmdCopyToClipboard_, cmdReportClose_, cmdSaveAs_}) {
         b->resize(button);
     }
+    // Narrow enough for a small screen, wide enough that Save as... at the right never
+    // reaches Close: the pair takes half the window from the middle, Save as... its margin.
+    setMinimumWidth(
+        std::max(kMinimumWidth, 2 * (kButtonGap / 2 + 2 * button.width() + kMargin + kMargin)));
 
     connect(cmdCopyToClipboard_, &QPushButton::clicked, this, [this] { CopyToClipboard(); });
     connect(cmdReportClose_, &QPushButton::clicked, this, &QWidget::close);
@@ -109,13 +183,24 @@ ReportWindow::ReportWindow(Prompts* prompts, QWidget* parent)
 
 ReportWindow::~ReportWindow() = default;
 
+QTextEdit* ReportWindow::RichTextBox1() const {
+    return richTextBox1_;
+}
+
 void ReportWindow::LoadReport(Workspace& ws, ReportPictures& pictures) {
     report_ = RichTextDocument();
     LoadRTBoxWithReport(ws, report_, pictures);
     auto* document = new QTextDocument(richTextBox1_);
     TextCursorSink sink(*document);
     CopyRuns(report_, sink);
+    // The box deletes only the document it made itself, not one handed to it: the last
+    // report goes here, pictures and all, so that printing again and again piles nothing up.
+    const QPointer<QTextDocument> last = richTextBox1_->document();
     richTextBox1_->setDocument(document);
+    if (!last.isNull() && last->parent() == richTextBox1_) {
+        delete last.data();
+    }
+    richTextBox1_->FitPicturesToWidth();
     richTextBox1_->moveCursor(QTextCursor::Start);
 }
 
@@ -138,23 +223,25 @@ bool ReportWindow::SaveReport(const QString& path) {
                               MessageIcon::Exclamation);
         return false;
     }
-    bool written = false;
+    FileWriteResult result;
     switch (*format) {
     case ReportFileFormat::Html:
-        written = WriteBytes(path, HtmlText(report_, windowTitle().toStdString()));
+        result =
+            WriteFileSafely(path.toStdString(), HtmlText(report_, windowTitle().toStdString()));
         break;
     case ReportFileFormat::Rtf:
-        written = WriteBytes(path, RtfText(report_));
+        result = WriteFileSafely(path.toStdString(), RtfText(report_));
         break;
     case ReportFileFormat::Pdf:
-        written = WriteReportPdf(report_, path);
+        result = WriteReportPdf(report_, path);
         break;
     }
-    if (!written) {
-        prompts_->ShowMessage("The report could not be written to " + path.toStdString() + ".",
+    if (!result.written) {
+        prompts_->ShowMessage("The report could not be written to " + path.toStdString() + ": " +
+                                  result.reason + ".",
                               MessageIcon::Exclamation);
     }
-    return written;
+    return result.written;
 }
 
 void ReportWindow::SaveAsClicked() {

@@ -20,6 +20,8 @@ struct ReportPictures;
 
 namespace ampora::ui {
 
+class ReportBox;
+
 class ReportWindow : public QWidget {
     Q_OBJECT
 
@@ -45,7 +47,7 @@ class ReportWindow : public QWidget {
     void SetClipboard(Clipboard* clipboard) { clipboard_ = clipboard; }
 
     const RichTextDocument& Report() const { return report_; }
-    QTextEdit* RichTextBox1() const { return richTextBox1_; }
+    QTextEdit* RichTextBox1() const;
     QPushButton* cmdCopyToClipboard() const { return cmdCopyToClipboard_; }
     QPushButton* cmdReportClose() const { return cmdReportClose_; }
     QPushButton* cmdSaveAs() const { return cmdSaveAs_; }
@@ -59,7 +61,7 @@ class ReportWindow : public QWidget {
     void LayOut();
 
     RichTextDocument report_; // what the box shows, character for character
-    QTextEdit* richTextBox1_ = nullptr;
+    ReportBox* richTextBox1_ = nullptr;
     QPushButton* cmdCopyToClipboard_ = nullptr;
     QPushButton* cmdReportClose_ = nullptr;
     QPushButton* cmdSaveAs_ = nullptr;

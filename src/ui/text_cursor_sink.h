@@ -2,6 +2,7 @@
 // The report written into a Qt text document (the report window's box, the PDF), run by run
 // as the builder writes it, so that a character position means the same in both.
 
+#include "document/safe_file_write.h"
 #include "report/rich_text_document.h"
 
 #include <QTextCursor>
@@ -32,7 +33,19 @@ class TextCursorSink : public RichTextSink {
 // A document's runs replayed into a sink, formats and pictures as they were.
 void CopyRuns(const RichTextDocument& from, RichTextSink& to);
 
-// The report laid out on A4 pages and written as PDF; false when the file cannot be written.
-bool WriteReportPdf(const RichTextDocument& report, const QString& path);
+// Shows every report picture of document whole beside its tab on lines of textWidth: one
+// wider than the room left is scaled down as a whole, keeping its proportions. With a device
+// pixel ratio the shrunk bitmap is redrawn smoothly for a screen of that ratio; with 0 the
+// picture keeps all its pixels (for paper, where they make it sharper).
+void FitPictures(QTextDocument& document, qreal textWidth, qreal devicePixelRatio);
+
+// On a paged document: moves a heading, the sentence that introduces a picture or table and
+// a table's rows onto the page of what they belong with, when that page can hold them all.
+void KeepTogetherOnPages(QTextDocument& document);
+
+// The report laid out on A4 pages as the bytes of a PDF file; empty when it cannot be drawn.
+std::string ReportPdf(const RichTextDocument& report);
+// ReportPdf written safely to path, with the system's reason when it could not be.
+FileWriteResult WriteReportPdf(const RichTextDocument& report, const QString& path);
 
 } // namespace ampora::ui

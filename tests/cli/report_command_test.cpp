@@ -2,9 +2,20 @@
 #include "support/cli_run.h"
 #include "support/solve_session.h"
 #include "support/test_files.h"
+#include "support/wide_circuit.h"
 
 #include <gtest/gtest.h>
 
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
 #include <cstdlib>
 #include <regex>
 
@@ -22,9 +33,8 @@ struct FakeRenderer : cli::ReportRenderer {
         }
     } pictures;
     ReportPictures& Pictures() override { return pictures; }
-    bool WritePdf(const RichTextDocument& report, const std::string& path) override {
-        test::WriteBytes(path, "pdf of " + report.Runs().front().Text);
-        return true;
+    std::string PdfBytes(const RichTextDocument& report) override {
+        return "pdf of " + report.Runs().front().Text;
     }
 };
 
@@ -140,23 +150,197 @@ TEST(CliReportProgram, TheRtfReadsBackWithItsTextAndItsSixPictures) {
               6);
 }
 
-TEST(CliReportProgram, ThePdfHasPagesWithTheReportOnThem) {
+// Runs command in a shell on a disk that is full: every write of 64 KiB or more fails with
+// "No space left on device", as the first large write of a report does there. Smaller
+// writes (messages, the program's own housekeeping) go through.
+int RunOnFullDisk(const std::string& command) {
+    const pid_t child = fork();
+    if (child == -1) {
+        return -1;
+    }
+    if (child == 0) {
+        sock_filter filter[] = {
+            BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+            BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_write, 0, 3),
+            BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, args[2])),
+            BPF_JUMP(BPF_JMP | BPF_JGE | BPF_K, 65536, 0, 1),
+            BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | ENOSPC),
+            BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+        };
+        sock_fprog program{static_cast<unsigned short>(std::size(filter)), filter};
+        if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0 ||
+            prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0) {
+            _exit(125);
+        }
+        execl("/bin/sh", "sh", "-c", command.c_str(), static_cast<char*>(nullptr));
+        _exit(126);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+std::vector<std::string> FolderContents(const std::filesystem::path& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        names.push_back(entry.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+TEST(CliReportProgram, AReportThatCannotBeWrittenLeavesTheOldFileAndSaysWhy) {
     if (!kCliDrawsReports) {
         GTEST_SKIP() << "this build of ampora-cli has no report graphics";
     }
-    if (Shell("command -v pdftotext > /dev/null 2>&1") != 0) {
-        GTEST_SKIP() << "pdftotext is not installed";
+    struct Case {
+        const char* name;
+        bool fullDisk;
+        bool folder; // the output path is a folder
+        const char* reason;
+    };
+    const Case cases[] = {
+        {"r.html", true, false, "No space left on device"},
+        {"r.rtf", true, false, "No space left on device"},
+        {"r.pdf", true, false, "No space left on device"},
+        {"r.pdf", false, true, "Is a directory"},
+    };
+    for (const Case& c : cases) {
+        test::TempDir folder;
+        test::TempDir messages;
+        const std::filesystem::path out = folder / c.name;
+        if (c.folder) {
+            std::filesystem::create_directory(out);
+        } else {
+            test::WriteBytes(out, "the report handed out last week\n");
+        }
+        const std::string command = std::string(AMPORA_CLI_PATH) + " report " +
+                                    Quoted(Example("two_supernodes.amq")) + " -o " + Quoted(out) +
+                                    " 2> " + Quoted(messages / "err");
+        const int code = c.fullDisk ? RunOnFullDisk(command) : Shell(command) >> 8;
+        EXPECT_EQ(code, cli::kExitUsage) << c.name;
+        EXPECT_EQ(test::ReadBytes(messages / "err"),
+                  "ampora-cli: " + out.string() + ": cannot be written: " + c.reason + "\n")
+            << c.name;
+        if (!c.folder) {
+            EXPECT_EQ(test::ReadBytes(out), "the report handed out last week\n") << c.name;
+        }
+        EXPECT_EQ(FolderContents(folder.Path()), std::vector<std::string>{c.name}) << c.name;
+    }
+}
+
+TEST(CliReportProgram, TheReportOfTheLargestExampleIsSmall) {
+    if (!kCliDrawsReports) {
+        GTEST_SKIP() << "this build of ampora-cli has no report graphics";
     }
     test::TempDir folder;
-    ASSERT_EQ(Shell(std::string(AMPORA_CLI_PATH) + " report " + Quoted(Example("supernode.amq")) +
-                    " -o " + Quoted(folder / "r.pdf")),
-              0);
-    EXPECT_EQ(test::ReadBytes(folder / "r.pdf").substr(0, 5), "%PDF-");
-    ASSERT_EQ(Shell("pdftotext " + Quoted(folder / "r.pdf") + " " + Quoted(folder / "r.txt")), 0);
-    const std::string text = test::ReadBytes(folder / "r.txt");
-    for (const char* expected :
-         {"Ampora", "Counting unknowns and equations:", "The electric power:"}) {
-        EXPECT_NE(text.find(expected), std::string::npos) << expected << "\n" << text;
+    const std::vector<std::pair<std::string, std::uintmax_t>> limits = {
+        {"r.html", 1'500'000}, {"r.rtf", 3'000'000}, {"r.pdf", 3'000'000}};
+    for (const auto& [name, limit] : limits) {
+        ASSERT_EQ(Shell(std::string(AMPORA_CLI_PATH) + " report " +
+                        Quoted(Example("two_supernodes.amq")) + " -o " + Quoted(folder / name)),
+                  0);
+        EXPECT_LE(std::filesystem::file_size(folder / name), limit) << name;
+    }
+}
+
+// What pdftohtml finds on the pages of a PDF, in its own units (1.5 per point).
+struct PdfItem {
+    int page;
+    double top, left, width, height;
+    bool image;
+    std::string text;
+};
+
+std::vector<PdfItem> PdfItems(const std::filesystem::path& pdf, const test::TempDir& work) {
+    const std::filesystem::path xml = work / "pages.xml";
+    if (Shell("pdftohtml -xml -q -nodrm " + Quoted(pdf) + " " + Quoted(work / "pages") +
+              " > /dev/null 2>&1") != 0) {
+        return {};
+    }
+    const std::string text = test::ReadBytes(xml);
+    const std::regex item(
+        R"re(<page number="(\d+)"|<image top="([\d.-]+)" left="([\d.-]+)" width="([\d.-]+)" height="([\d.-]+)"|<text top="([\d.-]+)" left="([\d.-]+)" width="([\d.-]+)" height="([\d.-]+)"[^>]*>(.*?)</text>)re");
+    std::vector<PdfItem> items;
+    int page = 0;
+    for (auto it = std::sregex_iterator(text.begin(), text.end(), item);
+         it != std::sregex_iterator(); ++it) {
+        const std::smatch& m = *it;
+        if (m[1].matched) {
+            page = std::stoi(m[1]);
+        } else if (m[2].matched) {
+            items.push_back({page, std::stod(m[2]), std::stod(m[3]), std::stod(m[4]),
+                             std::stod(m[5]), true, ""});
+        } else {
+            items.push_back({page, std::stod(m[6]), std::stod(m[7]), std::stod(m[8]),
+                             std::stod(m[9]), false,
+                             std::regex_replace(m[10].str(), std::regex("<[^>]*>"), "")});
+        }
+    }
+    std::stable_sort(items.begin(), items.end(), [](const PdfItem& a, const PdfItem& b) {
+        return a.page != b.page ? a.page < b.page : a.top < b.top;
+    });
+    return items;
+}
+
+TEST(CliReportProgram, EveryPdfPictureLiesInTheTextColumnOnThePageOfItsHeading) {
+    if (!kCliDrawsReports) {
+        GTEST_SKIP() << "this build of ampora-cli has no report graphics";
+    }
+    if (Shell("command -v pdftohtml > /dev/null 2>&1") != 0) {
+        GTEST_SKIP() << "pdftohtml is not installed";
+    }
+    test::TempDir folder;
+    // The largest example stretched to 1440 units across, and every example in the largest
+    // font, whose pages break most often.
+    test::WriteBytes(
+        folder / "wide.amq",
+        test::StretchedAcross(test::ReadBytes(test::ExamplesDir() / "two_supernodes.amq"), 2));
+    std::vector<std::pair<std::filesystem::path, std::string>> runs = {{folder / "wide.amq", "3"}};
+    for (const std::filesystem::path& example : test::ExampleFiles()) {
+        runs.push_back({example, "4"});
+    }
+    // A4 is 595.28 points wide with margins of 20 mm; the pictures stand one tab (48 pixels
+    // of 96 to the inch) and the text's own 4-pixel margin in from the column's left edge.
+    const double zoom = 1.5;
+    const double columnLeft = 20 / 25.4 * 72 * zoom;
+    const double columnRight = (595.28 - 20 / 25.4 * 72) * zoom;
+    const double indent = (48 + 4) * 0.75 * zoom;
+    for (const auto& [circuit, font] : runs) {
+        test::TempDir work;
+        const std::filesystem::path pdf = work / "r.pdf";
+        ASSERT_EQ(Shell(std::string(AMPORA_CLI_PATH) + " report --font " + font + " " +
+                        Quoted(circuit) + " -o " + Quoted(pdf)),
+                  0)
+            << circuit;
+        const std::vector<PdfItem> items = PdfItems(pdf, work);
+        int pictures = 0;
+        for (const PdfItem& item : items) {
+            if (item.image) {
+                ++pictures;
+                EXPECT_NEAR(item.left, columnLeft + indent, 2) << circuit << " page " << item.page;
+                EXPECT_LE(item.left + item.width, columnRight + 1)
+                    << circuit << " page " << item.page;
+            }
+        }
+        EXPECT_GE(pictures, 4) << circuit;
+        // Each diagram's heading, and the sentences before the equation pictures, on the page
+        // of the picture they introduce.
+        for (const char* heading : {"The circuit:", "The voltage:", "The electric current:",
+                                    "The electric power:", "The equations and their solutions:"}) {
+            const auto at = std::find_if(items.begin(), items.end(), [&](const PdfItem& item) {
+                return !item.image && item.text.find(heading) != std::string::npos;
+            });
+            if (at == items.end()) {
+                // Only a circuit with no unknowns has no equations.
+                EXPECT_EQ(std::string(heading), "The equations and their solutions:") << circuit;
+                continue;
+            }
+            const auto picture =
+                std::find_if(at, items.end(), [](const PdfItem& item) { return item.image; });
+            ASSERT_NE(picture, items.end()) << heading << " in " << circuit;
+            EXPECT_EQ(picture->page, at->page) << heading << " in " << circuit;
+        }
     }
 }
 

@@ -48,6 +48,8 @@ TEST(RtfWriter, ASmallReportIsWrittenWhole) {
               "{\\fonttbl{\\f0\\fswiss Arial;}{\\f1\\froman Times New Roman;}"
               "{\\f2\\fmodern Courier New;}}\n" +
                   kColourTable +
+                  "\\paperw11906\\paperh16838\\margl1440\\margr1440\\margt1440\\margb1440"
+                  "\\deftab720\n"
                   "\\pard\\plain\n"
                   "{\\f1\\fs36\\b\\cf0 Ampora\\par\n}\n"
                   "{\\f1\\fs24\\b\\cf0 The circuit:}\n"
@@ -94,6 +96,29 @@ TEST(RtfWriter, PicturesAreEmbeddedAsPngHexWithTheirSizeInTwips) {
     EXPECT_EQ(document.Length(), 3u);
 }
 
+TEST(RtfWriter, APictureWiderThanThePageColumnIsScaledDownWhole) {
+    // The column of A4 with inch margins is 9026 twips; the tab takes 720 and a twip is
+    // kept spare, leaving 8305 twips (553 pixels and a third) beside the tab.
+    struct Case {
+        int width, height;
+        const char* size;
+    };
+    const Case cases[] = {
+        {553, 100, "\\picw553\\pich100\\picwgoal8295\\pichgoal1500"},
+        {554, 100, "\\picw554\\pich100\\picwgoal8305\\pichgoal1499"},
+        {2000, 500, "\\picw2000\\pich500\\picwgoal8305\\pichgoal2076"},
+        {3000, 30, "\\picw3000\\pich30\\picwgoal8305\\pichgoal83"},
+    };
+    for (const Case& c : cases) {
+        RichTextDocument document;
+        document.InsertPicture("\x89PNG", c.width, c.height);
+        EXPECT_NE(RtfText(document).find(std::string("{\\pict\\pngblip") + c.size + "\n"),
+                  std::string::npos)
+            << c.width << " x " << c.height << "\n"
+            << RtfText(document);
+    }
+}
+
 TEST(RichTextDocument, LengthCountsCharactersWithABreakOrAPictureAsOne) {
     RichTextDocument document;
     document.InsertText("a\xCE\xA9\r");
@@ -115,6 +140,36 @@ TEST(RtfWriter, ASelectionKeepsOnlyItsCharactersWithTheirFormats) {
               "}\n");
     EXPECT_EQ(RtfText(SmallReport(), 100, 200).substr(RtfText(SmallReport()).find("\\pard")),
               "\\pard\\plain\n}\n");
+}
+
+TEST(RichTextDocument, PositionsCountAsATextBoxCountsThemAlsoPastTheBasicPlane) {
+    // A path with an emoji (two UTF-16 units), then a heading: a selection made in the box
+    // by its positions takes exactly the characters shown selected.
+    RichTextDocument document;
+    document.InsertText("/home/\xF0\x9F\x94\x8B/c.amq\r\n");
+    TextFormat bold;
+    bold.Bold = true;
+    document.SetFormat(bold);
+    document.InsertText("The circuit:");
+    EXPECT_EQ(document.Length(), 27u);
+    struct Case {
+        std::size_t start, end;
+        const char* text;
+    };
+    const Case cases[] = {
+        {6, 8, "\xF0\x9F\x94\x8B"}, {0, 14, "/home/\xF0\x9F\x94\x8B/c.amq"},
+        {8, 15, "/c.amq\n"},        {15, 27, "The circuit:"},
+        {19, 26, "circuit"},
+    };
+    for (const Case& c : cases) {
+        const RichTextDocument slice = document.Slice(c.start, c.end);
+        std::string text;
+        for (const RichTextRun& run : slice.Runs()) {
+            text += run.Text;
+        }
+        EXPECT_EQ(text, c.text) << c.start << ".." << c.end;
+        EXPECT_EQ(slice.Length(), c.end - c.start);
+    }
 }
 
 TEST(RtfWriter, AnIndependentReaderFindsTheText) {
@@ -144,7 +199,7 @@ TEST(HtmlWriter, RunsBecomeStyledSpansAndPicturesDataUris) {
     EXPECT_EQ(HtmlText(document, "Report & more"),
               "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n"
               "<title>Report &amp; more</title>\n</head>\n<body>\n"
-              "<div style=\"white-space: pre-wrap\">"
+              "<div style=\"white-space: pre-wrap; tab-size: 48px\">"
               "<span style=\"font-family: 'Times New Roman'; font-size: 18pt; font-weight: "
               "bold\">Ampora\n</span>"
               "<span style=\"font-family: 'Times New Roman'; font-size: 12pt; font-weight: "
@@ -152,7 +207,8 @@ TEST(HtmlWriter, RunsBecomeStyledSpansAndPicturesDataUris) {
               "<span style=\"font-family: 'Times New Roman'; font-size: 12pt\">\n\n\tsee </span>"
               "<span style=\"font-family: 'Times New Roman'; font-size: 12pt; font-style: "
               "italic; text-decoration: underline; color: #0000ff\">here &lt;&amp;&gt;</span>"
-              "<img src=\"data:image/png;base64,iVBORw==\" width=\"3\" height=\"4\" alt=\"\">"
+              "<img src=\"data:image/png;base64,iVBORw==\" width=\"3\" height=\"4\" "
+              "style=\"max-width: calc(100% - 52px); height: auto\" alt=\"\">"
               "</div>\n</body>\n</html>\n");
 }
 

@@ -13,8 +13,8 @@ namespace {
 struct QtReportRenderer : ampora::cli::ReportRenderer {
     ampora::ui::QtReportPictures pictures;
     ampora::ReportPictures& Pictures() override { return pictures; }
-    bool WritePdf(const ampora::RichTextDocument& report, const std::string& path) override {
-        return ampora::ui::WriteReportPdf(report, QString::fromStdString(path));
+    std::string PdfBytes(const ampora::RichTextDocument& report) override {
+        return ampora::ui::ReportPdf(report);
     }
 };
 

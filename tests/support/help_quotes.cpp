@@ -1,0 +1,436 @@
+#include "support/help_quotes.h"
+
+#include "analysis/format_number.h"
+#include "analysis/result_labels.h"
+#include "cli/solve_run.h"
+#include "document/circuit_edit.h"
+#include "document/number_text.h"
+#include "editor/editing_tools.h"
+#include "support/expression_value.h"
+#include "support/scripted_prompts.h"
+#include "support/test_files.h"
+
+#include <cmath>
+#include <map>
+#include <optional>
+#include <sstream>
+
+namespace ampora::test {
+
+namespace {
+
+// One element of the page: where its opening tag starts, where its content starts and ends,
+// and where its closing tag ends.
+struct ElementSpan {
+    std::size_t open = 0;
+    std::size_t contentBegin = 0;
+    std::size_t contentEnd = 0;
+    std::size_t close = 0;
+};
+
+std::string TagName(const std::string& html, std::size_t open) {
+    std::size_t end = open + 1;
+    while (end < html.size() && std::isalnum(static_cast<unsigned char>(html[end])) != 0) {
+        ++end;
+    }
+    return html.substr(open + 1, end - open - 1);
+}
+
+bool OpensTag(const std::string& html, std::size_t at, const std::string& tag) {
+    if (html.compare(at, tag.size() + 1, "<" + tag) != 0) {
+        return false;
+    }
+    const char after = at + tag.size() + 1 < html.size() ? html[at + tag.size() + 1] : '>';
+    return after == '>' || after == ' ' || after == '\n';
+}
+
+// The element whose opening tag starts at `open`, up to its matching closing tag (elements
+// of the same name inside it are counted).
+std::optional<ElementSpan> ElementAt(const std::string& html, std::size_t open) {
+    const std::string tag = TagName(html, open);
+    const std::size_t openEnd = html.find('>', open);
+    if (tag.empty() || openEnd == std::string::npos) {
+        return std::nullopt;
+    }
+    ElementSpan span{open, openEnd + 1, 0, 0};
+    int depth = 1;
+    for (std::size_t at = span.contentBegin; at < html.size(); ++at) {
+        if (html[at] != '<') {
+            continue;
+        }
+        if (OpensTag(html, at, tag)) {
+            ++depth;
+        } else if (html.compare(at, tag.size() + 3, "</" + tag + ">") == 0 && --depth == 0) {
+            span.contentEnd = at;
+            span.close = at + tag.size() + 3;
+            return span;
+        }
+    }
+    return std::nullopt;
+}
+
+// The value of attribute `name` in the opening tag html[open, openEnd), or nothing.
+std::optional<std::string> Attribute(const std::string& html, const ElementSpan& span,
+                                     const std::string& name) {
+    const std::string openTag = html.substr(span.open, span.contentBegin - span.open);
+    const std::string key = " " + name + "=\"";
+    const std::size_t at = openTag.find(key);
+    if (at == std::string::npos) {
+        return std::nullopt;
+    }
+    const std::size_t begin = at + key.size();
+    const std::size_t end = openTag.find('"', begin);
+    return end == std::string::npos ? std::nullopt
+                                    : std::optional(openTag.substr(begin, end - begin));
+}
+
+void AppendUtf8(std::string& out, unsigned code) {
+    if (code < 0x80) {
+        out += static_cast<char>(code);
+    } else if (code < 0x800) {
+        out += static_cast<char>(0xC0 | (code >> 6));
+        out += static_cast<char>(0x80 | (code & 0x3F));
+    } else {
+        out += static_cast<char>(0xE0 | (code >> 12));
+        out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (code & 0x3F));
+    }
+}
+
+const std::map<std::string, unsigned>& NamedEntities() {
+    static const std::map<std::string, unsigned> entities = {
+        {"amp", '&'},       {"lt", '<'},       {"gt", '>'},       {"quot", '"'},
+        {"nbsp", ' '},      {"Omega", 0x03A9}, {"times", 0x00D7}, {"minus", 0x2212},
+        {"middot", 0x00B7}, {"uarr", 0x2191},  {"darr", 0x2193},  {"larr", 0x2190},
+        {"rarr", 0x2192},   {"rsquo", 0x2019}, {"lsquo", 0x2018}, {"ndash", 0x2013}};
+    return entities;
+}
+
+// Blanks, tabs and line breaks in runs become one blank, none at either end: what a reader
+// of the page (and of the program's window) sees.
+std::string Collapse(const std::string& text) {
+    std::string out;
+    bool blank = false;
+    for (const char c : text) {
+        if (c == ' ' || c == '\t' || c == '\r' || c == '\n') {
+            blank = !out.empty();
+            continue;
+        }
+        if (blank) {
+            out += ' ';
+            blank = false;
+        }
+        out += c;
+    }
+    return out;
+}
+
+// Whether a tag ends a line or a cell, so that the words on either side stay apart; <b>,
+// <i> and <span> do not.
+bool BreaksLine(const std::string& tag) {
+    const std::size_t begin = tag.find_first_not_of("</");
+    const std::size_t end = tag.find_first_of(" />", begin);
+    const std::string name = tag.substr(begin, end - begin);
+    for (const char* block : {"br", "p", "div", "td", "th", "tr", "li", "table", "ul", "ol"}) {
+        if (name == block) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// The text a browser shows for an HTML fragment: tags dropped, entities decoded.
+std::string ReaderText(const std::string& html) {
+    std::string out;
+    for (std::size_t at = 0; at < html.size(); ++at) {
+        if (html[at] == '<') {
+            const std::size_t end = html.find('>', at);
+            if (end == std::string::npos) {
+                break;
+            }
+            if (BreaksLine(html.substr(at, end - at + 1))) {
+                out += ' ';
+            }
+            at = end;
+        } else if (html[at] == '&') {
+            const std::size_t end = html.find(';', at);
+            const std::string name =
+                end == std::string::npos ? "" : html.substr(at + 1, end - at - 1);
+            const auto named = NamedEntities().find(name);
+            if (named != NamedEntities().end()) {
+                AppendUtf8(out, named->second);
+                at = end;
+            } else if (name.size() > 1 && name[0] == '#') {
+                AppendUtf8(out, static_cast<unsigned>(std::stoul(name.substr(1))));
+                at = end;
+            } else {
+                out += '&'; // left as written, so the comparison shows it
+            }
+        } else {
+            out += html[at];
+        }
+    }
+    return Collapse(out);
+}
+
+std::string Replace(std::string text, const std::string& from, const std::string& to) {
+    for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
+        text.replace(at, from.size(), to);
+    }
+    return text;
+}
+
+std::vector<std::string> Split(const std::string& text, const std::string& separator) {
+    std::vector<std::string> parts;
+    std::size_t begin = 0;
+    for (std::size_t at; (at = text.find(separator, begin)) != std::string::npos;
+         begin = at + separator.size()) {
+        parts.push_back(text.substr(begin, at - begin));
+    }
+    parts.push_back(text.substr(begin));
+    return parts;
+}
+
+// How far a written number may lie from the exact one: half a unit of its last written
+// digit for a rounded decimal, next to nothing for an expression.
+double Tolerance(const std::string& side, double exact) {
+    const std::string number = Collapse(side);
+    if (number.find_first_not_of("-0123456789.") == std::string::npos) {
+        const std::size_t point = number.find('.');
+        const int decimals =
+            point == std::string::npos ? 0 : static_cast<int>(number.size() - point - 1);
+        return 0.5 * std::pow(10.0, -decimals) * 1.000001;
+    }
+    return 1e-9 * std::max(1.0, std::fabs(exact));
+}
+
+std::string ArithmeticMismatch(const Workspace& ws, const std::string& text) {
+    std::map<std::string, double> names;
+    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
+        names[ws.circuit.NodeLabels[slot].Name] = ws.circuit.NodeLabels[slot].Voltage;
+    }
+    const std::string plain = Replace(Replace(text, "\u00D7", "*"), "\u2212", "-");
+    const std::vector<std::string> sides = Split(plain, "=");
+    if (sides.size() < 2) {
+        return "\"" + text + "\" states no equality";
+    }
+    std::optional<double> exact;
+    for (const std::string& side : sides) {
+        const std::optional<double> value = ExpressionValue(Collapse(side), names);
+        if (!value) {
+            return "\"" + Collapse(side) + "\" is not arithmetic";
+        }
+        if (!exact) {
+            exact = value;
+        } else if (std::fabs(*value - *exact) > Tolerance(side, *exact)) {
+            std::ostringstream line;
+            line << "in \"" << text << "\", " << Collapse(side) << " is not " << *exact;
+            return line.str();
+        }
+    }
+    return "";
+}
+
+// The text the program writes for `what`, or why there is none (starting with "!").
+std::string ProgramText(Workspace& ws, const std::string& message, bool solved,
+                        const std::string& what, int sigFigs) {
+    std::istringstream words(what);
+    std::string kind;
+    words >> kind;
+    if (kind == "message") {
+        return message;
+    }
+    if (!solved) {
+        return "!the circuit is refused: " + message;
+    }
+    const Equations& eq = ws.equations;
+    const auto pick = [](const auto& texts, int n) -> std::string {
+        return n >= 1 && static_cast<std::size_t>(n) <= texts.size()
+                   ? std::string(texts[static_cast<std::size_t>(n - 1)])
+                   : "!there is no such text";
+    };
+    int n = 0;
+    int m = 0;
+    std::string name;
+    if (kind == "equation" && words >> n) {
+        return pick(eq.FirstWritten, n);
+    }
+    if (kind == "collected" && words >> n) {
+        return pick(eq.Collected, n);
+    }
+    if (kind == "caption" && words >> n) {
+        return pick(eq.EqnText, n);
+    }
+    if (kind == "counting" && words >> n) {
+        return pick(Split(eq.CountingText, "\r\n\r\n"), n);
+    }
+    if (kind == "voltage" && words >> name) {
+        for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
+            if (ws.circuit.NodeLabels[slot].Name == name) {
+                return FormatNumber(ws.circuit.NodeLabels[slot].Voltage, sigFigs);
+            }
+        }
+        return "!there is no node " + name;
+    }
+    if ((kind == "matrix" || kind == "rref") && words >> n >> m) {
+        if (n < 1 || n > eq.NumUnknowns || m < 1 || m > eq.NumUnknowns + 1) {
+            return "!there is no such entry";
+        }
+        return FormatNumber(kind == "matrix" ? eq.Augmented(n, m) : eq.Reduced(n, m), sigFigs);
+    }
+    if (kind == "label" && words >> n >> name) {
+        const std::map<std::string, int> views = {{"value", kViewValues},
+                                                  {"current", kViewCurrents},
+                                                  {"voltage", kViewVoltages},
+                                                  {"power", kViewPower}};
+        if (n < 1 || n > ws.circuit.NumElements || ws.circuit.Elements[n].Kind == kEmpty ||
+            views.count(name) == 0) {
+            return "!there is no such label";
+        }
+        return ElementLabel(ws, n, views.at(name), sigFigs);
+    }
+    if (kind == "power") {
+        ws.ViewMode = kViewPower;
+        WriteLabels(ws, sigFigs);
+        return ResultsStatusText(ws, sigFigs);
+    }
+    return "!the help asks for something the test does not know";
+}
+
+// What the program answers when `answer` is typed for a new device of the kind named first
+// in `what` ("battery", "resistor" or "source"), or, with "number" in front, typed with the
+// Number tool for a device placed with the value 10: the warning shown, or else the value
+// kept.
+std::string TypingText(const std::string& what) {
+    std::istringstream words(what);
+    std::string device;
+    words >> device;
+    const bool numberTool = device == "number";
+    if (numberTool) {
+        words >> device;
+    }
+    std::string answer;
+    std::getline(words >> std::ws, answer);
+    const std::map<std::string, int> tools = {
+        {"battery", kBatteryTool}, {"resistor", kResistorTool}, {"source", kSourceTool}};
+    if (tools.count(device) == 0) {
+        return "!there is no device " + device;
+    }
+    Circuit circuit;
+    AddWire(circuit, 40, 80, 200, 80);
+    EditorState state;
+    ScriptedPrompts prompts;
+    prompts.textAnswers = {numberTool ? "10" : answer, answer};
+    const int slot = PlaceDevice(circuit, state, prompts, tools.at(device), 120, 80);
+    if (numberTool) {
+        RenumberDevice(circuit, state, prompts, slot);
+    }
+    if (!prompts.messages.empty()) {
+        const std::string& shown = prompts.messages.back();
+        return shown.rfind("(!) ", 0) == 0 ? shown.substr(4) : shown;
+    }
+    return ShortestText(circuit.Elements[slot].Value);
+}
+
+} // namespace
+
+std::filesystem::path HelpCircuitsDir() {
+    return std::filesystem::path(AMPORA_SOURCE_DIR) / "tests" / "data" / "help";
+}
+
+std::vector<HelpQuote> FindQuotes(const std::string& html) {
+    std::vector<HelpQuote> quotes;
+    for (std::size_t at = 0; (at = html.find(" data-quote=\"", at)) != std::string::npos; ++at) {
+        HelpQuote quote;
+        const std::size_t open = html.rfind('<', at);
+        const std::optional<ElementSpan> found =
+            open == std::string::npos ? std::nullopt : ElementAt(html, open);
+        if (!found.has_value()) {
+            quote.what = "an unclosed element near \"" + html.substr(at, 40) + "\"";
+            quotes.push_back(quote);
+            continue;
+        }
+        const ElementSpan span = *found;
+        std::istringstream words(Attribute(html, span, "data-quote").value_or(""));
+        words >> quote.circuit;
+        std::getline(words >> std::ws, quote.what);
+        if (const auto figures = Attribute(html, span, "data-sigfigs")) {
+            quote.sigFigs = std::atoi(figures->c_str());
+        }
+        quote.text =
+            ReaderText(html.substr(span.contentBegin, span.contentEnd - span.contentBegin));
+        quotes.push_back(quote);
+    }
+    return quotes;
+}
+
+std::string QuoteMismatch(const HelpQuote& quote) {
+    const std::string name = quote.circuit + " " + quote.what;
+    if (quote.circuit == "typing") {
+        const std::string written = TypingText(quote.what);
+        if (!written.empty() && written[0] == '!') {
+            return name + ": " + written.substr(1);
+        }
+        return Collapse(written) == quote.text ? ""
+                                               : name + ": the help says \"" + quote.text +
+                                                     "\", the program writes \"" + written + "\"";
+    }
+    std::filesystem::path path = ExamplesDir() / (quote.circuit + ".amq");
+    if (!std::filesystem::exists(path)) {
+        path = HelpCircuitsDir() / (quote.circuit + ".amq");
+    }
+    if (quote.circuit.empty() || !std::filesystem::exists(path)) {
+        return name + ": there is no such circuit";
+    }
+    Workspace ws;
+    cli::RunOptions options;
+    options.path = path.string();
+    options.sigFigs = static_cast<std::int16_t>(quote.sigFigs);
+    cli::RecordedPrompts prompts;
+    std::ostringstream err;
+    const std::optional<cli::SolvedRun> run = cli::OpenAndSolve(ws, options, prompts, err);
+    if (!run) {
+        return name + ": the circuit cannot be read: " + err.str();
+    }
+    if (quote.what == "arithmetic") {
+        const std::string wrong = ArithmeticMismatch(ws, quote.text);
+        return wrong.empty() ? "" : name + ": " + wrong;
+    }
+    const std::string written =
+        ProgramText(ws, prompts.message, run->solved, quote.what, quote.sigFigs);
+    if (!written.empty() && written[0] == '!') {
+        return name + ": " + written.substr(1);
+    }
+    if (Collapse(written) == quote.text) {
+        return "";
+    }
+    return name + ": the help says \"" + quote.text + "\", the program writes \"" +
+           Collapse(written) + "\"";
+}
+
+std::string UnquotedEquationText(const std::string& html) {
+    std::string unquoted;
+    for (std::size_t at = 0; (at = html.find(" class=\"eq\"", at)) != std::string::npos; ++at) {
+        const std::optional<ElementSpan> block = ElementAt(html, html.rfind('<', at));
+        if (!block) {
+            return "an unclosed equation block";
+        }
+        std::string inside =
+            html.substr(block->contentBegin, block->contentEnd - block->contentBegin);
+        for (std::size_t q; (q = inside.find(" data-quote=\"")) != std::string::npos;) {
+            const std::size_t open = inside.rfind('<', q);
+            const std::optional<ElementSpan> quote = ElementAt(inside, open);
+            if (!quote) {
+                return "an unclosed quote";
+            }
+            inside.erase(open, quote->close - open);
+        }
+        const std::string left = ReaderText(inside);
+        if (!left.empty()) {
+            unquoted += (unquoted.empty() ? "" : " | ") + left;
+        }
+    }
+    return unquoted;
+}
+
+} // namespace ampora::test
