@@ -10,10 +10,14 @@
 #include <QLabel>
 #include <QPixmap>
 #include <QPlainTextEdit>
+#include <QScreen>
 #include <QScrollArea>
+#include <QStyle>
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace ampora::ui {
 
@@ -85,6 +89,7 @@ EquationsWindow::EquationsWindow(const Workspace& workspace, QWidget* parent)
     scroll->setObjectName(QStringLiteral("scrollEquations"));
     scroll->setWidgetResizable(true);
     auto* page = new QWidget(scroll);
+    page_ = page;
     page->setObjectName(QStringLiteral("pageEquations"));
     page->setAutoFillBackground(true);
     page->setBackgroundRole(QPalette::Base);
@@ -136,6 +141,42 @@ QLabel* EquationsWindow::Caption(int index) const {
     return captions_[static_cast<std::size_t>(index)];
 }
 
+QSize EquationsWindow::PageSize() const {
+    return page_->layout()->sizeHint();
+}
+
+void EquationsWindow::FitToContents() {
+    const QScreen* screen = this->screen();
+    QWidget* current = tabs_->currentWidget();
+    if (screen == nullptr || current == nullptr) {
+        return;
+    }
+    // Around the page: the window's and the tab's frames (what the visible tab is short of
+    // the window), the scroll area's frame and a scroll bar of each kind.
+    auto* scroll = static_cast<QScrollArea*>(tabs_->widget(1));
+    const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, scroll);
+    const QSize around = size() - current->size() +
+                         QSize(2 * scroll->frameWidth() + scrollBar, 2 * scroll->frameWidth());
+    const QSize wanted = PageSize() + around;
+    const QRect available = screen->availableGeometry();
+    const int width = std::max(this->width(), std::min(wanted.width(), available.width()));
+    const int height = std::max(this->height(), std::min(wanted.height(), available.height() / 2));
+    if (width == this->width() && height == this->height()) {
+        return;
+    }
+    resize(width, height);
+    // A window made larger is kept whole on the screen.
+    const QRect frame = frameGeometry();
+    const QSize frameExtra = frame.size() - size();
+    const int left =
+        std::clamp(frame.left(), available.left(),
+                   std::max(available.left(), available.right() + 1 - width - frameExtra.width()));
+    const int top = std::clamp(
+        frame.top(), available.top(),
+        std::max(available.top(), available.bottom() + 1 - height - frameExtra.height()));
+    move(left, top);
+}
+
 QImage EquationsWindow::Picture(int which) const {
     return which == 1 ? picture1_ : picture2_;
 }
@@ -169,8 +210,10 @@ void EquationsWindow::Rebuild() {
         label->setVisible(!label->text().isEmpty());
     }
 
-    picture1_ = unknowns > 0 ? EquationPicture(ws, 1) : QImage();
-    picture2_ = unknowns > 0 ? EquationPicture(ws, 2) : QImage();
+    // Drawn at the screen's own pixel density, so that they stay sharp on a scaled screen.
+    const qreal density = devicePixelRatioF();
+    picture1_ = unknowns > 0 ? EquationPicture(ws, 1, density) : QImage();
+    picture2_ = unknowns > 0 ? EquationPicture(ws, 2, density) : QImage();
     ShowPicture(picEquations1_, picture1_);
     ShowPicture(picEquations2_, picture2_);
 

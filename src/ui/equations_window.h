@@ -30,14 +30,21 @@ class EquationsWindow : public QWidget {
     // The two pictures as last drawn: 1 the equations as first written, 2 collected.
     QImage Picture(int which) const;
 
+    // Before the window is shown: widens it (and lengthens it, up to half the screen) so that
+    // the equations, the matrices and the solutions fit without sideways scrolling, as far
+    // as the screen allows, and brings it wholly onto the screen when it was made larger.
+    void FitToContents();
+
   private:
     QLabel* Caption(int index) const;
+    QSize PageSize() const;
     void FillGrid(QTableWidget* grid, bool reduced);
     void FillSolutions();
     void ShowPicture(QLabel* label, const QImage& image);
 
     const Workspace& workspace_;
     QTabWidget* tabs_ = nullptr;
+    QWidget* page_ = nullptr; // the scrolled page of the equations tab
     QPlainTextEdit* txtCounting_ = nullptr;
     std::array<QLabel*, 8> captions_{}; // 1..7; 2 stays unused
     QLabel* picEquations1_ = nullptr;

@@ -150,7 +150,7 @@ TEST(CircuitFile, EveryWayOfWritingANumberReadsAsItsValue) {
     EXPECT_EQ(DumpCircuit(circuit), "NumWires 6\n"
                                     "wire 1 live 0,-0 7,-1234567\n"
                                     "wire 2 live 5,-3 4,12345678\n"
-                                    "wire 3 live 2.5,1000 1e+08,-12345678848\n"
+                                    "wire 3 live 2.5,1000 100000000,-12345679000\n"
                                     "wire 4 live 8,16 24,32\n"
                                     "wire 5 live -8,-16 -24,-32\n"
                                     "wire 6 live 1,2 3,16777216\n"

@@ -106,9 +106,14 @@ struct Session {
     void ShootEquations(const QString& name) const {
         const QByteArray dir = qgetenv("AMPORA_SCREENSHOT_DIR");
         if (!dir.isEmpty()) {
-            // Tall enough to show the whole tab at once.
-            Equations()->resize(720, 1100);
+            // As it opened, then tall enough to show the whole tab at once.
+            const QSize opened = Equations()->size();
+            QCoreApplication::processEvents();
+            Equations()->grab().save(QString::fromLocal8Bit(dir) + "/" + name + "_opened.png");
+            Equations()->resize(opened.width(), 1100);
+            QCoreApplication::processEvents();
             Equations()->grab().save(QString::fromLocal8Bit(dir) + "/" + name + ".png");
+            Equations()->resize(opened);
         }
     }
 };
@@ -243,9 +248,7 @@ class AnalysisStepsTest : public QObject {
                                     "are marked [ ]  "));
             QVERIFY(!s.Find<QToolBar>("Toolbar")->isEnabled());
             s.Press("cmdAutoName1");
-            const QString shots = name == "supernode.amq" || name == "two_supernodes.amq"
-                                      ? QFileInfo(name).baseName()
-                                      : QString();
+            const QString shots = QFileInfo(name).baseName();
             if (!shots.isEmpty()) {
                 s.Shoot(shots + "_step2");
             }
