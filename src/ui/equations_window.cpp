@@ -12,6 +12,7 @@
 #include <QPlainTextEdit>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QStyle>
 #include <QTabWidget>
 #include <QTableWidget>
@@ -86,6 +87,7 @@ EquationsWindow::EquationsWindow(const Workspace& workspace, QWidget* parent)
     tabs_->addTab(txtCounting_, QStringLiteral("Unknowns and equations"));
 
     auto* scroll = new QScrollArea(tabs_);
+    scroll_ = scroll;
     scroll->setObjectName(QStringLiteral("scrollEquations"));
     scroll->setWidgetResizable(true);
     auto* page = new QWidget(scroll);
@@ -153,10 +155,9 @@ void EquationsWindow::FitToContents() {
     }
     // Around the page: the window's and the tab's frames (what the visible tab is short of
     // the window), the scroll area's frame and a scroll bar of each kind.
-    auto* scroll = static_cast<QScrollArea*>(tabs_->widget(1));
-    const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, scroll);
+    const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, scroll_);
     const QSize around = size() - current->size() +
-                         QSize(2 * scroll->frameWidth() + scrollBar, 2 * scroll->frameWidth());
+                         QSize(2 * scroll_->frameWidth() + scrollBar, 2 * scroll_->frameWidth());
     const QSize wanted = PageSize() + around;
     const QRect available = screen->availableGeometry();
     const int width = std::max(this->width(), std::min(wanted.width(), available.width()));
@@ -175,6 +176,12 @@ void EquationsWindow::FitToContents() {
         frame.top(), available.top(),
         std::max(available.top(), available.bottom() + 1 - height - frameExtra.height()));
     move(left, top);
+}
+
+void EquationsWindow::ScrollToTop() {
+    txtCounting_->verticalScrollBar()->setValue(0);
+    scroll_->verticalScrollBar()->setValue(0);
+    scroll_->horizontalScrollBar()->setValue(0);
 }
 
 QImage EquationsWindow::Picture(int which) const {

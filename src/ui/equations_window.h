@@ -8,6 +8,7 @@
 
 class QLabel;
 class QPlainTextEdit;
+class QScrollArea;
 class QTabWidget;
 class QTableWidget;
 
@@ -35,6 +36,9 @@ class EquationsWindow : public QWidget {
     // as the screen allows, and brings it wholly onto the screen when it was made larger.
     void FitToContents();
 
+    // A newly solved circuit is read from the top of both tabs.
+    void ScrollToTop();
+
   private:
     QLabel* Caption(int index) const;
     QSize PageSize() const;
@@ -44,7 +48,8 @@ class EquationsWindow : public QWidget {
 
     const Workspace& workspace_;
     QTabWidget* tabs_ = nullptr;
-    QWidget* page_ = nullptr; // the scrolled page of the equations tab
+    QScrollArea* scroll_ = nullptr; // the equations tab
+    QWidget* page_ = nullptr;       // the page it scrolls
     QPlainTextEdit* txtCounting_ = nullptr;
     std::array<QLabel*, 8> captions_{}; // 1..7; 2 stays unused
     QLabel* picEquations1_ = nullptr;

@@ -333,6 +333,7 @@ void MainWindow::cmdNext2_Click() {
     frmEquations_->show();
     // Once shown its tabs are laid out, and what they lack in room can be measured.
     frmEquations_->FitToContents();
+    frmEquations_->ScrollToTop();
     canvas_->update();
 }
 
