@@ -6,11 +6,13 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -45,6 +47,38 @@ TEST(WriteFileSafely, WritesThroughALinkAndKeepsTheLinkAndThePermissions) {
     EXPECT_EQ(fs::status(dir / "real.amq").permissions(),
               fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
     EXPECT_EQ(Names(dir.Path()), (std::vector<std::string>{"link.amq", "real.amq"}));
+}
+
+TEST(WriteFileSafely, AWriteThatFailsPartWayKeepsTheOldFileAndLeavesNoTemporary) {
+    const test::TempDir dir;
+    test::WriteBytes(dir / "c.amq", "old");
+    // A file size limit makes the write fail after a few bytes, as a full disk would.
+    const pid_t child = fork();
+    ASSERT_NE(child, -1);
+    if (child == 0) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{8, 8};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        const FileWriteResult result =
+            WriteFileSafely((dir / "c.amq").string(), std::string(100, 'x'));
+        _exit(!result.written && result.reason == "File too large" ? 0 : 1);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
+    EXPECT_EQ(test::ReadBytes(dir / "c.amq"), "old");
+    EXPECT_EQ(Names(dir.Path()), std::vector<std::string>{"c.amq"});
+}
+
+TEST(WriteFileSafely, ANewFileTakesTheUsualPermissions) {
+    const test::TempDir dir;
+    const mode_t before = umask(022);
+    const FileWriteResult result = WriteFileSafely((dir / "new.amq").string(), "x");
+    umask(before);
+    EXPECT_TRUE(result.written) << result.reason;
+    EXPECT_EQ(fs::status(dir / "new.amq").permissions(),
+              fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read |
+                  fs::perms::others_read);
 }
 
 TEST(WriteFileSafely, AFolderAsTargetOrAMissingFolderSaysWhyAndLeavesNothing) {
