@@ -79,6 +79,9 @@ char* WriteFromScientific(char* out, std::string_view scientific) {
 
 // The shortest digits that read back to the value, written plainly at `out`.
 template <typename T> char* WriteShortestPlain(char* out, T value) {
+    if (!std::isfinite(value)) { // an overflowed sum: "inf", "-inf" or "nan"
+        return std::to_chars(out, out + 8, value).ptr;
+    }
     char scientific[48];
     const auto written = std::to_chars(scientific, scientific + sizeof scientific, value,
                                        std::chars_format::scientific);
@@ -137,6 +140,9 @@ char* WriteShortestText(char* first, char* last, float value) {
 char* WriteSingleText(char* first, char* last, float value) {
     if (IsSmallWhole(value)) {
         return std::to_chars(first, last, static_cast<int>(value)).ptr;
+    }
+    if (!std::isfinite(value)) {
+        return std::to_chars(first, last, value).ptr;
     }
     // Seven significant digits, rounded from the single's exact value.
     char scientific[48];
