@@ -33,8 +33,8 @@ std::vector<Segment> LadderPieces(int rungs);
 // and resistors in the middle of inner pieces until the element table is full.
 Workspace Ladder(int rungs);
 
-// The largest ladder whose chains fit the chain table (8 rungs: 12 nodes, 18 branches, 36
-// of the 40 chain slots), devices chosen so that it solves: a current source on each end
+// A ladder of 8 rungs (12 nodes, 18 branches, 36 chain traces), devices chosen so that it
+// solves: a current source on each end
 // loop, two rail chains of batteries only that make two supernodes, a battery in series
 // with a resistor, and resistors everywhere else.
 Workspace SolvableLadder();

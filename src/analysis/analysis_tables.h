@@ -14,7 +14,10 @@
 namespace ampora {
 
 constexpr int kMaxLooseEnds = 20;
-constexpr int kMaxChains = 40;
+// Room for every chain a circuit that fits the node table can have: up to four from each
+// node (a branch between two nodes is held from both ends), one from each loose end, and
+// the node-free loops, each at least four wires long.
+constexpr int kMaxChains = 4 * kMaxNodes + kMaxLooseEnds + kMaxWires / 4;
 constexpr int kMatrixRows = 20;
 constexpr int kMatrixColumns = 21;
 
@@ -51,10 +54,19 @@ struct TracedPath {
 struct ChainPlacement {
     int chain = 0; // 0 when the device lies on no chain
     Travel travel = Travel::None;
+    // How many chains count the device: two for a device on one branch (the branch and its
+    // twin), more when wires cross at its centre.
+    std::uint8_t counted = 0;
 };
 
 // A ChainPlacement for every element slot (index 0 unused).
 using DevicePlacements = std::array<ChainPlacement, kMaxElements + 1>;
+
+// A device that the analysis takes for something other than it seems to be.
+struct DrawingWarning {
+    int slot = 0;
+    std::string text;
+};
 
 struct Topology {
     Slots<LooseEnd, kMaxLooseEnds> LooseEnds;
@@ -69,6 +81,9 @@ struct Topology {
     // Where each device lies on the node-to-node chains, found while they are summed: like
     // their sums, it holds until the chains or the devices change.
     DevicePlacements Placements{};
+    // What the analysis reads differently from how it looks, one text per device in slot
+    // order; found when step 2 begins.
+    std::vector<DrawingWarning> Warnings;
 };
 
 struct NodeNaming {

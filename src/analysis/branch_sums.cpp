@@ -40,8 +40,10 @@ void SumChain(const Circuit& circuit, const DeviceIndex& devices, const std::vec
             AddDevice(circuit.Elements[slot], travel, chain);
             ChainPlacement& placement = topology.Placements.at(static_cast<std::size_t>(slot));
             if (placement.chain == 0) {
-                placement = ChainPlacement{b, travel};
+                placement.chain = b;
+                placement.travel = travel;
             }
+            ++placement.counted;
         });
     }
 }

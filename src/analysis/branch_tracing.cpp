@@ -341,7 +341,7 @@ class Tracer {
 void Record(Topology& topology, std::int16_t& kindCount, std::int16_t startNode,
             std::int16_t endNode, Trace& trace) {
     const int slot = NumChains(topology) + 1;
-    Branch& chain = topology.Branches[slot]; // throws past the 40 chain slots
+    Branch& chain = topology.Branches[slot]; // throws past the chain slots
     chain = Branch{};
     ++kindCount;
     chain.StartNode = startNode;

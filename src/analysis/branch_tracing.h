@@ -9,7 +9,8 @@ namespace ampora {
 
 // Fills the chain table in the order node-to-node chains and stubs (as met), chains from
 // loose ends, loops; every branch between two nodes appears twice, once from each end.
-// Throws SlotOutOfRange past the 40 chain slots; the wires are live again either way.
+// Throws SlotOutOfRange past the chain slots (a circuit that fits the node and loose-end
+// tables never gets there); the wires are live again either way.
 void TraceBranches(Circuit& circuit, Topology& topology);
 
 // All chains recorded, of the four kinds.

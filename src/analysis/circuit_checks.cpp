@@ -15,6 +15,11 @@ std::string TopologyCheckMessage(const Circuit& circuit, const Topology& topolog
     return "";
 }
 
+std::string TooManyNodesMessage(int nodes) {
+    return "You have " + std::to_string(nodes) + " nodes, but the program can analyze at most " +
+           std::to_string(kMaxNodes) + ".  You must go back and remove some of them.";
+}
+
 std::string FailureMessage(AnalysisFailure failure) {
     switch (failure) {
     case AnalysisFailure::TwoCurrentSources:

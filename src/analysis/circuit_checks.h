@@ -34,6 +34,15 @@ inline constexpr const char* kCannotSolveMessage =
     "Error:  The program can't solve this circuit.  Go back and look for short circuits or "
     "other error conditions.";
 
+// A drawing with more nodes than the node table holds; the count is told, as the student
+// cannot see which points count.
+std::string TooManyNodesMessage(int nodes);
+
+// Splitting the wires where they meet needs more slots than the wire table has.
+inline constexpr const char* kTooManyWiresMessage =
+    "Your circuit needs more than 100 wire pieces once its wires are divided where they meet, "
+    "which is more than the program can handle.  You must go back and simplify it.";
+
 // The message of the first failed check on the found topology (no nodes, loose ends,
 // loops without nodes), or "" when the circuit may go on to its branch sums.
 std::string TopologyCheckMessage(const Circuit& circuit, const Topology& topology);

@@ -101,7 +101,7 @@ void AddNode(Circuit& circuit, const EndsByPosition& ends, int end) {
     circuit.NumNodes = static_cast<std::int16_t>(slot);
 }
 
-void FindNodesInPlace(Circuit& circuit, Topology& topology) {
+FoundPoints FindNodesInPlace(Circuit& circuit, Topology& topology) {
     std::array<PreviousNode, kMaxNodes> previous;
     const int numPrevious = std::min<int>(circuit.NumNodes, kMaxNodes);
     for (int slot = 1; slot <= numPrevious; ++slot) {
@@ -114,17 +114,25 @@ void FindNodesInPlace(Circuit& circuit, Topology& topology) {
         (void)circuit.Wires[circuit.NumWires]; // a count past the table: throws
     }
 
+    FoundPoints found;
     const EndsByPosition ends(circuit);
     for (int end = 1; end <= ends.Count(); ++end) {
         const int multiplicity = ends.Multiplicity(end);
         if (multiplicity == 1) {
-            const Point point = ends.PointOf(end);
-            const int slot = topology.NumLooseEnds + 1;
-            topology.LooseEnds[slot] = LooseEnd{point.X, point.Y}; // throws past 20
-            topology.NumLooseEnds = static_cast<std::int16_t>(slot);
+            if (++found.looseEnds <= kMaxLooseEnds) {
+                const Point point = ends.PointOf(end);
+                const int slot = topology.NumLooseEnds + 1;
+                topology.LooseEnds[slot] = LooseEnd{point.X, point.Y};
+                topology.NumLooseEnds = static_cast<std::int16_t>(slot);
+            }
         } else if (multiplicity >= 3 && ends.FirstAtItsPoint(end)) {
-            AddNode(circuit, ends, end);
+            if (++found.nodes <= kMaxNodes) {
+                AddNode(circuit, ends, end);
+            }
         }
+    }
+    if (found.nodes > kMaxNodes) {
+        return found;
     }
 
     for (int slot = 1; slot <= circuit.NumNodes; ++slot) {
@@ -137,21 +145,28 @@ void FindNodesInPlace(Circuit& circuit, Topology& topology) {
             }
         }
     }
+    return found;
 }
 
 } // namespace
 
-void FindNodes(Circuit& circuit, Topology& topology) {
+FoundPoints FindNodes(Circuit& circuit, Topology& topology) {
     // A circuit refused half-way keeps the node names it had, for the next attempt.
     const auto labels = circuit.NodeLabels;
     const std::int16_t numNodes = circuit.NumNodes;
+    FoundPoints found;
     try {
-        FindNodesInPlace(circuit, topology);
+        found = FindNodesInPlace(circuit, topology);
     } catch (...) {
         circuit.NodeLabels = labels;
         circuit.NumNodes = numNodes;
         throw;
     }
+    if (found.nodes > kMaxNodes) {
+        circuit.NodeLabels = labels;
+        circuit.NumNodes = numNodes;
+    }
+    return found;
 }
 
 } // namespace ampora

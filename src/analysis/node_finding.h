@@ -7,11 +7,18 @@
 
 namespace ampora {
 
+// How many nodes and loose ends the wires have, whether or not their tables hold them all.
+struct FoundPoints {
+    int nodes = 0;
+    int looseEnds = 0;
+};
+
 // Rebuilds NodeLabels and the loose-end table. A node at the point of a node of the
-// previous run keeps that node's name; every other node is unnamed, "[ ]". Throws
-// SlotOutOfRange when there are more than 20 nodes or loose ends, or when more than four
-// wire ends meet at one point (a node holds four wires).
-void FindNodes(Circuit& circuit, Topology& topology);
+// previous run keeps that node's name; every other node is unnamed, "[ ]". More than 20
+// nodes leave the node table as it was; of more than 20 loose ends the first 20 are kept.
+// Either way the counts found are returned. Throws SlotOutOfRange when more than four wire
+// ends meet at one point (a node holds four wires).
+FoundPoints FindNodes(Circuit& circuit, Topology& topology);
 
 inline constexpr const char* kUnnamedNode = "[ ]";
 

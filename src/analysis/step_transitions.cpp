@@ -5,6 +5,7 @@
 #include "analysis/branch_tracing.h"
 #include "analysis/chain_currents.h"
 #include "analysis/circuit_checks.h"
+#include "analysis/drawing_warnings.h"
 #include "analysis/gauss_jordan.h"
 #include "analysis/node_finding.h"
 #include "analysis/node_naming.h"
@@ -15,6 +16,7 @@
 #include "equations/node_voltages.h"
 #include "equations/supernodes.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 
@@ -22,21 +24,55 @@ namespace ampora {
 
 namespace {
 
+// The analysis results of the elements belong to the circuit last solved; they are
+// written again from scratch for this one.
+void ForgetElementResults(Circuit& circuit) {
+    const int last = std::min<int>(circuit.NumElements, kMaxElements);
+    for (int slot = 1; slot <= last; ++slot) {
+        circuit.Elements[slot].Branch = 0;
+        circuit.Elements[slot].Current = kUnknownCurrent;
+    }
+}
+
+// Chains of a previous run must not show beside a circuit refused before its own are traced.
+void ForgetChains(Topology& topology) {
+    topology.NumBranches = 0;
+    topology.NumStubs = 0;
+    topology.NumLooseBranches = 0;
+    topology.NumLoops = 0;
+    topology.NumCurrents = 0;
+    topology.Warnings.clear();
+}
+
+TransitionResult Refuse(Prompts& prompts, const std::string& message) {
+    ShowCheckMessage(prompts, message);
+    return TransitionResult::Refused;
+}
+
 TransitionResult RunStep1Analysis(Workspace& workspace, Prompts& prompts) {
     Circuit& circuit = workspace.circuit;
     Topology& topology = workspace.topology;
-    CleanUpWires(circuit);
+    ForgetElementResults(circuit);
+    ForgetChains(topology);
+    try {
+        CleanUpWires(circuit);
+    } catch (const SlotOutOfRange&) {
+        return Refuse(prompts, kTooManyWiresMessage);
+    }
     if (circuit.NumWires == 0) {
         return TransitionResult::Stopped;
     }
-    FindNodes(circuit, topology);
+    const FoundPoints found = FindNodes(circuit, topology);
+    if (found.nodes > kMaxNodes) {
+        return Refuse(prompts, TooManyNodesMessage(found.nodes));
+    }
     TraceBranches(circuit, topology);
     const std::string refusal = TopologyCheckMessage(circuit, topology);
     if (!refusal.empty()) {
-        ShowCheckMessage(prompts, refusal);
-        return TransitionResult::Refused;
+        return Refuse(prompts, refusal);
     }
     SumBranches(circuit, topology);
+    topology.Warnings = FindDrawingWarnings(circuit, topology);
     return TransitionResult::Entered;
 }
 
@@ -47,15 +83,11 @@ TransitionResult LeaveStep1(Workspace& workspace, Prompts& prompts) {
     try {
         result = RunStep1Analysis(workspace, prompts);
     } catch (const AnalysisFailure failure) {
-        if (failure != AnalysisFailure::TwoCurrentSources) {
-            return TransitionResult::Stopped;
-        }
-        ShowCheckMessage(prompts, FailureMessage(failure));
-        return TransitionResult::Refused;
+        return Refuse(prompts, FailureMessage(failure));
     } catch (...) {
-        // A table that overflows (more wires, nodes, loose ends or chains than it holds)
-        // ends the move quietly, as the step-1 checks have no message for it.
-        return TransitionResult::Stopped;
+        // A drawing no rule covers (more than four wire ends at one point, a chain that
+        // never ends): the move still says that it stopped.
+        return Refuse(prompts, kCannotSolveMessage);
     }
     if (result == TransitionResult::Entered) {
         workspace.Step = 2;

@@ -10,12 +10,14 @@ namespace ampora {
 enum class TransitionResult {
     Entered, // the next step began
     Refused, // a check failed and its message has been shown
-    Stopped, // nothing to do, or a failure without a message (a table overflowed)
+    Stopped, // nothing drawn: nothing to do and nothing to say
 };
 
 // "Next >" on step 1: cleans up the wires, finds nodes, loose ends and chains, runs the
-// step-1 checks and the branch sums, and enters step 2. The wire clean-up stays even when
-// the circuit is refused.
+// step-1 checks and the branch sums, notes the devices the analysis reads differently
+// (Topology::Warnings) and enters step 2. Every element's Branch and Current are reset
+// first. The wire clean-up stays even when the circuit is refused; a circuit beyond the
+// tables is refused with a message like any other.
 TransitionResult LeaveStep1(Workspace& workspace, Prompts& prompts);
 
 // The name checks that open "Next >" on step 2: one reference node at most, unique names,

@@ -2,6 +2,7 @@
 
 #include "analysis/key_numbering.h"
 #include "analysis/wire_geometry.h"
+#include "document/circuit_edit.h"
 
 #include <algorithm>
 #include <array>
@@ -339,13 +340,14 @@ bool CompactWires(Circuit& circuit) {
     if (live == circuit.NumWires) {
         return false;
     }
-    // Slots above the count are always free, and an erased wire's mark would now bring
-    // back whatever moved into its slot.
+    // Slots above the count are always free. An erased wire is gone now and its mark would
+    // bring back whatever moved into its slot; the devices erased with it would come back
+    // without it, so an undo that held a wire is forgotten whole.
     for (int slot = live + 1; slot <= circuit.NumWires; ++slot) {
         circuit.Wires[slot].Used = 0;
     }
-    for (int slot = 1; slot <= kMaxWires; ++slot) {
-        circuit.ErasedWire[slot] = 0;
+    if (UndoHoldsWire(circuit)) {
+        ClearUndoMemory(circuit);
     }
     circuit.NumWires = static_cast<std::int16_t>(live);
     return true;

@@ -184,6 +184,13 @@ int RunSolve(const std::vector<std::string>& args, std::ostream& out, std::ostre
         WriteNodes(json, workspace.circuit, passed);
         WriteBranches(json, workspace.topology);
     }
+    if (left == TransitionResult::Entered) {
+        std::vector<std::string> warnings;
+        for (const DrawingWarning& warning : workspace.topology.Warnings) {
+            warnings.push_back(warning.text);
+        }
+        WriteStrings(json, "warnings", warnings);
+    }
     if (passed) {
         WriteResults(json, workspace);
     }

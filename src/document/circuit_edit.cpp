@@ -1,5 +1,7 @@
 #include "document/circuit_edit.h"
 
+#include <algorithm>
+
 namespace ampora {
 
 int FindFreeWireSlot(const Circuit& circuit) {
@@ -64,6 +66,17 @@ int CountLiveElements(const Circuit& circuit) {
 void ClearUndoMemory(Circuit& circuit) {
     circuit.ErasedWire.items.fill(0);
     circuit.ErasedKind.items.fill(0);
+}
+
+bool UndoHoldsWire(const Circuit& circuit) {
+    const auto& marks = circuit.ErasedWire.items;
+    return std::any_of(marks.begin(), marks.end(), [](std::int16_t mark) { return mark != 0; });
+}
+
+bool UndoHoldsAnything(const Circuit& circuit) {
+    const auto& kinds = circuit.ErasedKind.items;
+    return UndoHoldsWire(circuit) ||
+           std::any_of(kinds.begin(), kinds.end(), [](std::int16_t kind) { return kind != 0; });
 }
 
 void EraseWireSlot(Circuit& circuit, int slot) {

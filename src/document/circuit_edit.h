@@ -19,6 +19,9 @@ int CountLiveWires(const Circuit& circuit);
 int CountLiveElements(const Circuit& circuit);
 
 void ClearUndoMemory(Circuit& circuit);
+// Whether the undo memory marks any wire; whether it holds anything at all.
+bool UndoHoldsWire(const Circuit& circuit);
+bool UndoHoldsAnything(const Circuit& circuit);
 // Each erase helper marks one slot in the undo memory; the caller clears the memory
 // first so that only the latest erase can be undone.
 void EraseWireSlot(Circuit& circuit, int slot);

@@ -364,7 +364,14 @@ void EraseDevice(Circuit& circuit, EditorState& state, int slot) {
     state.UndoAvailable = 1;
 }
 
+void MatchUndoToMemory(const Circuit& circuit, EditorState& state) {
+    if (!UndoHoldsAnything(circuit)) {
+        state.UndoAvailable = 0;
+    }
+}
+
 bool UndoErase(Circuit& circuit, EditorState& state) {
+    MatchUndoToMemory(circuit, state);
     if (state.UndoAvailable != 1) {
         return false;
     }

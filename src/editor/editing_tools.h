@@ -54,6 +54,9 @@ bool EraseWireAt(Circuit& circuit, EditorState& state, float x, float y);
 void EraseDevice(Circuit& circuit, EditorState& state, int slot);
 // Undo Erase: brings back what the last erase (or New) removed, once.
 bool UndoErase(Circuit& circuit, EditorState& state);
+// Undo Erase stays offered only while the undo memory holds something: the wire clean-up
+// of "Next >" lets go of an erase that held a wire, which it renumbers away.
+void MatchUndoToMemory(const Circuit& circuit, EditorState& state);
 
 // Moves the drawing to the middle of a canvas `width` wide whose free part starts
 // `toolbarHeight` down and is `freeHeight` high. Does nothing to an empty drawing.

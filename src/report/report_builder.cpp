@@ -170,6 +170,16 @@ std::string PowerExplanation(const std::string& delivered, const std::string& di
            dissipated + " watts.";
 }
 
+void WriteDrawingWarnings(RichTextSink& box, const std::vector<DrawingWarning>& warnings) {
+    if (warnings.empty()) {
+        return; // a circuit drawn as it is read has nothing here
+    }
+    RTBText(box, kDrawingWarningsHeading, 0, 1, kHeadingStyle);
+    for (std::size_t k = 0; k < warnings.size(); ++k) {
+        RTBText(box, warnings[k].text, 0, k + 1 == warnings.size() ? 2 : 1, kBodyStyle);
+    }
+}
+
 void LoadRTBoxWithReport(Workspace& ws, RichTextSink& box, ReportPictures& pictures) {
     const int sigFigs = ws.preferences.SigFigs;
     const FontSet fontSet = InitFontSets()[ws.preferences.FontIndex];
@@ -189,6 +199,7 @@ void LoadRTBoxWithReport(Workspace& ws, RichTextSink& box, ReportPictures& pictu
     RTBText(box, "The circuit:", 0, 1, kHeadingStyle);
     SetView(ws, kViewValues);
     RTBPicture(box, pictures.Circuit(ws), 1, 2);
+    WriteDrawingWarnings(box, ws.topology.Warnings);
 
     RTBText(box, "Counting unknowns and equations:", 0, 2, kHeadingStyle);
     RTBText(box, eq.CountingText, 0, 1, kBodyStyle);

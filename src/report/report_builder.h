@@ -53,6 +53,12 @@ ReportGrid MatrixGrid(const AugmentedMatrix& matrix, int unknowns, int sigFigs);
 // One cell per unknown, "Va = 5", in the order of the equations.
 ReportGrid SolutionsGrid(const Workspace& ws, int sigFigs);
 
+inline constexpr const char* kDrawingWarningsHeading = "How the drawing was read:";
+
+// The devices the analysis read differently from how they look, one paragraph each under a
+// heading; nothing at all when there are none.
+void WriteDrawingWarnings(RichTextSink& box, const std::vector<DrawingWarning>& warnings);
+
 // Builds the report of the circuit solved in ws. The view is switched for each diagram and
 // put back as it was at the end.
 void LoadRTBoxWithReport(Workspace& ws, RichTextSink& box, ReportPictures& pictures);

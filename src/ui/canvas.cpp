@@ -7,6 +7,7 @@
 #include "editor/value_labels.h"
 #include "ui/device_pictures.h"
 #include "ui/diagram_painter.h"
+#include "ui/drawing_warnings_note.h"
 #include "ui/palette.h"
 
 #include <QFontMetricsF>
@@ -48,6 +49,10 @@ void Canvas::paintEvent(QPaintEvent*) {
         PaintGrid(painter);
     }
     const int step = workspace_.Step;
+    if (step == 2) {
+        // Under the diagram, so that no label's text is crossed by a ring.
+        PaintWarnedDevices(painter, workspace_);
+    }
     PaintDiagramOn(painter, workspace_, CurrentLabels(), DiagramLook{step != 1, step == 2});
     PaintDrag(painter);
 }

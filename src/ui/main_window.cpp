@@ -11,6 +11,7 @@
 #include "settings/recent_files.h"
 #include "ui/about_box.h"
 #include "ui/canvas.h"
+#include "ui/drawing_warnings_note.h"
 #include "ui/equations_window.h"
 #include "ui/help_window.h"
 #include "ui/input_dialog.h"
@@ -239,7 +240,7 @@ void MainWindow::BuildStepPanels() {
         StepButton("Clear Names", "cmdAutoName2", "Clear node voltage names", picStep2);
     layout->addWidget(autoName);
     layout->addWidget(clearNames);
-    layout->addStretch();
+    layout->addWidget(MakeDrawingWarningsNote(picStep2, lblDrawingWarnings_), 1);
     auto* moves = new QHBoxLayout;
     QPushButton* cmdPrev2 =
         StepButton("< Prev", "cmdPrev2", "Back to circuit design step", picStep2);
@@ -301,7 +302,10 @@ void MainWindow::EnterStepPanel() {
 
 void MainWindow::cmdNext1_Click() {
     const TransitionResult result = LeaveStep1(workspace_, *prompts_);
+    MatchUndoToMemory(workspace_.circuit, editor_);
+    SyncToolbar();
     if (result == TransitionResult::Entered) {
+        ShowDrawingWarnings(lblDrawingWarnings_, workspace_.topology.Warnings);
         // No tool stays selected.
         editor_.CurrentTool = kNoTool;
         canvas_->unsetCursor();

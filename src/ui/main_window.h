@@ -142,6 +142,7 @@ class MainWindow : public QMainWindow {
     QCheckBox* chkInstructions_ = nullptr;
     QLabel* hint_ = nullptr;
     QLabel* stepStatus_ = nullptr;
+    QLabel* lblDrawingWarnings_ = nullptr; // step 2: devices the analysis reads differently
     QAction* mnuDrawGrid_ = nullptr;
     QAction* mnuCenter_ = nullptr;
     QAction* mnuFilePrint_ = nullptr;

@@ -100,7 +100,7 @@ TEST(ChainCurrents, SettingAChainCurrentFromAnUpwardDeviceKeepsItsSignAndFlipsTh
     SetChainCurrent(f.topology, -2, 0.25); // a device on chain 2, current up the screen
     EXPECT_EQ(f.topology.Branches[2].Current, -0.25);
     EXPECT_EQ(f.topology.Branches[5].Current, 0.25);
-    EXPECT_THROW(SetChainCurrent(f.topology, 41, 1), SlotOutOfRange);
+    EXPECT_THROW(SetChainCurrent(f.topology, kMaxChains + 1, 1), SlotOutOfRange);
 }
 
 } // namespace

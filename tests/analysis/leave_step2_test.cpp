@@ -60,7 +60,8 @@ TEST(LeavingStep2, EachRefusalShowsItsOwnMessageAndStaysInStep2) {
          "step 2: You have a supernode with identical branches in parallel, which the program "
          "can't handle.  You must go back and delete one of them."},
         {ThreeColumns("1,5", "1,6", "5,10"), different},
-        {ThreeColumns("1,5", "2,5", "5,10"), different}, // pointing the other way
+        {ThreeColumns("1,5", "2,5", "5,10"), different},    // pointing the other way
+        {ThreeColumns("1,5", "1,5.01", "5,10"), different}, // a fifth of a percent apart
         {shorted, different},
         {ThreeColumns("7,1", "8,1", "7,2"), cannotSolve}, // a node reached only through sources
         {TwoDividers(), cannotSolve},                     // floating against each other

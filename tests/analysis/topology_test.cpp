@@ -226,7 +226,7 @@ TEST(Topology, AWireLeadingNowhereGivesAStubInNodeOrderAndAChainFromItsLooseEnd)
                                  "branches 8 stubs 1 loose 1 loops 0 currents 0\n");
 }
 
-TEST(Topology, MoreThanTwentyNodesOrFortyChainsOrFourWireEndsAtAPointThrowAndLeaveLiveWires) {
+TEST(Topology, NodesAndLooseEndsPastTheirTablesAreCountedAndTwentyNodesTraceWhole) {
     // A ladder with rungs every 40 units: two nodes for each inner rung.
     auto ladder = [](int rungs) {
         Circuit circuit;
@@ -243,19 +243,25 @@ TEST(Topology, MoreThanTwentyNodesOrFortyChainsOrFourWireEndsAtAPointThrowAndLea
     manyNodes.NodeLabels[1] = NamedNode(40, 0, "kept");
     Topology topology;
     CleanUpWires(manyNodes);
-    EXPECT_THROW(FindNodes(manyNodes, topology), SlotOutOfRange);
+    const FoundPoints tooMany = FindNodes(manyNodes, topology);
+    EXPECT_EQ(tooMany.nodes, 24);
     EXPECT_EQ(manyNodes.NumNodes, 1);
     EXPECT_EQ(manyNodes.NodeLabels[1].Name, "kept");
 
-    Circuit manyChains = ladder(10); // 16 nodes of three wires: 48 traces
-    CleanUpWires(manyChains);
-    FindNodes(manyChains, topology);
-    EXPECT_EQ(manyChains.NumNodes, 16);
-    EXPECT_THROW(TraceBranches(manyChains, topology), SlotOutOfRange);
-    EXPECT_EQ(NumChains(topology), 40);
-    for (int slot = 1; slot <= manyChains.NumWires; ++slot) {
-        EXPECT_NE(manyChains.Wires[slot].Used, 0) << slot;
+    Circuit full = ladder(12); // 20 nodes of three wires: 60 traces
+    CleanUpWires(full);
+    EXPECT_EQ(FindNodes(full, topology).nodes, 20);
+    TraceBranches(full, topology);
+    EXPECT_EQ(topology.NumBranches, 60);
+    EXPECT_EQ(NumChains(topology), 60);
+
+    Circuit scattered; // 21 separate wires: 42 loose ends, of which the table keeps 20
+    for (int k = 0; k < 21; ++k) {
+        AddWire(scattered, 0, 16.0f * static_cast<float>(k), 80, 16.0f * static_cast<float>(k));
     }
+    CleanUpWires(scattered);
+    EXPECT_EQ(FindNodes(scattered, topology).looseEnds, 42);
+    EXPECT_EQ(topology.NumLooseEnds, 20);
 
     // A slanted wire from a hand-written file brings a fifth end to a point of four.
     Circuit fiveEnds = Drawn(

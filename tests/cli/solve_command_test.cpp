@@ -69,6 +69,24 @@ TEST(CliSolve, ACircuitWithoutWiresStopsSilentlyAtStep1) {
     EXPECT_EQ(run.out, "{\n  \"status\": \"rejected\",\n  \"step\": 1,\n  \"message\": \"\"\n}\n");
 }
 
+TEST(CliSolve, MisreadDevicesAreListedAsWarningsAndAWellDrawnCircuitHasNone) {
+    test::TempDir dir;
+    const std::string path = (dir / "c.amq").string();
+    std::string text = test::ReadBytes(Example("voltage_divider.amq"));
+    EXPECT_NE(Cli({"solve", "--autoname", Example("voltage_divider.amq")})
+                  .out.find("}\n  ],\n  \"warnings\": [],"),
+              std::string::npos);
+    text.replace(text.find("400,160,5,2000"), 14, "400,160,7,0");
+    test::WriteBytes(path, text);
+    const CliRun run = Cli({"solve", "--autoname", path});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_NE(run.out.find("\"warnings\": [\n    \"The current source of 0 A at (400, 160): a "
+                           "current source of 0 A is analysed as a plain wire; give it a value or "
+                           "erase it.\"\n  ],"),
+              std::string::npos)
+        << run.out;
+}
+
 TEST(CliSolve, WrongArgumentsAndFilesThatCannotBeReadWholeExitTwo) {
     test::TempDir dir;
     const std::string broken = (dir / "broken.amq").string();

@@ -1,3 +1,4 @@
+#include "analysis/step_transitions.h"
 #include "document/circuit_edit.h"
 #include "editor/editing_tools.h"
 #include "editor/hit_tests.h"
@@ -271,6 +272,22 @@ TEST(StretchTool, AStretchThatWouldCrowdTheDevicesOfItsWireIsRefusedWhole) {
                                     "NumNodes 0\n");
 }
 
+TEST(StretchTool, ACarriedDeviceMustStayMoreThanTwentyUnitsFromTheNearEnd) {
+    Circuit circuit;
+    AddWire(circuit, 80, 80, 240, 80);
+    AddElement(circuit, kResistorHorizontal, 10, 120, 80); // a quarter along
+    EditorState state;
+    ASSERT_TRUE(BeginStretch(circuit, state, 80, 80));
+    EXPECT_FALSE(FinishStretch(circuit, state, 160, 80)); // exactly 20 from the end
+    ASSERT_TRUE(BeginStretch(circuit, state, 80, 80));
+    EXPECT_TRUE(FinishStretch(circuit, state, 152, 80)); // 22 from the end
+    EXPECT_EQ(DumpCircuit(circuit), "NumWires 1\n"
+                                    "wire 1 live 152,80 240,80\n"
+                                    "NumElements 1\n"
+                                    "element 1 kind 6 10 at 174,80\n"
+                                    "NumNodes 0\n");
+}
+
 TEST(EraseTool, ErasingAWireTakesItsDevicesAndUndoBringsAllBackOnce) {
     Circuit circuit = Square();
     AddElement(circuit, kBatteryLeft, 12, 120, 80);
@@ -312,6 +329,48 @@ TEST(EraseTool, OnlyTheLatestEraseCanBeUndoneAndChoosingAToolEndsTheChance) {
     EXPECT_EQ(circuit.Elements[2].Kind, kEmpty);
     SelectTool(state, kUndoEraseButton);
     EXPECT_EQ(state.CurrentTool, kWireTool);
+}
+
+TEST(EraseTool, AfterARefusedNextUndoBringsBackAWholeEraseOrNothing) {
+    // Wire 1 holds the battery; "Next >" is refused (the square has no node) and its
+    // clean-up renumbers the wires.
+    auto drawn = [] {
+        Circuit circuit = Square();
+        AddElement(circuit, kBatteryLeft, 12, 160, 80);
+        AddElement(circuit, kResistorVertical, 100, 240, 160);
+        return circuit;
+    };
+    struct Case {
+        const char* what;
+        bool eraseWire; // the top wire with its battery, or the resistor alone
+        std::string afterUndo;
+    };
+    const Case cases[] = {
+        {"a wire and its battery", true, "undo unavailable; wires 4, devices 1"},
+        {"a device alone", false, "undone; wires 5, devices 2"},
+    };
+    for (const Case& c : cases) {
+        Workspace ws;
+        ws.circuit = drawn();
+        EditorState state;
+        SelectTool(state, kEraseTool);
+        if (c.eraseWire) {
+            ASSERT_TRUE(EraseWireAt(ws.circuit, state, 120, 80));
+        } else {
+            EraseDevice(ws.circuit, state, 2);
+        }
+        ScriptedPrompts prompts;
+        ASSERT_EQ(LeaveStep1(ws, prompts), TransitionResult::Refused);
+        MatchUndoToMemory(ws.circuit, state);
+        const bool offered = state.UndoAvailable == 1;
+        const bool undone = UndoErase(ws.circuit, state);
+        const std::string outcome = std::string(offered && undone     ? "undone"
+                                                : !offered && !undone ? "undo unavailable"
+                                                                      : "inconsistent") +
+                                    "; wires " + std::to_string(CountLiveWires(ws.circuit)) +
+                                    ", devices " + std::to_string(CountLiveElements(ws.circuit));
+        EXPECT_EQ(outcome, c.afterUndo) << c.what;
+    }
 }
 
 TEST(CenterTheCircuit, TheDrawingMovesByWholeGridStepsToTheMiddle) {

@@ -131,6 +131,24 @@ TEST(ReportBuilder, AnUntitledCircuitWithOneEquationReadsInFull) {
                   "\n\n<TAB>[picture: circuit in view 3 (0.072000 in)]\n\n\n");
 }
 
+TEST(ReportBuilder, DevicesReadDifferentlyAreListedUnderTheCircuit) {
+    BuiltReport report;
+    std::string text = test::ExampleText("voltage_divider.amq");
+    // The left 2000-ohm resistor becomes a source of 0 A, and a battery sits on a corner.
+    text.replace(text.find("240,160,5,2000"), 14, "240,160,7,0");
+    text.replace(text.find("4\r\n160,80"), 3, "5\r\n400,240,3,1.5\r\n");
+    Build(report, text);
+    EXPECT_EQ(
+        Between(report.dump, "[picture: circuit in view 0]", "Counting"),
+        "[picture: circuit in view 0]\n\n\n"
+        "[Times New Roman 12 b]How the drawing was read:[Times New Roman 12]\n"
+        "The battery of 1.5 V at (400, 240) lies where wires meet, so it belongs to no branch "
+        "and is treated as wire.\n"
+        "The current source of 0 A at (240, 160): a current source of 0 A is analysed as a "
+        "plain wire; give it a value or erase it.\n\n"
+        "[Times New Roman 12 b]");
+}
+
 TEST(ReportBuilder, ATitledCircuitNamesItsFileAfterTheHeadingOnOneLine) {
     BuiltReport report;
     Build(report, test::ExampleText("voltage_divider.amq"), "/home/class/divider.amq");

@@ -93,6 +93,11 @@ TEST(WindowGeometryRules, StoredGeometryNeedsSizeAndAThousandTwipsOnScreen) {
     store.Set(kParameters, "SigFigs", "");
     StoreGeometry(store, "Form2", "9000", "3600", "100", "6200");
     EXPECT_FALSE(FormSizeOKRegistry(store, kScreen)); // no settings at all
+    store.Set(kParameters, "SigFigs", "3");
+    StoreGeometry(store, "Form2", "9000", "2999", "100", "6200"); // too low to use
+    EXPECT_FALSE(FormSizeOKRegistry(store, kScreen));
+    StoreGeometry(store, "Form2", "9000", "3000", "100", "6200");
+    EXPECT_TRUE(FormSizeOKRegistry(store, kScreen));
 }
 
 TEST(WindowGeometryRules, AWindowOffScreenAtExitSavesTheDefaultLayout) {

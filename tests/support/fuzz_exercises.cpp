@@ -118,8 +118,17 @@ std::string ExerciseAmqAnalysis(std::string_view bytes) {
     ws.preferences.AutoNamePattern = static_cast<std::int16_t>(1 + bytes.size() % 3);
     ws.preferences.SigFigs = static_cast<std::int16_t>(1 + bytes.size() % 8);
     ScriptedPrompts prompts;
-    if (LeaveStep1(ws, prompts) != TransitionResult::Entered) {
-        return ws.Step == 1 ? "" : "a refused step 1 moved on";
+    const TransitionResult left = LeaveStep1(ws, prompts);
+    if (left != TransitionResult::Entered) {
+        if (ws.Step != 1) {
+            return "a refused step 1 moved on";
+        }
+        // Only an empty drawing may stop without a word.
+        const bool said = !prompts.messages.empty();
+        const bool drawn = ws.circuit.NumWires != 0;
+        return said == (left == TransitionResult::Refused) && (said || !drawn)
+                   ? ""
+                   : "step 1 stopped without saying why";
     }
     if (!AutoName(ws, prompts) || LeaveStep2(ws, prompts) != TransitionResult::Entered) {
         return ws.Step == 2 ? "" : "a refused step 2 moved on";

@@ -8,9 +8,6 @@ namespace ampora::test {
 
 namespace {
 
-constexpr int kChainCapacity = 40;
-constexpr int kNodeCapacity = 20;
-
 bool SameVoltage(double a, double b) {
     return std::fabs(a - b) <= 1e-6 * std::max({std::fabs(a), std::fabs(b), 1e-9});
 }
@@ -87,7 +84,6 @@ LatticeFacts AnalyseLattice(const LatticeCircuit& lattice) {
     // Battery-only chains fix the voltage between their ends; give every node reached that
     // way a voltage above the first node of its group and look for loops among them.
     std::map<int, double> offset;
-    const int nodeChains = static_cast<int>(facts.chains.size()) - facts.nodeFreeLoops;
     for (const LatticeChain& chain : facts.chains) {
         facts.chainWithTwoSources = facts.chainWithTwoSources || chain.sources >= 2;
         if (chain.start < 0 || !chain.batteryOnly) {
@@ -129,8 +125,6 @@ LatticeFacts AnalyseLattice(const LatticeCircuit& lattice) {
             facts.contradictoryBatteryLoop = true;
         }
     }
-    facts.overflowsTables =
-        2 * nodeChains + facts.nodeFreeLoops > kChainCapacity || facts.nodes > kNodeCapacity;
     return facts;
 }
 

@@ -26,9 +26,6 @@ struct LatticeFacts {
     bool identicalBatteryChains = false;
     // Battery-only chains close a loop whose voltages do not add up to zero.
     bool contradictoryBatteryLoop = false;
-    // The chain table (each chain twice, from both ends, and loops once) or the node table
-    // would overflow.
-    bool overflowsTables = false;
 };
 
 LatticeFacts AnalyseLattice(const LatticeCircuit& lattice);

@@ -36,7 +36,7 @@ struct LatticeCircuit {
 };
 
 struct LatticeOptions {
-    int maxPoints = 12; // up to 20 points, which can overflow the chain table
+    int maxPoints = 12; // up to 20 points, as many nodes as the node table holds
     // Values with two or three decimals instead of multiples of 1/8; chain sums are then
     // rounded in single precision, which only a comparison at 1e-6 tolerates.
     bool decimals = false;

@@ -486,6 +486,57 @@ class AnalysisStepsTest : public QObject {
         }
     }
 
+    void stepTwoNumbersTheMisreadDevicesBesideTheDrawing() {
+        QFile file(ExamplePath("voltage_divider.amq"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QString text = QString::fromUtf8(file.readAll());
+        // The left 2000-ohm resistor becomes a source of 0 A, and a battery sits on a corner.
+        text.replace(QStringLiteral("240,160,5,2000"), QStringLiteral("240,160,7,0"));
+        text.replace(QStringLiteral("4\r\n160,80"), QStringLiteral("5\r\n400,240,3,1.5\r\n160,80"));
+        for (const QString& circuit : {text, ExamplePath("voltage_divider.amq")}) {
+            Session s;
+            s.Open(circuit.endsWith(QStringLiteral(".amq")) ? circuit
+                                                            : Write("misread.amq", circuit));
+            s.Press("cmdNext1");
+            QCOMPARE(s.Panel(), QStringLiteral("picStep2"));
+            const auto* note = s.Find<QLabel>("lblDrawingWarnings");
+            QVERIFY(note != nullptr && note->isVisible());
+            if (circuit == text) {
+                QCOMPARE(note->text(),
+                         QStringLiteral("1. The battery of 1.5 V at (400, 240) lies where wires "
+                                        "meet, so it belongs to no branch and is treated as "
+                                        "wire.\n\n2. The current source of 0 A at (240, 160): a "
+                                        "current source of 0 A is analysed as a plain wire; give "
+                                        "it a value or erase it."));
+                s.Shoot("misread_step2");
+            } else {
+                QCOMPARE(note->text(), QString());
+            }
+        }
+    }
+
+    void aSupernodesBatteryLooksTheSameOnEveryEntryToStep2() {
+        Session s;
+        s.Open(ExamplePath("supernode.amq"));
+        const ampora::Element& battery = s.workspace.circuit.Elements[1];
+        QVERIFY(ampora::IsBattery(battery.Kind));
+        const auto picture = [&] {
+            const QRect box(static_cast<int>(battery.X) - 16, static_cast<int>(battery.Y) - 16, 32,
+                            32);
+            return s.window->canvas()->grab(box).toImage();
+        };
+        s.Press("cmdNext1");
+        const QImage first = picture();
+        s.Press("cmdAutoName1");
+        s.Press("cmdNext2");
+        QCOMPARE(s.Panel(), QStringLiteral("picStep3"));
+        s.Press("cmdPrev3");
+        s.Press("cmdPrev2");
+        s.Press("cmdNext1");
+        QCOMPARE(s.Panel(), QStringLiteral("picStep2"));
+        QCOMPARE(picture(), first);
+    }
+
     void clickingANodesNameOpensTheRenameDialogBesideIt() {
         Session s(true);
         ampora::test::DialogAnswerer answers;
