@@ -473,12 +473,14 @@ bool NeedFileSave(const Circuit& circuit, const std::string& currentFileName) {
     if (currentFileName.empty()) {
         return true;
     }
+    // A damaged file is compared with the part that can be read, which is what opening it
+    // showed: a drawing left as it was opened is not offered for saving over the file.
     Circuit saved;
-    if (!LoadFromIniFile(saved, currentFileName).complete) {
+    if (LoadFromIniFile(saved, currentFileName).line == 0) {
         return true;
     }
     int fileSlot = 0;
-    if (CountLiveWires(circuit) != saved.NumWires) {
+    if (CountLiveWires(circuit) != CountLiveWires(saved)) {
         return true;
     }
     for (int slot = 1; slot <= circuit.NumWires; ++slot) {

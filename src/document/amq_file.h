@@ -33,8 +33,9 @@ ReadResult LoadFromIniFile(Circuit& circuit, const std::string& path);
 SaveResult SaveToIniFile(const Circuit& circuit, const std::string& path);
 
 // True when the circuit differs from what `currentFileName` holds. An empty drawing never
-// needs saving; an untitled one with wires always does; a file that cannot be read whole
-// counts as different, so that nothing is lost without asking.
+// needs saving; an untitled one with wires always does; a file that cannot be opened
+// counts as different, so that nothing is lost without asking. Of a damaged file, the part
+// read before the damage is what the circuit is compared with.
 bool NeedFileSave(const Circuit& circuit, const std::string& currentFileName);
 
 } // namespace ampora

@@ -8,18 +8,27 @@ namespace ampora {
 
 namespace {
 
-// Reads the file into a scratch circuit first, so that a file that cannot be read
-// whole leaves the open drawing exactly as it was.
+// Reads the file into a scratch circuit first, so that a file that cannot be opened at
+// all leaves the open drawing exactly as it was. A damaged file opens with what was read
+// before the damage, and says where reading stopped; the file itself is left alone until
+// the user saves.
 CommandResult OpenPath(DocumentContext& context, const std::string& path) {
     Circuit scratch;
     const ReadResult check = LoadFromIniFile(scratch, path);
-    if (!check.complete) {
+    if (check.line == 0) {
         context.prompts.ShowMessage("The file " + path + " cannot be read: " + check.reason + ".",
                                     MessageIcon::Exclamation);
         return CommandResult{};
     }
     CommandResult result = FileNew(context, true);
     LoadFromIniFile(context.workspace.circuit, path);
+    if (!check.complete) {
+        context.prompts.ShowMessage("The file " + path + " could not be read whole (" +
+                                        check.reason +
+                                        "). What was read before that line is open; the file "
+                                        "stays as it is unless you save the circuit.",
+                                    MessageIcon::Exclamation);
+    }
     context.workspace.CurrentFileName = path;
     AddRecentFile(context.store, path);
     result.fileRead = true;

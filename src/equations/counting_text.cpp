@@ -1,6 +1,7 @@
 #include "equations/counting_text.h"
 
 #include "analysis/format_number.h"
+#include "equations/node_voltages.h"
 #include "equations/supernode_queries.h"
 
 #include <charconv>
@@ -207,10 +208,14 @@ std::array<std::string, 7> ChooseEqnText(const Workspace& ws, int sigFigs) {
     text[4] = "Carrying out Gauss-Jordan elimination reduces the augmented matrix to this reduced "
               "row echelon form (RREF):";
     text[5] = "Interpreting the RREF form gives the following solutions:";
-    Append(text[6], "Notice that giving "sv,
-           ws.circuit.NodeLabels[NodeAt(ws, ws.circuit.NumNodes)].Name,
-           " a value, (say 0, thus making it the reference) makes it possible to then give "
-           "values to the other variables."sv);
+    // With a reference chosen every voltage is already fixed; without one, the note names
+    // the node that the solution below sets to 0.
+    if (const int zero = ZeroVariable(ws); zero != 0) {
+        Append(text[6], "Notice that giving "sv,
+               ws.circuit.NodeLabels[NodeAt(ws, Variable(ws, zero).Node)].Name,
+               " a value, (say 0, thus making it the reference) makes it possible to then give "
+               "values to the other variables."sv);
+    }
     return text;
 }
 

@@ -52,10 +52,6 @@ std::size_t CodePoints(std::string_view text) {
     }));
 }
 
-bool IsNumber(const EquationNode& node) {
-    return node.kind == EquationNode::Kind::Number;
-}
-
 // A group in a numerator or denominator loses its parentheses: the bar groups it.
 const EquationNode& WithoutParentheses(const EquationNode& node) {
     return node.kind == EquationNode::Kind::Group ? node.children.front() : node;
@@ -216,13 +212,14 @@ class EquationSetter {
         return piece;
     }
 
-    // Numbers over numbers are set small, as in a coefficient; anything else at full size.
+    // Numerator and denominator at the size of the text around them, numbers over numbers
+    // included: a coefficient such as 1/1000 is read digit by digit and must not shrink
+    // below the chosen font.
     Piece Fraction(const EquationNode& division, float size) {
         const EquationNode& top = WithoutParentheses(division.children[0]);
         const EquationNode& bottom = WithoutParentheses(division.children[1]);
-        const float partSize = IsNumber(top) && IsNumber(bottom) ? set_.SmallSize : size;
-        const Piece numerator = Node(top, partSize);
-        const Piece denominator = Node(bottom, partSize);
+        const Piece numerator = Node(top, size);
+        const Piece denominator = Node(bottom, size);
         const float overhang = Space(kBarOverhang, size);
         const float gap = Space(kBarGap, size);
 

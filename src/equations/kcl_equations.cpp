@@ -81,8 +81,9 @@ int VariableAt(const Workspace& ws, const EquationIndex& index, int position) {
                                 : EqnVarWithNode(ws.equations, position);
 }
 
-// A number's shortest text, perhaps after a prefix, written once for the several forms
-// that show it. Only the characters up to `size` are ever written or read.
+// A chain's number (a sum of resistances or battery voltages, or a source's current) to
+// the seven digits a single carries, perhaps after a prefix, written once for the several
+// forms that show it. Only the characters up to `size` are ever written or read.
 struct NumberText {
     std::array<char, 40> chars;
     std::uint8_t size = 0;
@@ -93,7 +94,7 @@ void WriteNumber(NumberText& text, std::string_view prefix, float value) {
     char* const first = text.chars.data();
     char* const number = first + prefix.copy(first, prefix.size());
     text.size = static_cast<std::uint8_t>(
-        WriteShortestText(number, first + text.chars.size(), value) - first);
+        WriteSingleText(number, first + text.chars.size(), value) - first);
 }
 
 constexpr std::string_view kConductancePrefix = "+1/";
@@ -175,7 +176,7 @@ const std::string& VoltageName(const NodeLabel& node) {
 
 void AppendNum(std::string& out, float value) {
     char text[32];
-    out.append(text, WriteShortestText(text, text + sizeof text, value));
+    out.append(text, WriteSingleText(text, text + sizeof text, value));
 }
 
 // Each chain's current out of its start node: the source's current, or

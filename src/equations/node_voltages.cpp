@@ -32,18 +32,44 @@ void PutReferenceFirst(Workspace& ws) {
     }
 }
 
+namespace {
+
+// The column of the row's leading 1, 0 for a row of zeros.
+int LeadingColumn(const AugmentedMatrix& reduced, int row, int unknowns) {
+    for (int c = 1; c <= unknowns; ++c) {
+        if (reduced(row, c) != 0) {
+            return c;
+        }
+    }
+    return 0;
+}
+
+} // namespace
+
+int ZeroVariable(const Workspace& ws) {
+    const int n = ws.equations.NumUnknowns;
+    if (ws.naming.HasReference != 0 || n == 0) {
+        return 0;
+    }
+    std::vector<bool> led(static_cast<std::size_t>(n) + 1, false);
+    for (int row = 1; row <= n; ++row) {
+        led[static_cast<std::size_t>(LeadingColumn(ws.equations.Reduced, row, n))] = true;
+    }
+    for (int c = 1; c <= n; ++c) {
+        if (!led[static_cast<std::size_t>(c)]) {
+            return c;
+        }
+    }
+    return n;
+}
+
 void ReadNodeVoltages(Workspace& ws) {
     const int n = ws.equations.NumUnknowns;
     const AugmentedMatrix& reduced = ws.Matrix;
     std::vector<double> value(static_cast<std::size_t>(n) + 1, 0);
     int pivots = 0;
     for (int row = 1; row <= n; ++row) {
-        int pivotColumn = 0;
-        for (int c = 1; c <= n && pivotColumn == 0; ++c) {
-            if (reduced(row, c) != 0) {
-                pivotColumn = c;
-            }
-        }
+        const int pivotColumn = LeadingColumn(reduced, row, n);
         if (pivotColumn == 0) {
             if (reduced(row, n + 1) != 0) {
                 throw AnalysisFailure::CannotSolve; // 0 = a non-zero constant

@@ -10,6 +10,12 @@ namespace ampora {
 // or contradicts itself.
 void ReadNodeVoltages(Workspace& ws);
 
+// Without a reference the solution gives one voltage the value 0: that of the unknown
+// whose column of the reduced matrix has no leading 1 (for a supernode, its anchor's).
+// Returns the number of that unknown; the last when every column has its leading 1 (the
+// redundancy lost to rounding); 0 with a reference or without unknowns.
+int ZeroVariable(const Workspace& ws);
+
 // Before the equations are written the reference node takes position 1 of the node order,
 // whatever its name sorts to.
 void PutReferenceFirst(Workspace& ws);

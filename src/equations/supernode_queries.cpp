@@ -130,9 +130,9 @@ std::string SuperEqnString(const Workspace& ws, int member, int anchor, float of
         text += ws.circuit.NodeLabels[NodeAt(ws, anchor)].Name;
     }
     if (offset > 0) {
-        text += (toReference ? "" : "+") + ShortestText(offset);
+        text += (toReference ? "" : "+") + SingleText(offset);
     } else if (offset < 0) {
-        text += "-" + ShortestText(std::fabs(offset));
+        text += "-" + SingleText(std::fabs(offset));
     } else if (toReference) {
         text += "0";
     }
@@ -148,7 +148,7 @@ std::string SuperAltEqnString(const Workspace& ws, int member, int anchor, float
     if (offset == 0) {
         text += "0";
     } else {
-        text += offset < 0 ? "-" + ShortestText(std::fabs(offset)) : ShortestText(offset);
+        text += offset < 0 ? "-" + SingleText(std::fabs(offset)) : SingleText(offset);
     }
     return text;
 }

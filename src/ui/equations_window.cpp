@@ -10,10 +10,15 @@
 #include <QLabel>
 #include <QPixmap>
 #include <QPlainTextEdit>
+#include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
+#include <QStyle>
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace ampora::ui {
 
@@ -82,9 +87,11 @@ EquationsWindow::EquationsWindow(const Workspace& workspace, QWidget* parent)
     tabs_->addTab(txtCounting_, QStringLiteral("Unknowns and equations"));
 
     auto* scroll = new QScrollArea(tabs_);
+    scroll_ = scroll;
     scroll->setObjectName(QStringLiteral("scrollEquations"));
     scroll->setWidgetResizable(true);
     auto* page = new QWidget(scroll);
+    page_ = page;
     page->setObjectName(QStringLiteral("pageEquations"));
     page->setAutoFillBackground(true);
     page->setBackgroundRole(QPalette::Base);
@@ -136,6 +143,47 @@ QLabel* EquationsWindow::Caption(int index) const {
     return captions_[static_cast<std::size_t>(index)];
 }
 
+QSize EquationsWindow::PageSize() const {
+    return page_->layout()->sizeHint();
+}
+
+void EquationsWindow::FitToContents() {
+    const QScreen* screen = this->screen();
+    QWidget* current = tabs_->currentWidget();
+    if (screen == nullptr || current == nullptr) {
+        return;
+    }
+    // Around the page: the window's and the tab's frames (what the visible tab is short of
+    // the window), the scroll area's frame and a scroll bar of each kind.
+    const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, scroll_);
+    const QSize around = size() - current->size() +
+                         QSize(2 * scroll_->frameWidth() + scrollBar, 2 * scroll_->frameWidth());
+    const QSize wanted = PageSize() + around;
+    const QRect available = screen->availableGeometry();
+    const int width = std::max(this->width(), std::min(wanted.width(), available.width()));
+    const int height = std::max(this->height(), std::min(wanted.height(), available.height() / 2));
+    if (width == this->width() && height == this->height()) {
+        return;
+    }
+    resize(width, height);
+    // A window made larger is kept whole on the screen.
+    const QRect frame = frameGeometry();
+    const QSize frameExtra = frame.size() - size();
+    const int left =
+        std::clamp(frame.left(), available.left(),
+                   std::max(available.left(), available.right() + 1 - width - frameExtra.width()));
+    const int top = std::clamp(
+        frame.top(), available.top(),
+        std::max(available.top(), available.bottom() + 1 - height - frameExtra.height()));
+    move(left, top);
+}
+
+void EquationsWindow::ScrollToTop() {
+    txtCounting_->verticalScrollBar()->setValue(0);
+    scroll_->verticalScrollBar()->setValue(0);
+    scroll_->horizontalScrollBar()->setValue(0);
+}
+
 QImage EquationsWindow::Picture(int which) const {
     return which == 1 ? picture1_ : picture2_;
 }
@@ -169,8 +217,10 @@ void EquationsWindow::Rebuild() {
         label->setVisible(!label->text().isEmpty());
     }
 
-    picture1_ = unknowns > 0 ? EquationPicture(ws, 1) : QImage();
-    picture2_ = unknowns > 0 ? EquationPicture(ws, 2) : QImage();
+    // Drawn at the screen's own pixel density, so that they stay sharp on a scaled screen.
+    const qreal density = devicePixelRatioF();
+    picture1_ = unknowns > 0 ? EquationPicture(ws, 1, density) : QImage();
+    picture2_ = unknowns > 0 ? EquationPicture(ws, 2, density) : QImage();
     ShowPicture(picEquations1_, picture1_);
     ShowPicture(picEquations2_, picture2_);
 

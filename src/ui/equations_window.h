@@ -8,6 +8,7 @@
 
 class QLabel;
 class QPlainTextEdit;
+class QScrollArea;
 class QTabWidget;
 class QTableWidget;
 
@@ -30,14 +31,25 @@ class EquationsWindow : public QWidget {
     // The two pictures as last drawn: 1 the equations as first written, 2 collected.
     QImage Picture(int which) const;
 
+    // Before the window is shown: widens it (and lengthens it, up to half the screen) so that
+    // the equations, the matrices and the solutions fit without sideways scrolling, as far
+    // as the screen allows, and brings it wholly onto the screen when it was made larger.
+    void FitToContents();
+
+    // A newly solved circuit is read from the top of both tabs.
+    void ScrollToTop();
+
   private:
     QLabel* Caption(int index) const;
+    QSize PageSize() const;
     void FillGrid(QTableWidget* grid, bool reduced);
     void FillSolutions();
     void ShowPicture(QLabel* label, const QImage& image);
 
     const Workspace& workspace_;
     QTabWidget* tabs_ = nullptr;
+    QScrollArea* scroll_ = nullptr; // the equations tab
+    QWidget* page_ = nullptr;       // the page it scrolls
     QPlainTextEdit* txtCounting_ = nullptr;
     std::array<QLabel*, 8> captions_{}; // 1..7; 2 stays unused
     QLabel* picEquations1_ = nullptr;

@@ -125,12 +125,16 @@ MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
     store_ = ports.store != nullptr ? ports.store : ownStore_.get();
     canvas_->SetPrompts(prompts_);
 
-    // Panel 1 carries the step instructions and the power totals, panel 2 the hints.
+    // Panel 1 carries the step instructions and the power totals, panel 2 the hints. Each
+    // keeps its own place: panel 1 is as wide as its text, and the hint takes the rest,
+    // cut off at its own edge when the window is too narrow for it (its tool tip holds
+    // it whole), never running under panel 1.
     stepStatus_ = new QLabel(this);
     stepStatus_->setObjectName(QStringLiteral("StatusPanel1"));
     statusBar()->addWidget(stepStatus_);
     hint_ = new QLabel(this);
     hint_->setObjectName(QStringLiteral("StatusBar1"));
+    hint_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     statusBar()->addWidget(hint_, 1);
     statusBar()->setSizeGripEnabled(true);
 
@@ -183,6 +187,7 @@ void MainWindow::SetStepStatus(const QString& text) {
 
 void MainWindow::SetHint(const QString& text) {
     hint_->setText(text);
+    hint_->setToolTip(text.trimmed());
 }
 
 // ---- toolbar, panels, instructions ----
@@ -330,6 +335,9 @@ void MainWindow::cmdNext2_Click() {
     SetHint(QString());
     frmEquations_->Rebuild();
     frmEquations_->show();
+    // Once shown its tabs are laid out, and what they lack in room can be measured.
+    frmEquations_->FitToContents();
+    frmEquations_->ScrollToTop();
     canvas_->update();
 }
 

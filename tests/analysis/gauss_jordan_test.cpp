@@ -70,7 +70,7 @@ TEST(GaussJordan, AColumnOfZerosGetsNoPivotAndTheNextColumnTakesItsRow) {
 TEST(GaussJordan, TheThresholdIsAbsoluteAndStrictForPivotsAndForTheCleanUp) {
     // 1e-10 is no pivot and is not cleaned up; 2e-10 is a pivot; 5e-11 shows as 0.
     EXPECT_EQ(Solved({{1e-10, 0, 1}, {0, 2e-10, 5e-11}}), "0 1 | 0.25\n"
-                                                          "1e-10 0 | 1\n");
+                                                          "0.0000000001 0 | 1\n");
     EXPECT_EQ(Solved({{1, 0, 5e-11}, {0, 1, -5e-11}}), "1 0 | 0\n"
                                                        "0 1 | 0\n");
 }
@@ -103,8 +103,8 @@ TEST(GaussJordan, OnlyTheGivenRowsAndColumnsChange) {
     matrix(1, 5) = 1e-12;
     Solve(matrix, 1, 1);
     EXPECT_EQ(Rows(matrix, 3, 3), "1 2 7 | 0\n"
-                                  "3 9 1e-12 | 0\n"
-                                  "1e-12 5 6 | 0\n");
+                                  "3 9 0.000000000001 | 0\n"
+                                  "0.000000000001 5 6 | 0\n");
     EXPECT_EQ(matrix(1, 5), 1e-12);
 }
 

@@ -270,10 +270,16 @@ TEST(Topology, NodesAndLooseEndsPastTheirTablesAreCountedAndTwentyNodesTraceWhol
     EXPECT_THROW(FindNodes(fiveEnds, topology), SlotOutOfRange);
 }
 
-TEST(Topology, TheTJunctionsExampleIsSplitIntoSevenWiresWithTheSumsOfItsThreeBranches) {
+TEST(Topology, LongWiresWithTJunctionsAreSplitIntoSevenWiresWithTheSumsOfTheThreeBranches) {
+    // The T-junctions example as first drawn: the top and bottom wires run the whole width,
+    // and the middle wire meets each of them halfway.
     Circuit circuit;
-    ASSERT_TRUE(
-        LoadFromIniFile(circuit, (test::ExamplesDir() / "t_junctions.amq").string()).complete);
+    ASSERT_TRUE(ReadCircuitText(circuit, "5\r\n80,80,80,240\r\n80,80,400,80\r\n240,80,240,240\r\n"
+                                         "400,80,400,240\r\n80,240,400,240\r\n5\r\n80,160,1,9\r\n"
+                                         "160,80,6,3\r\n240,160,5,6\r\n320,80,6,4\r\n"
+                                         "400,160,5,8\r\n2\r\n\"V1\",\"V1\",240,80\r\n"
+                                         "\"0\",\"0\",240,240\r\n")
+                    .complete);
     EXPECT_EQ(Analysed(circuit), "wire 1 80,80 80,240\n"
                                  "wire 2 80,80 240,80\n"
                                  "wire 3 240,80 240,240\n"

@@ -91,19 +91,88 @@ TEST(DocumentCommands, ACancelledDialogChangesNothing) {
     EXPECT_EQ(s.store.Dump(), "");
 }
 
-TEST(DocumentCommands, AFileThatCannotBeReadIsReportedAndTheDrawingStays) {
+// A damaged file opens with what was read before the damage, says where reading stopped,
+// and is left alone: closing or starting anew does not offer to write over it.
+TEST(DocumentCommands, ADamagedFileOpensWithWhatWasReadAndIsLeftAlone) {
+    struct Case {
+        const char* bytes;
+        const char* opened;  // the drawing afterwards
+        const char* message; // after "(!) The file <path> could not be read whole ("
+    };
+    // The dumps mark "(undo)" what Undo Erase would bring back (the drawing before New).
+    const Case cases[] = {
+        {"2\r\n0,0,80,0\r\n",
+         "NumWires 2\nwire 1 live(undo) 0,0 80,0\nwire 2 empty 0,0 0,0\nNumElements 0\n"
+         "NumNodes 0\n",
+         "the file ends where wire 2 should follow (line 3)"},
+        {"1\r\n0,0,80,0\r\n1\r\n40,0,6,5k\r\n0\r\n",
+         "NumWires 1\nwire 1 live(undo) 0,0 80,0\nNumElements 0\nNumNodes 0\n",
+         "line 4: element 1 value is not a finite single-precision number: \"5k\""},
+        {"1\r\n0,0,80,0\r\n1\r\n40,0,6,5\r\n2\r\n\"A\",\"A\",0,0\r\n\"0\"\r\n",
+         "NumWires 1\nwire 1 live(undo) 0,0 80,0\nNumElements 1\nelement 1 kind 6 5 at 40,0\n"
+         "NumNodes 1\nnode 1 \"A\" at 0,0\n",
+         "line 7: node 2 needs 4 fields, found 1"},
+        {"",
+         // Nothing read: the drawing before stays only in the undo memory.
+         "NumWires 1\nwire 1 empty(undo) 40,80 200,80\nNumElements 0\nNumNodes 0\n",
+         "the file ends where the wire count should follow (line 1)"},
+    };
+    for (const Case& c : cases) {
+        Session s;
+        s.DrawOneWire();
+        const std::string path = s.PathOf("damaged.amq");
+        test::WriteBytes(path, c.bytes);
+        s.dialogs.answers = {path};
+        s.prompts.yesNoAnswers = {false};
+        EXPECT_TRUE(FileOpen(s.context).fileRead) << c.bytes;
+        EXPECT_EQ(DumpCircuit(s.workspace.circuit), c.opened) << c.bytes;
+        EXPECT_EQ(s.prompts.messages,
+                  std::vector<std::string>{"(!) The file " + path + " could not be read whole (" +
+                                           c.message +
+                                           "). What was read before that line is open; the "
+                                           "file stays as it is unless you save the circuit."});
+        EXPECT_EQ(s.workspace.CurrentFileName, path);
+        s.prompts.questions.clear();
+        FileNew(s.context);
+        EXPECT_EQ(s.prompts.questions, std::vector<std::string>{}) << c.bytes;
+        EXPECT_EQ(test::ReadBytes(path), c.bytes);
+    }
+}
+
+TEST(DocumentCommands, AFileThatCannotBeOpenedIsReportedAndTheDrawingStays) {
     Session s;
     s.DrawOneWire();
-    test::WriteBytes(s.PathOf("broken.amq"), "2\r\n0,0,80,0\r\n");
     const std::string before = DumpCircuit(s.workspace.circuit);
-    s.dialogs.answers = {s.PathOf("broken.amq")};
+    s.dialogs.answers = {s.PathOf("missing.amq")};
     EXPECT_FALSE(FileOpen(s.context).cleared);
     EXPECT_EQ(s.prompts.messages,
-              std::vector<std::string>{"(!) The file " + s.PathOf("broken.amq") +
-                                       " cannot be read: the file ends where wire 2 should "
-                                       "follow (line 3)."});
+              std::vector<std::string>{"(!) The file " + s.PathOf("missing.amq") +
+                                       " cannot be read: the file cannot be opened."});
     EXPECT_EQ(DumpCircuit(s.workspace.circuit), before);
     EXPECT_EQ(s.workspace.CurrentFileName, "");
+}
+
+// Saving a circuit opened through a link writes the file the link names, with the
+// permissions that file had, and the link stays a link.
+TEST(DocumentCommands, SavingThroughALinkWritesItsTargetAndKeepsLinkAndPermissions) {
+    namespace fs = std::filesystem;
+    Session s;
+    fs::copy_file(kDivider, s.dir / "divider.amq");
+    fs::permissions(s.dir / "divider.amq",
+                    fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+    fs::create_symlink("divider.amq", s.dir / "link.amq");
+    s.dialogs.answers = {s.PathOf("link.amq")};
+    ASSERT_TRUE(FileOpen(s.context).fileRead);
+    s.workspace.circuit.Elements[1].Value = 1500;
+    EXPECT_TRUE(NeedFileSave(s.workspace.circuit, s.workspace.CurrentFileName));
+    EXPECT_TRUE(FileSave(s.context));
+    EXPECT_TRUE(fs::is_symlink(s.dir / "link.amq"));
+    EXPECT_EQ(fs::status(s.dir / "divider.amq").permissions(),
+              fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+    EXPECT_EQ(test::ReadBytes(s.dir / "divider.amq"),
+              test::ReadBytes(kDivider).replace(test::ReadBytes(kDivider).find("1000"), 4, "1500"));
+    EXPECT_FALSE(NeedFileSave(s.workspace.circuit, s.workspace.CurrentFileName));
+    EXPECT_EQ(s.prompts.messages, std::vector<std::string>{});
 }
 
 TEST(DocumentCommands, ARecentFileThatIsGoneIsReportedAndStaysInTheList) {

@@ -1,3 +1,5 @@
+#include "analysis/format_number.h"
+#include "analysis/result_labels.h"
 #include "support/solve_session.h"
 
 #include <gtest/gtest.h>
@@ -94,9 +96,61 @@ TEST(CountingText, SeveralSupernodesListTheirConstraintsLastFirst) {
               "describes this system of equations gives:|\n"
               "Carrying out Gauss-Jordan elimination reduces the augmented matrix to this reduced "
               "row echelon form (RREF):|\n"
-              "Interpreting the RREF form gives the following solutions:|\n"
-              "Notice that giving V5 a value, (say 0, thus making it the reference) makes it "
-              "possible to then give values to the other variables.|\n");
+              "Interpreting the RREF form gives the following solutions:|\n|\n");
+}
+
+// The closing note on giving a node the value 0 belongs to circuits without a reference,
+// and names the node that the solution does set to 0, also when the node last in order is
+// a supernode member whose voltage follows its anchor's.
+TEST(CountingText, TheNoteOnAZeroNodeNamesTheNodeTheSolutionSetsToZero) {
+    struct Case {
+        const char* example;
+        const char* reference; // renamed, to leave the circuit without a reference
+        const char* renamed;
+        int autoName;
+    };
+    const Case cases[] = {
+        {"two_supernodes.amq", "", "", 1},
+        {"wheatstone_bridge.amq", "", "", 1},
+        {"voltage_divider.amq", "\"0\"", "\"Z\"", 0},
+        {"wheatstone_bridge.amq", "\"0\"", "\"Z\"", 0},
+        {"two_supernodes.amq", "\"0\"", "\"Z\"", 0},
+        {"supernode.amq", "\"0\"", "\"Z\"", 0},
+        // Named first, it leaves the supernode's members V1 and V2 last in order.
+        {"supernode.amq", "\"0\"", "\"A\"", 0},
+    };
+    std::string out;
+    for (const Case& c : cases) {
+        const SolveSession s = Solved(ExampleText(c.example, c.reference, c.renamed), c.autoName);
+        const Workspace& ws = s.ws;
+        out += std::string(c.example) + (*c.reference != 0 ? " 0 renamed " : "") + c.renamed + ": ";
+        const std::string& note = ws.equations.EqnText[6];
+        const std::string before = "Notice that giving ";
+        const std::size_t end = note.find(" a value, (say 0, thus making it the reference) "
+                                          "makes it possible to then give values to the other "
+                                          "variables.");
+        if (note.empty() || note.rfind(before, 0) != 0 || end == std::string::npos) {
+            out += "[" + note + "]\n";
+            continue;
+        }
+        const std::string named = note.substr(before.size(), end - before.size());
+        out += named;
+        const std::vector<std::string> labels = NodeLabelTexts(ws, kViewVoltages, 3);
+        for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
+            if (ws.circuit.NodeLabels[slot].Name == named) {
+                out += ", voltage " + FormatNumber(ws.circuit.NodeLabels[slot].Voltage, 8) +
+                       ", label " + labels[static_cast<std::size_t>(slot)];
+            }
+        }
+        out += "\n";
+    }
+    EXPECT_EQ(out, "two_supernodes.amq: []\n"
+                   "wheatstone_bridge.amq: []\n"
+                   "voltage_divider.amq 0 renamed \"Z\": Z, voltage 0, label Z = 0\n"
+                   "wheatstone_bridge.amq 0 renamed \"Z\": V3, voltage 0, label V3 = 0\n"
+                   "two_supernodes.amq 0 renamed \"Z\": Z, voltage 0, label Z = 0\n"
+                   "supernode.amq 0 renamed \"Z\": Z, voltage 0, label Z = 0\n"
+                   "supernode.amq 0 renamed \"A\": V1, voltage 0, label V1 = 0\n");
 }
 
 TEST(CountingText, AReferenceInsideASupernodeIsTheReferenceSupernode) {

@@ -25,7 +25,10 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QStackedWidget>
+#include <QStatusBar>
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QTemporaryDir>
@@ -106,9 +109,14 @@ struct Session {
     void ShootEquations(const QString& name) const {
         const QByteArray dir = qgetenv("AMPORA_SCREENSHOT_DIR");
         if (!dir.isEmpty()) {
-            // Tall enough to show the whole tab at once.
-            Equations()->resize(720, 1100);
+            // As it opened, then tall enough to show the whole tab at once.
+            const QSize opened = Equations()->size();
+            QCoreApplication::processEvents();
+            Equations()->grab().save(QString::fromLocal8Bit(dir) + "/" + name + "_opened.png");
+            Equations()->resize(opened.width(), 1100);
+            QCoreApplication::processEvents();
             Equations()->grab().save(QString::fromLocal8Bit(dir) + "/" + name + ".png");
+            Equations()->resize(opened);
         }
     }
 };
@@ -243,9 +251,7 @@ class AnalysisStepsTest : public QObject {
                                     "are marked [ ]  "));
             QVERIFY(!s.Find<QToolBar>("Toolbar")->isEnabled());
             s.Press("cmdAutoName1");
-            const QString shots = name == "supernode.amq" || name == "two_supernodes.amq"
-                                      ? QFileInfo(name).baseName()
-                                      : QString();
+            const QString shots = QFileInfo(name).baseName();
             if (!shots.isEmpty()) {
                 s.Shoot(shots + "_step2");
             }
@@ -296,6 +302,103 @@ class AnalysisStepsTest : public QObject {
                                     " Viewing: voltages in volts |" + step3,
                                     " Viewing: output power in watts | Power in = 12.5 watts, "
                                     "Power out = 12.5 watts.  "}));
+    }
+
+    // The power totals and a hint share the status bar: at every width each keeps its own
+    // place, the totals whole, the hint cut off at its own edge rather than drawn over them.
+    void theStatusTextsNeverOverprintAtAnyWidth() {
+        Session s;
+        s.Open(ExamplePath("two_supernodes.amq"));
+        s.Press("cmdNext1");
+        s.Press("cmdAutoName1");
+        s.Press("cmdNext2");
+        s.Press("cmdViewPower");
+        QStatusTipEvent tip(QStringLiteral(
+            " Number of significant figures used to display answers, and a good deal more "
+            "text than any status bar panel has room for "));
+        QCoreApplication::sendEvent(s.window.get(), &tip);
+        auto* totals = s.Find<QLabel>("StatusPanel1");
+        auto* hint = s.Find<QLabel>("StatusBar1");
+        QStringList seen;
+        for (const int width : {1000, 760, 560}) {
+            s.window->resize(width, 600);
+            QCoreApplication::processEvents();
+            const QRect a = totals->geometry();
+            const QRect b = hint->geometry();
+            const bool whole = a.width() >= totals->fontMetrics().horizontalAdvance(totals->text());
+            seen << QStringLiteral("%1: %2 %3 %4")
+                        .arg(s.window->width())
+                        .arg(a.intersects(b) ? "overlap" : "apart")
+                        .arg(whole ? "totals whole" : "totals cut")
+                        .arg(b.right() <= s.window->statusBar()->width() ? "hint inside"
+                                                                         : "hint beyond");
+        }
+        QCOMPARE(seen, QStringList({"1000: apart totals whole hint inside",
+                                    "760: apart totals whole hint inside",
+                                    "560: apart totals whole hint inside"}));
+    }
+
+    // At every size the equations tab's page holds all it shows, and its scroll bars reach
+    // exactly to the page's edges: nothing cut off, no empty room to scroll into.
+    void theEquationsTabScrollsOverExactlyWhatItShowsAtEverySize() {
+        // One window throughout: a circuit of one unknown after one of three, and back.
+        QStringList wrong;
+        Session s;
+        for (const char* example :
+             {"two_supernodes.amq", "voltage_divider.amq", "two_supernodes.amq"}) {
+            s.Open(ExamplePath(QString::fromLatin1(example)));
+            s.Press("cmdNext1");
+            s.Press("cmdAutoName1");
+            s.Press("cmdNext2");
+            auto* tabs = s.InEquations<QTabWidget>("tabEquations");
+            tabs->setCurrentIndex(1);
+            auto* scroll = s.InEquations<QScrollArea>("scrollEquations");
+            QCoreApplication::processEvents();
+            if (scroll->verticalScrollBar()->value() != 0) {
+                wrong << QString::fromLatin1(example) + ": opens scrolled down";
+            }
+            if (scroll->horizontalScrollBar()->maximum() != 0) {
+                wrong << QString::fromLatin1(example) + ": opens too narrow for its equations";
+            }
+            for (const QSize size : {QSize(900, 900), QSize(420, 200), QSize(1400, 300)}) {
+                s.Equations()->resize(size);
+                QCoreApplication::processEvents();
+                QWidget* page = scroll->widget();
+                int bottom = 0;
+                int right = 0;
+                for (QWidget* child : page->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+                    if (child->isVisible()) {
+                        bottom = std::max(bottom, child->geometry().bottom() + 1);
+                        right = std::max(right, child->geometry().right() + 1);
+                    }
+                }
+                const QSize view = scroll->viewport()->size();
+                const QString where = QStringLiteral("%1 at %2x%3: ")
+                                          .arg(QString::fromLatin1(example))
+                                          .arg(size.width())
+                                          .arg(size.height());
+                if (page->height() < bottom || page->width() < right) {
+                    wrong << where + "page cuts off what it shows";
+                }
+                if (scroll->verticalScrollBar()->maximum() !=
+                    std::max(0, page->height() - view.height())) {
+                    wrong << where + "vertical scroll bar";
+                }
+                if (scroll->horizontalScrollBar()->maximum() !=
+                    std::max(0, page->width() - view.width())) {
+                    wrong << where + "horizontal scroll bar";
+                }
+                if (page->height() > std::max(view.height(), bottom + 40)) {
+                    wrong << where + QStringLiteral("empty room below: page %1, shown %2")
+                                         .arg(page->height())
+                                         .arg(bottom);
+                }
+            }
+            scroll->verticalScrollBar()->setValue(scroll->verticalScrollBar()->maximum());
+            s.Press("cmdPrev3");
+            s.Press("cmdPrev2");
+        }
+        QCOMPARE(wrong, QStringList());
     }
 
     void goingBackHidesTheEquationsAndKeepsTheNames() {

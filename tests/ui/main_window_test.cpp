@@ -337,26 +337,33 @@ class MainWindowTest : public QObject {
         QCOMPARE(FileBytes(path), QByteArray("1\r\n80,80,240,80\r\n0\r\n0\r\n"));
     }
 
-    void aFileThatCannotBeReadIsReportedAndTheDrawingStays() {
+    void aDamagedFileOpensWithWhatWasReadSaysWhereItStoppedAndIsLeftAlone() {
         Session s;
         s.DismissInstructions();
         s.ClickTool(1);
         s.Drag(QPoint(80, 80), QPoint(240, 80));
-        const QString broken = work_.path() + "/broken.amq";
-        QFile file(broken);
+        const QString damaged = work_.path() + "/damaged.amq";
+        const QByteArray bytes("2\r\n0,0,80,0\r\n0,0,zero,0\r\n");
+        QFile file(damaged);
         QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("1\r\n0,0,zero,0\r\n");
+        file.write(bytes);
         file.close();
         s.answers.Press(QMessageBox::No);
         s.answers.Press(QMessageBox::Ok);
-        s.files.answers = {broken.toStdString()};
+        s.files.answers = {damaged.toStdString()};
         s.Action("mnuFileOpen")->trigger();
         QCOMPARE(s.answers.seen.last(),
-                 "Ampora: The file " + broken +
-                     " cannot be read: line 2: wire 1 X2 is not a finite single-precision "
-                     "number: \"zero\".");
-        QCOMPARE(s.Dump(), QStringLiteral("1\r\n80,80,240,80\r\n0\r\n0\r\n"));
-        QCOMPARE(s.window->windowTitle(), QStringLiteral("DC Ampora - [untitled]"));
+                 "Ampora: The file " + damaged +
+                     " could not be read whole (line 3: wire 2 X2 is not a finite "
+                     "single-precision number: \"zero\"). What was read before that line is "
+                     "open; the file stays as it is unless you save the circuit.");
+        QCOMPARE(s.Dump(), QStringLiteral("1\r\n0,0,80,0\r\n0\r\n0\r\n"));
+        QCOMPARE(s.window->windowTitle(), "DC Ampora - " + damaged);
+        // Left as it opened, the drawing is not offered for saving over the file.
+        const qsizetype asked = s.answers.seen.size();
+        QTest::keyClick(s.canvas(), Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(s.answers.seen.size(), asked);
+        QCOMPARE(FileBytes(damaged), bytes);
     }
 
     void saveAsIntoAVanishedFolderSaysSoAndKeepsTheDrawingAndItsCaption() {

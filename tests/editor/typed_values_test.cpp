@@ -1,0 +1,172 @@
+// A value as the student types it, followed to every place it shows again: the file, the
+// label of the reopened drawing, the Number tool's next answer, the views of step 3 and the
+// equations. Each place must read as a person writes the number.
+
+#include "analysis/result_labels.h"
+#include "document/amq_file.h"
+#include "editor/editing_tools.h"
+#include "editor/value_labels.h"
+#include "support/drawn_circuit.h"
+#include "support/solve_session.h"
+#include "support/test_files.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace ampora {
+namespace {
+
+using test::E;
+using test::W;
+
+// Two nodes, (80,0) and (80,160). Left: a battery over a resistor; middle: a current
+// source; right: a 10 ohm resistor.
+Circuit ThreeDevicesToType() {
+    return test::Drawn({{80, 0, 0, 0},
+                        {0, 0, 0, 160},
+                        {0, 160, 80, 160},
+                        {80, 0, 80, 160},
+                        {80, 0, 160, 0},
+                        {160, 0, 160, 160},
+                        {160, 160, 80, 160}},
+                       {{kBatteryUp, 1, 0, 48},
+                        {kResistorVertical, 1, 0, 112},
+                        {kSourceUp, 1, 80, 80},
+                        {kResistorVertical, 10, 160, 80}});
+}
+
+std::string Line(const std::string& text, int number) {
+    std::istringstream in(text);
+    std::string line;
+    for (int i = 0; i < number && std::getline(in, line); ++i) {
+    }
+    if (!line.empty() && line.back() == '\r') {
+        line.pop_back();
+    }
+    return line;
+}
+
+// Types the text into the battery, the left resistor and the source with the Number tool,
+// saves, reopens, and solves; then lists what each place shows.
+std::string EveryPlace(const std::string& typed) {
+    test::TempDir dir;
+    Circuit drawn = ThreeDevicesToType();
+    EditorState editor;
+    test::ScriptedPrompts typing;
+    for (int slot = 1; slot <= 3; ++slot) {
+        typing.textAnswers.push_back(typed);
+        RenumberDevice(drawn, editor, typing, slot);
+    }
+    const std::string path = (dir / "typed.amq").string();
+    if (!SaveToIniFile(drawn, path).saved) {
+        return "not saved";
+    }
+    const std::string file = test::ReadBytes(path);
+
+    test::SolveSession session;
+    test::Solve(session, file, 1);
+    Workspace& ws = session.ws;
+    std::string out = "file " + Line(file, 10) + " | " + Line(file, 11) + " | " + Line(file, 12);
+    out += "\nreopened " + ValueLabelText(ws.circuit.Elements[1], "") + " | " +
+           ValueLabelText(ws.circuit.Elements[2], "") + " | " +
+           ValueLabelText(ws.circuit.Elements[3], "");
+    EditorState reopened;
+    test::ScriptedPrompts asking;
+    RenumberDevice(ws.circuit, reopened, asking, 2);
+    out += "\nnumber tool " + asking.questions.at(0);
+    if (!session.solved) {
+        return out + "\nnot solved: " + session.prompts.messages.at(0);
+    }
+    ws.ViewMode = kViewValues;
+    const std::vector<std::string> values = WriteLabels(ws, 3);
+    ws.ViewMode = kViewVoltages;
+    const std::vector<std::string> voltages = WriteLabels(ws, 3);
+    out += "\nview 0 " + values[1] + " | " + values[2] + " | " + values[3];
+    out += "\nview 2 battery " + voltages[1];
+    out += "\nequation " + ws.equations.FirstWritten.at(0);
+    out += "\ncollected " + ws.equations.Collected.at(0);
+    return out + "\n";
+}
+
+TEST(TypedValues, ShowAsAPersonWritesThemWhereverTheyAppear) {
+    struct Case {
+        const char* typed;
+        const char* places;
+    };
+    const Case cases[] = {
+        {"1e5", "file 0,48,1,100000 | 0,112,5,100000 | 80,80,7,100000\n"
+                "reopened 100000 V | 100000 \u03A9 | 100000 A\n"
+                "number tool Enter the resistance in ohms: [100000]\n"
+                "view 0 100000 V | 100000 \u03A9 | 100000 A\n"
+                "view 2 battery \u2191 100000\n"
+                "equation (V1-0-100000)/100000 - 100000 + (V1-0)/10 = 0\n"
+                "collected (1/100000+1/10)*V1=100000/100000+100000\n"},
+        {"0.0001", "file 0,48,1,0.0001 | 0,112,5,0.0001 | 80,80,7,0.0001\n"
+                   "reopened 0.0001 V | 0.0001 \u03A9 | 0.0001 A\n"
+                   "number tool Enter the resistance in ohms: [0.0001]\n"
+                   "view 0 0.0001 V | 0.0001 \u03A9 | 0.0001 A\n"
+                   "view 2 battery \u2191 0.0001\n"
+                   "equation (V1-0-0.0001)/0.0001 - 0.0001 + (V1-0)/10 = 0\n"
+                   "collected (1/0.0001+1/10)*V1=0.0001/0.0001+0.0001\n"},
+        {"1.1", "file 0,48,1,1.1 | 0,112,5,1.1 | 80,80,7,1.1\n"
+                "reopened 1.1 V | 1.1 \u03A9 | 1.1 A\n"
+                "number tool Enter the resistance in ohms: [1.1]\n"
+                "view 0 1.1 V | 1.1 \u03A9 | 1.1 A\n"
+                "view 2 battery \u2191 1.1\n"
+                "equation (V1-0-1.1)/1.1 - 1.1 + (V1-0)/10 = 0\n"
+                "collected (1/1.1+1/10)*V1=1.1/1.1+1.1\n"},
+        // Beyond 15 plain digits the exponent comes back, in the one scientific style.
+        {"2e16", "file 0,48,1,2E+16 | 0,112,5,2E+16 | 80,80,7,2E+16\n"
+                 "reopened 2E+16 V | 2E+16 \u03A9 | 2E+16 A\n"
+                 "number tool Enter the resistance in ohms: [2E+16]\n"
+                 "view 0 2E+16 V | 2E+16 \u03A9 | 2E+16 A\n"
+                 "view 2 battery \u2191 2E+16\n"
+                 "equation (V1-0-2E+16)/2E+16 - 2E+16 + (V1-0)/10 = 0\n"
+                 "collected (1/2E+16+1/10)*V1=2E+16/2E+16+2E+16\n"},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(EveryPlace(c.typed), c.places) << "typed " << c.typed;
+    }
+}
+
+// Sums of singles carry rounding noise past the seventh digit; what is written shows the
+// seven digits a single holds. Two batteries of 1.1 V and 2.2 V in series join V1 and V2;
+// two resistors of 1.1 and 2.2 ohms in series lead from V2 to the reference.
+TEST(TypedValues, SumsOfSinglesShowSevenDigitsAtMost) {
+    test::SolveSession session;
+    Circuit circuit = test::Drawn({{80, 0, 0, 0},
+                                   {0, 0, 0, 160},
+                                   {0, 160, 80, 160},
+                                   {80, 0, 80, 160},
+                                   {80, 0, 240, 0},
+                                   {240, 0, 240, 160},
+                                   {240, 160, 80, 160},
+                                   {240, 0, 400, 0},
+                                   {400, 0, 400, 160},
+                                   {400, 160, 240, 160}},
+                                  {{kSourceUp, 0.0001f, 0, 80},
+                                   {kResistorVertical, 100000, 80, 80},
+                                   {kBatteryRight, 1.1f, 128, 0},
+                                   {kBatteryRight, 2.2f, 192, 0},
+                                   {kResistorVertical, 1.1f, 400, 48},
+                                   {kResistorVertical, 2.2f, 400, 112},
+                                   {kResistorVertical, 1000000, 240, 80}});
+    test::Solve(session, CircuitFileText(circuit), 1);
+    ASSERT_TRUE(session.solved) << session.prompts.messages.at(0);
+    const Workspace& ws = session.ws;
+    std::string out;
+    for (std::size_t v = 0; v < ws.equations.EqnVars.size(); ++v) {
+        out += ws.equations.FirstWritten[v] + "\n" + ws.equations.Collected[v] + "\n";
+    }
+    const std::string& counting = ws.equations.CountingText;
+    const std::size_t fact = counting.find("by using the fact that ");
+    ASSERT_NE(fact, std::string::npos);
+    out += counting.substr(fact, counting.find(".  Doing", fact) - fact);
+    EXPECT_EQ(out, "-0.0001 + (V1-0)/100000 + (V1+3.3-0)/1000000 + (V1+3.3-0)/3.3 = 0\n"
+                   "(1/100000+1/1000000+1/3.3)*V1=0.0001-3.3/1000000-3.3/3.3\n"
+                   "by using the fact that V2=V1+3.3, V3=0");
+}
+
+} // namespace
+} // namespace ampora
