@@ -142,7 +142,8 @@ void DrawFreeValues(BranchPlan& plan, const PracticeShape& shape, PracticeRandom
 // the tree's currents follow from them by Kirchhoff's current law, the node voltages from
 // the tree's resistors and batteries, and each resistor outside the tree gets the battery
 // beside it that makes its own current come out. Voltages in tenths of a volt.
-constexpr long long kMostTenths = 1000;
+
+constexpr long long kMostTenths = 1000; // as far from the reference as a node may be
 
 bool WorkOutNiceValues(BranchPlan& plan, const PracticeMesh& mesh, PracticeRandom& random) {
     const std::size_t nodes = mesh.nodes.size();
@@ -351,6 +352,9 @@ Circuit DrawCircuit(const PracticeMesh& mesh, const std::vector<PlannedBranch>& 
     return circuit;
 }
 
+// Voltages a student works with by hand, as the worked-back values keep them.
+constexpr double kMostVolts = 100;
+
 // The circuit is what was asked for, as the program itself finds it.
 bool Proven(const Circuit& drawn, const PracticeShape& shape, bool nice) {
     Workspace ws;
@@ -359,7 +363,7 @@ bool Proven(const Circuit& drawn, const PracticeShape& shape, bool nice) {
         return false;
     }
     for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-        if (!(std::fabs(ws.circuit.NodeLabels[slot].Voltage) <= 1000)) {
+        if (!(std::fabs(ws.circuit.NodeLabels[slot].Voltage) <= kMostVolts)) {
             return false;
         }
     }

@@ -132,7 +132,7 @@ void WriteAnswerKey(std::vector<Workspace>& circuits, RichTextSink& box, ReportP
             continue;
         }
         RTBText(box, "The KCL equations:", 1, 1, kBodyStyle);
-        RTBPicture(box, pictures.Equation(ws, 1), 0, 0);
+        RTBPicture(box, pictures.Equation(ws, 1), 0, 1);
         RTBText(box, "The augmented matrix:", 0, 1, kBodyStyle);
         RTBTable(box, MatrixGrid(eq.Augmented, eq.NumUnknowns, sigFigs));
         StartFont(box, fontSet);
