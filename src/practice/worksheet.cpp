@@ -6,6 +6,8 @@
 #include "practice/practice_circuit.h"
 #include "report/font_sets.h"
 
+#include <algorithm>
+#include <cmath>
 #include <stdexcept>
 
 namespace ampora {
@@ -49,6 +51,40 @@ ReportPicture CircuitWithValues(Workspace& ws, ReportPictures& pictures) {
     ws.ViewMode = kViewValues;
     WriteLabels(ws, ws.preferences.SigFigs);
     return pictures.Circuit(ws);
+}
+
+// The student finds the supernodes: the sheet's drawing does not mark their batteries red.
+Workspace WithoutSupernodeMarks(const Workspace& ws) {
+    Workspace unmarked = ws;
+    for (int b = 1; b <= unmarked.topology.NumBranches; ++b) {
+        unmarked.topology.Branches[b].CurrentName.clear();
+    }
+    return unmarked;
+}
+
+// A fixed-width table small enough for its widest line to fit the text column of A4 and
+// Letter paper beside its tab, rather than wrap in the middle of a matrix row.
+constexpr float kTableRoomPoints = 460;
+constexpr float kFixedWidthShare = 0.6f; // of the font size, for each character
+
+void WriteFittingTable(RichTextSink& box, const ReportGrid& grid, const FontSet& fontSet) {
+    std::vector<std::size_t> widths;
+    for (const auto& row : grid) {
+        widths.resize(std::max(widths.size(), row.size()), 0);
+        for (std::size_t c = 0; c < row.size(); ++c) {
+            widths[c] = std::max(widths[c], row[c].size());
+        }
+    }
+    std::size_t line = 0;
+    for (const std::size_t width : widths) {
+        line += width + 4; // the cells' gap, as the report writes its tables
+    }
+    TextFormat format = box.Format();
+    const float fitting = kTableRoomPoints / (kFixedWidthShare * static_cast<float>(line));
+    format.FontSize = std::min(fontSet.NormalSize, std::floor(fitting * 2) / 2);
+    box.SetFormat(format);
+    RTBTable(box, grid);
+    StartFont(box, fontSet); // the table leaves its font behind
 }
 
 std::string CircuitHeading(std::size_t k) {
@@ -99,7 +135,8 @@ void WriteWorksheet(std::vector<Workspace>& circuits, RichTextSink& box, ReportP
     RTBText(box, kWorksheetTask, 0, 2, kBodyStyle);
     for (std::size_t k = 0; k < circuits.size(); ++k) {
         RTBText(box, CircuitHeading(k) + ":", 0, 1, kHeadingStyle);
-        RTBPicture(box, CircuitWithValues(circuits[k], pictures), 0, 1);
+        Workspace unmarked = WithoutSupernodeMarks(circuits[k]);
+        RTBPicture(box, CircuitWithValues(unmarked, pictures), 0, 1);
         // Room to write the equations and the voltages: a line for each unknown and more.
         RTBText(box, "", 0, 6 + 2 * circuits[k].equations.NumUnknowns, kBodyStyle);
     }
@@ -124,8 +161,7 @@ void WriteAnswerKey(std::vector<Workspace>& circuits, RichTextSink& box, ReportP
                     {node.Name + " = " + FormatNumber(node.Voltage, sigFigs) + " V"});
             }
         }
-        RTBTable(box, voltages);
-        StartFont(box, fontSet); // the table leaves its fixed-width font behind
+        WriteFittingTable(box, voltages, fontSet);
         if (eq.NumUnknowns == 0) {
             RTBText(box, "The batteries fix every node voltage: there is no equation to solve.", 1,
                     3, kBodyStyle);
@@ -134,8 +170,7 @@ void WriteAnswerKey(std::vector<Workspace>& circuits, RichTextSink& box, ReportP
         RTBText(box, "The KCL equations:", 1, 1, kBodyStyle);
         RTBPicture(box, pictures.Equation(ws, 1), 0, 1);
         RTBText(box, "The augmented matrix:", 0, 1, kBodyStyle);
-        RTBTable(box, MatrixGrid(eq.Augmented, eq.NumUnknowns, sigFigs));
-        StartFont(box, fontSet);
+        WriteFittingTable(box, MatrixGrid(eq.Augmented, eq.NumUnknowns, sigFigs), fontSet);
         RTBText(box, "", 0, 2, kBodyStyle);
     }
 }
