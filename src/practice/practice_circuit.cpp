@@ -3,6 +3,7 @@
 #include "analysis/node_naming.h"
 #include "analysis/step_transitions.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdlib>
@@ -234,6 +235,9 @@ bool WorkOutNiceValues(BranchPlan& plan, const PracticeMesh& mesh, PracticeRando
                                volts[static_cast<std::size_t>(mesh.chains[c].start)];
         std::vector<int> tenths(kE12Tenths.begin(), kE12Tenths.end());
         random.Shuffle(tenths);
+        // A resistor that carries the current by itself needs no battery: tried first.
+        std::stable_partition(tenths.begin(), tenths.end(),
+                              [&](int r) { return rise + current[c] * r == 0; });
         bool found = false;
         for (const int r : tenths) {
             const long long emf = rise + current[c] * r;
