@@ -138,14 +138,13 @@ void DrawFreeValues(BranchPlan& plan, const PracticeShape& shape, PracticeRandom
     }
 }
 
+constexpr long long kMostTenths = 1000; // as far from the reference as a node may be
+
 // Values worked back from whole currents, so that every node voltage has at most one
 // decimal: each chain outside the tree gets a whole current (a source's is its value),
 // the tree's currents follow from them by Kirchhoff's current law, the node voltages from
 // the tree's resistors and batteries, and each resistor outside the tree gets the battery
 // beside it that makes its own current come out. Voltages in tenths of a volt.
-
-constexpr long long kMostTenths = 1000; // as far from the reference as a node may be
-
 bool WorkOutNiceValues(BranchPlan& plan, const PracticeMesh& mesh, PracticeRandom& random) {
     const std::size_t nodes = mesh.nodes.size();
     const int reference = static_cast<int>(nodes) - 1; // AutoName's: the last by location
@@ -156,7 +155,7 @@ bool WorkOutNiceValues(BranchPlan& plan, const PracticeMesh& mesh, PracticeRando
             continue;
         }
         const bool source = plan.branches[c].kind == BranchKind::Source;
-        current[c] = Sign(random) * random.Between(1, source ? 3 : 2);
+        current[c] = Sign(random) * (source ? random.Between(1, 3) : 1);
         entering[static_cast<std::size_t>(mesh.chains[c].end)] += current[c];
         entering[static_cast<std::size_t>(mesh.chains[c].start)] -= current[c];
     }
@@ -377,7 +376,7 @@ bool Proven(const Circuit& drawn, const PracticeShape& shape, bool nice) {
 // Tries with freely drawn values before working nice ones out: free values give fewer
 // batteries, and on small circuits often come out nice by themselves.
 constexpr int kFreeTriesWhenNice = 300;
-constexpr int kMostTries = 20000;
+constexpr int kMostTries = 200000;
 
 } // namespace
 
