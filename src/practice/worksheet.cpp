@@ -27,7 +27,8 @@ std::vector<PracticeShape> ShapesFor(const WorksheetShape& shape, bool byHand) {
                 const bool given = shape.Nodes.value_or(n) == n &&
                                    shape.SuperNodes.value_or(s) == s &&
                                    shape.Sources.value_or(k) == k;
-                const bool small = (shape.Nodes || n <= kHandNodes) &&
+                // Two nodes joined by a battery leave nothing to solve.
+                const bool small = (shape.Nodes || (n <= kHandNodes && s + 1 < n)) &&
                                    (shape.SuperNodes || s <= kHandSuperNodes) &&
                                    (shape.Sources || k <= kHandSources);
                 if (given && (small || !byHand) && ShapeRefusal({n, s, k}).empty()) {

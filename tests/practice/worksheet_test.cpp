@@ -112,6 +112,8 @@ TEST(Worksheet, CountsNotGivenAreDrawnSmallEnoughToWorkByHand) {
             EXPECT_LE(shape.Sources, row.mostSources);
             EXPECT_EQ(shape.SuperNodes, row.given.SuperNodes.value_or(shape.SuperNodes));
             EXPECT_EQ(shape.Sources, row.given.Sources.value_or(shape.Sources));
+            EXPECT_TRUE(row.given.Nodes || shape.SuperNodes + 1 < shape.Nodes)
+                << "nothing left to solve";
         }
     }
 }
