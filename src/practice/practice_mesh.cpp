@@ -6,11 +6,11 @@
 namespace ampora {
 
 float PracticeMesh::X(int point) const {
-    return kMeshOrigin + kMeshSpacing * static_cast<float>(point % columns);
+    return kMeshLeft + kMeshSpacing * static_cast<float>(point % columns - firstColumn);
 }
 
 float PracticeMesh::Y(int point) const {
-    return kMeshOrigin + kMeshSpacing * static_cast<float>(point / columns);
+    return kMeshTop + kMeshSpacing * static_cast<float>(point / columns - firstRow);
 }
 
 namespace {
@@ -126,6 +126,11 @@ std::optional<PracticeMesh> TryPracticeMesh(PracticeRandom& random, int nodes) {
             }
         }
     }
+    // Wider lattices only for the nodes that need them.
+    if (std::any_of(sizes.begin(), sizes.end(),
+                    [](const Size& s) { return s.columns <= kColumnsOnCanvas; })) {
+        std::erase_if(sizes, [](const Size& s) { return s.columns > kColumnsOnCanvas; });
+    }
     if (sizes.empty()) {
         return std::nullopt;
     }
@@ -149,6 +154,12 @@ std::optional<PracticeMesh> TryPracticeMesh(PracticeRandom& random, int nodes) {
     if (mesh.links.empty() || !Joined(mesh) || !TraceChains(mesh) ||
         static_cast<int>(mesh.nodes.size()) != nodes) {
         return std::nullopt;
+    }
+    mesh.firstColumn = mesh.columns;
+    mesh.firstRow = mesh.rows;
+    for (const MeshLink& link : mesh.links) {
+        mesh.firstColumn = std::min(mesh.firstColumn, link.from % mesh.columns);
+        mesh.firstRow = std::min(mesh.firstRow, link.from / mesh.columns);
     }
     return mesh;
 }

@@ -26,6 +26,8 @@ struct MeshChain {
 struct PracticeMesh {
     int columns = 0;
     int rows = 0;
+    int firstColumn = 0; // the first column and row that hold a wire: drawn at the top left
+    int firstRow = 0;
     std::vector<MeshLink> links;
     std::vector<int> nodes; // lattice points where three or four links meet, in point order
     std::vector<MeshChain> chains;
@@ -36,8 +38,12 @@ struct PracticeMesh {
     float Y(int point) const;
 };
 
-inline constexpr float kMeshOrigin = 64;
+// The top row leaves room for the labels above it below the toolbar, which lies over the
+// top of the canvas; four columns and three rows fit the canvas of a window at its first size.
+inline constexpr float kMeshLeft = 64;
+inline constexpr float kMeshTop = 96;
 inline constexpr float kMeshSpacing = 128;
+inline constexpr int kColumnsOnCanvas = 4;
 
 // One try at a lattice with exactly `nodes` nodes, all joined, every link on a chain
 // between two different nodes; nothing when this try did not come out so.

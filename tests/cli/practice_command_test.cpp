@@ -119,9 +119,9 @@ TEST(CliPractice, ASeedMakesTheSameBytesAndAMissingSeedIsToldSoItCanBeGivenAgain
         return std::pair{test::ReadBytes(folder / name), run.err};
     };
     EXPECT_EQ(make("a.amq", {"--seed", "1"}).first,
-              "7\r\n64,64,192,64\r\n64,64,64,192\r\n192,64,320,64\r\n192,64,192,192\r\n"
-              "320,64,320,192\r\n64,192,192,192\r\n192,192,320,192\r\n3\r\n64,128,7,5\r\n"
-              "320,128,5,47\r\n192,128,5,2.7\r\n0\r\n");
+              "7\r\n64,96,192,96\r\n64,96,64,224\r\n192,96,320,96\r\n192,96,192,224\r\n"
+              "320,96,320,224\r\n64,224,192,224\r\n192,224,320,224\r\n3\r\n64,160,5,2.7\r\n"
+              "320,160,7,4\r\n192,160,5,47\r\n0\r\n");
     EXPECT_EQ(make("b.amq", {"--seed", "1"}).first, make("a.amq", {"--seed", "1"}).first);
     EXPECT_NE(make("c.amq", {"--seed", "2"}).first, make("a.amq", {"--seed", "1"}).first);
 

@@ -52,8 +52,18 @@ int SeedsPerShape() {
     return value ? static_cast<int>(*value) : 2;
 }
 
-// The editor's rules and the textbook's, "" when the drawing keeps them all.
-std::string LayoutFault(const Circuit& c) {
+// The canvas of a window at its first size, below the toolbar that lies over its top.
+constexpr LabelBox kFirstCanvas{0, 40, 512, 380};
+
+bool Inside(const LabelBox& box, const LabelBox& room) {
+    return box.Left >= room.Left && box.Top >= room.Top &&
+           box.Left + box.Width <= room.Left + room.Width &&
+           box.Top + box.Height <= room.Top + room.Height;
+}
+
+// The editor's rules and the textbook's, "" when the drawing keeps them all. Circuits of up
+// to 8 nodes fit the first canvas, labels and all.
+std::string LayoutFault(const Circuit& c, bool fitsCanvas) {
     for (int w = 1; w <= c.NumWires; ++w) {
         const Wire& wire = c.Wires[w];
         for (const float v : {wire.X1, wire.Y1, wire.X2, wire.Y2}) {
@@ -102,6 +112,10 @@ std::string LayoutFault(const Circuit& c) {
             return "the label of device " + std::to_string(e) + " has no room";
         }
         labels.push_back(box);
+        if (fitsCanvas && !(Inside(box, kFirstCanvas) &&
+                            Inside(LabelBox{d.X - 16, d.Y - 16, 32, 32}, kFirstCanvas))) {
+            return "device " + std::to_string(e) + " or its label is off the first canvas";
+        }
     }
     return "";
 }
@@ -213,7 +227,7 @@ TEST(PracticeCircuit, EveryShapeSolvesAsAskedKeepsTheDrawingRulesAndAgreesWithNg
                     }
                     Workspace ws;
                     ASSERT_TRUE(SolveLikeAStudent(ws, p.drawn));
-                    const std::string fault = LayoutFault(p.drawn);
+                    const std::string fault = LayoutFault(p.drawn, n <= 8);
                     const std::string disagreement = CompareWithNgspice(p, ws, folder);
                     EXPECT_EQ(ws.circuit.NumNodes, n);
                     EXPECT_EQ(ws.equations.NumSuperNodes, s);
