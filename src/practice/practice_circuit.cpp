@@ -9,15 +9,19 @@
 #include <cstdlib>
 #include <numeric>
 #include <stdexcept>
+#include <vector>
 
 namespace ampora {
 
 namespace {
 
 // The E12 series from 1 to 82 ohms, in tenths of an ohm.
-constexpr std::array<int, 24> kE12Tenths = {10,  12,  15,  18,  22,  27,  33,  39,
+const std::vector<int>& E12Tenths() {
+    static const std::vector<int> values = {10,  12,  15,  18,  22,  27,  33,  39,
                                             47,  56,  68,  82,  100, 120, 150, 180,
                                             220, 270, 330, 390, 470, 560, 680, 820};
+    return values;
+}
 
 struct SilentPrompts : Prompts {
     void ShowMessage(const std::string&, MessageIcon) override {}
@@ -108,8 +112,7 @@ std::optional<BranchPlan> PlanKinds(const PracticeMesh& mesh, const PracticeShap
 }
 
 float RandomResistance(PracticeRandom& random) {
-    return static_cast<float>(random.Pick(std::vector<int>(kE12Tenths.begin(), kE12Tenths.end()))) /
-           10.0f;
+    return static_cast<float>(random.Pick(E12Tenths())) / 10.0f;
 }
 
 // Values drawn freely: E12 resistors, whole volts and amperes. Without a supernode or a
@@ -200,7 +203,7 @@ bool WorkOutNiceValues(BranchPlan& plan, const PracticeMesh& mesh, PracticeRando
         } else {
             // A resistor that keeps the node within 100 V of the reference.
             std::vector<int> fitting;
-            for (const int tenths : kE12Tenths) {
+            for (const int tenths : E12Tenths()) {
                 if (std::llabs(volts[parent] + towardParent[node] * tenths) <= kMostTenths) {
                     fitting.push_back(tenths);
                 }
@@ -232,7 +235,7 @@ bool WorkOutNiceValues(BranchPlan& plan, const PracticeMesh& mesh, PracticeRando
         // Start to end: V(end) = V(start) + EMF - current x R.
         const long long rise = volts[static_cast<std::size_t>(mesh.chains[c].end)] -
                                volts[static_cast<std::size_t>(mesh.chains[c].start)];
-        std::vector<int> tenths(kE12Tenths.begin(), kE12Tenths.end());
+        std::vector<int> tenths = E12Tenths();
         random.Shuffle(tenths);
         // A resistor that carries the current by itself needs no battery: tried first.
         std::stable_partition(tenths.begin(), tenths.end(),
