@@ -1,6 +1,6 @@
 #include "cli/practice_arguments.h"
 
-#include "document/number_text.h"
+#include "tables/number_text.h"
 
 #include <array>
 #include <filesystem>

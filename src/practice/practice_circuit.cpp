@@ -1,7 +1,7 @@
 #include "practice/practice_circuit.h"
 
 #include "analysis/node_naming.h"
-#include "analysis/step_transitions.h"
+#include "workflow/step_transitions.h"
 
 #include <algorithm>
 #include <array>

@@ -2,7 +2,7 @@
 // A teacher's worksheet of practice circuits and its answer key, written into rich text
 // with the report's own pieces: its headings, pictures and tables.
 
-#include "document/workspace.h"
+#include "tables/workspace.h"
 #include "practice/practice_random.h"
 #include "practice/practice_shape.h"
 #include "report/report_builder.h"

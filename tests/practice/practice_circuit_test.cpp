@@ -3,7 +3,7 @@
 // same seed. AMPORA_PRACTICE_SEEDS raises the number of seeds per shape (2 by default).
 
 #include "document/amq_file.h"
-#include "document/number_text.h"
+#include "tables/number_text.h"
 #include "editor/value_labels.h"
 #include "practice/practice_circuit.h"
 #include "support/lattice_circuit.h"

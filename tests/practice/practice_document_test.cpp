@@ -1,4 +1,4 @@
-#include "analysis/step_transitions.h"
+#include "workflow/step_transitions.h"
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
 #include "practice/practice_circuit.h"
