@@ -2,10 +2,10 @@
 // Practice circuits: made from a seed, drawn as the editor draws and a textbook prints, and
 // proven solvable by running the student's steps on them before they are handed out.
 
-#include "tables/circuit.h"
-#include "tables/workspace.h"
 #include "practice/practice_mesh.h"
 #include "practice/practice_shape.h"
+#include "tables/circuit.h"
+#include "tables/workspace.h"
 
 #include <cstdint>
 #include <vector>

@@ -2,11 +2,11 @@
 // A teacher's worksheet of practice circuits and its answer key, written into rich text
 // with the report's own pieces: its headings, pictures and tables.
 
-#include "tables/workspace.h"
 #include "practice/practice_random.h"
 #include "practice/practice_shape.h"
 #include "report/report_builder.h"
 #include "report/rich_text_sink.h"
+#include "tables/workspace.h"
 
 #include <cstdint>
 #include <optional>

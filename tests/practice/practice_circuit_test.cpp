@@ -3,12 +3,12 @@
 // same seed. AMPORA_PRACTICE_SEEDS raises the number of seeds per shape (2 by default).
 
 #include "document/amq_file.h"
-#include "tables/number_text.h"
 #include "editor/value_labels.h"
 #include "practice/practice_circuit.h"
 #include "support/lattice_circuit.h"
 #include "support/ngspice_oracle.h"
 #include "support/test_files.h"
+#include "tables/number_text.h"
 
 #include <gtest/gtest.h>
 

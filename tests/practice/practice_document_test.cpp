@@ -1,10 +1,10 @@
-#include "workflow/step_transitions.h"
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
 #include "practice/practice_circuit.h"
 #include "practice/practice_document.h"
 #include "support/memory_settings_store.h"
 #include "support/scripted_prompts.h"
+#include "workflow/step_transitions.h"
 
 #include <gtest/gtest.h>
 

@@ -3,10 +3,10 @@
 
 #include "../support/memory_settings_store.h"
 #include "../support/scripted_prompts.h"
-#include "workflow/step_transitions.h"
 #include "tables/workspace.h"
 #include "ui/main_window.h"
 #include "ui/practice_dialog.h"
+#include "workflow/step_transitions.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
