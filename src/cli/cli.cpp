@@ -21,8 +21,14 @@ int RunCli(const std::vector<std::string>& args, std::ostream& out, std::ostream
     if (command == "report") {
         return RunReport(rest, out, err, renderer);
     }
-    err << "ampora-cli: " << command << ": no such command; the commands are check, solve and "
-        << "report\n"
+    if (command == "generate") {
+        return RunGenerate(rest, out, err);
+    }
+    if (command == "worksheet") {
+        return RunWorksheet(rest, out, err, renderer);
+    }
+    err << "ampora-cli: " << command
+        << ": no such command; the commands are check, solve, report, generate and worksheet\n"
         << Usage();
     return kExitUsage;
 }

@@ -35,4 +35,11 @@ int RunSolve(const std::vector<std::string>& args, std::ostream& out, std::ostre
 int RunReport(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
               ReportRenderer* renderer);
 
+// A new practice circuit as a .amq file.
+int RunGenerate(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
+// A worksheet of practice circuits and its answer key; like the report, drawn by a renderer.
+int RunWorksheet(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
+                 ReportRenderer* renderer);
+
 } // namespace ampora::cli

@@ -21,7 +21,11 @@ constexpr std::string_view kAllUsage =
     "usage: ampora-cli check FILE.amq\n"
     "       ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] [--text] FILE.amq\n"
     "       ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] [--font 1..4] FILE.amq\n"
-    "                         -o OUT.(html|rtf|pdf)\n";
+    "                         -o OUT.(html|rtf|pdf)\n"
+    "       ampora-cli generate --nodes N --supernodes S --sources K [--seed X] [--nice]\n"
+    "                           -o FILE.amq\n"
+    "       ampora-cli worksheet --count C [--nodes N --supernodes S --sources K] [--seed X]\n"
+    "                            -o SHEET.(pdf|html) --key KEY.(pdf|html)\n";
 
 // Which commands take an option, so that an option given to the wrong one is named as such
 // rather than as unknown.

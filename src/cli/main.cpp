@@ -1,5 +1,6 @@
 #include "cli/cli.h"
 #include "cli/cli_arguments.h"
+#include "cli/practice_arguments.h"
 #include "cli/report_helper.h"
 
 #include <iostream>
@@ -7,11 +8,17 @@
 int main(int argc, char* argv[]) {
     const std::vector<std::string> args(argv + 1, argv + argc);
 #ifdef AMPORA_REPORT_HELPER
-    // A report is drawn by a program of its own, which loads Qt; wrong arguments are told here
-    // first, without starting it.
-    if (!args.empty() && args.front() == "report" &&
-        ampora::cli::ParseArguments({args.begin() + 1, args.end()}, ampora::cli::Command::Report)
-            .Valid()) {
+    // A report or a worksheet is drawn by a program of its own, which loads Qt; wrong
+    // arguments are told here first, without starting it.
+    const std::vector<std::string> rest(args.empty() ? args.begin() : args.begin() + 1, args.end());
+    const bool drawn =
+        !args.empty() &&
+        ((args.front() == "report" &&
+          ampora::cli::ParseArguments(rest, ampora::cli::Command::Report).Valid()) ||
+         (args.front() == "worksheet" &&
+          ampora::cli::ParsePracticeArguments(rest, ampora::cli::PracticeCommand::Worksheet)
+              .Valid()));
+    if (drawn) {
         return ampora::cli::ExecReportHelper(
             ampora::cli::ReportHelperCandidates(ampora::cli::RunningProgramFolder(argv[0]),
                                                 AMPORA_REPORT_HELPER_FROM_BIN,

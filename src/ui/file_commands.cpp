@@ -2,15 +2,18 @@
 
 #include "document/document_commands.h"
 #include "editor/editing_tools.h"
+#include "practice/practice_document.h"
 #include "settings/recent_files.h"
 #include "tables/workspace.h"
 #include "ui/canvas.h"
 #include "ui/equations_window.h"
 #include "ui/install_paths.h"
+#include "ui/practice_dialog.h"
 #include "ui/report_window.h"
 #include "ui/tool_hints.h"
 
 #include <QCloseEvent>
+#include <random>
 
 namespace ampora::ui {
 
@@ -42,6 +45,16 @@ void MainWindow::AfterCommand(const CommandResult& result) {
 void MainWindow::FileNewClicked() {
     DocumentContext context = Context();
     AfterCommand(FileNew(context));
+}
+
+void MainWindow::NewPracticeCircuitClicked() {
+    PracticeDialog dialog(practiceShape_, this);
+    if (dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    practiceShape_ = dialog.Shape();
+    DocumentContext context = Context();
+    AfterCommand(NewPracticeCircuit(context, practiceShape_, std::random_device{}()));
 }
 
 void MainWindow::FileOpenClicked() {

@@ -3,6 +3,7 @@
 // menus and the status bar, and the file commands and preferences behind them.
 
 #include "editor/editor_state.h"
+#include "practice/practice_shape.h"
 #include "settings/preferences.h"
 
 #include <QMainWindow>
@@ -102,6 +103,7 @@ class MainWindow : public QMainWindow {
     DocumentContext Context();
     void AfterCommand(const CommandResult& result);
     void FileNewClicked();
+    void NewPracticeCircuitClicked();
     void FileOpenClicked();
     void RecentFileClicked(int index);
     void FileSaveClicked();
@@ -126,6 +128,7 @@ class MainWindow : public QMainWindow {
 
     Workspace& workspace_;
     EditorState editor_;
+    PracticeShape practiceShape_; // what File > New practice circuit... asked for last
     std::unique_ptr<Prompts> ownPrompts_;
     std::unique_ptr<FileDialogs> ownDialogs_;
     std::unique_ptr<SettingsStore> ownStore_;

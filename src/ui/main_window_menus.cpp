@@ -39,6 +39,8 @@ void MainWindow::BuildMenus() {
     };
     add(mnuFile, "Start a &new circuit", "mnuFileNew", QKeySequence::New,
         &MainWindow::FileNewClicked);
+    add(mnuFile, "New &practice circuit...", "mnuFilePractice", QKeySequence(),
+        &MainWindow::NewPracticeCircuitClicked);
     add(mnuFile, "&Open a circuit file ...", "mnuFileOpen", QKeySequence::Open,
         &MainWindow::FileOpenClicked);
     add(mnuFile, "&Save the circuit", "mnuFileSave", QKeySequence::Save,

@@ -12,12 +12,19 @@ const std::string kSolveUsage =
 const std::string kReportUsage =
     "usage: ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] [--font 1..4] FILE.amq\n"
     "                         -o OUT.(html|rtf|pdf)\n";
-const std::string kAllUsage = "usage: ampora-cli check FILE.amq\n"
-                              "       ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] "
-                              "[--text] FILE.amq\n"
-                              "       ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] "
-                              "[--font 1..4] FILE.amq\n"
-                              "                         -o OUT.(html|rtf|pdf)\n";
+const std::string kAllUsage =
+    "usage: ampora-cli check FILE.amq\n"
+    "       ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] "
+    "[--text] FILE.amq\n"
+    "       ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] "
+    "[--font 1..4] FILE.amq\n"
+    "                         -o OUT.(html|rtf|pdf)\n"
+    "       ampora-cli generate --nodes N --supernodes S --sources K "
+    "[--seed X] [--nice]\n"
+    "                           -o FILE.amq\n"
+    "       ampora-cli worksheet --count C [--nodes N --supernodes S "
+    "--sources K] [--seed X]\n"
+    "                            -o SHEET.(pdf|html) --key KEY.(pdf|html)\n";
 
 struct MalformedCase {
     std::vector<std::string> args;
@@ -31,7 +38,7 @@ TEST(CliArguments, EachWrongArgumentIsNamedWithItsReasonAndTheUsageFollows) {
     const std::vector<MalformedCase> cases = {
         {{}, "no command given", &kAllUsage},
         {{"slove", "a.amq"},
-         "slove: no such command; the commands are check, solve and report",
+         "slove: no such command; the commands are check, solve, report, generate and worksheet",
          &kAllUsage},
         {{"check"}, "no circuit file (FILE.amq) given", &kCheckUsage},
         {{"check", "a.amq", "b.amq"},

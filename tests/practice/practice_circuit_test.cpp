@@ -1,0 +1,250 @@
+// Practice circuits over every shape that can be made: solved by the program as a student
+// solves them, drawn by the editor's rules, in agreement with ngspice, the same for the
+// same seed. AMPORA_PRACTICE_SEEDS raises the number of seeds per shape (2 by default).
+
+#include "document/amq_file.h"
+#include "editor/value_labels.h"
+#include "practice/practice_circuit.h"
+#include "support/lattice_circuit.h"
+#include "support/ngspice_oracle.h"
+#include "support/test_files.h"
+#include "tables/number_text.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <map>
+
+namespace ampora {
+namespace {
+
+TEST(PracticeShape, ShapesThatCannotBeMadeAreRefusedWithTheReason) {
+    const struct {
+        PracticeShape shape;
+        const char* refusal;
+    } rows[] = {
+        {{2, 0, 2}, ""},
+        {{2, 0, 3}, "A circuit of 2 nodes has room for at most 2 current sources."},
+        {{2, 1, 1}, ""},
+        {{2, 1, 2}, "A circuit of 2 nodes and 1 supernode has room for at most 1 current source."},
+        {{3, 1, 3}, ""},
+        {{3, 2, 0},
+         "3 nodes hold at most 1 supernode: a supernode joins two nodes of its own by a "
+         "battery."},
+        {{4, 0, 4}, "A circuit of 4 nodes has room for at most 3 current sources."},
+        {{5, 3, 0},
+         "5 nodes hold at most 2 supernodes: a supernode joins two nodes of its own by "
+         "a battery."},
+        {{5, 2, 4}, ""},
+        {{6, 3, 4}, ""},
+        {{10, 3, 4}, ""},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(ShapeRefusal(row.shape), row.refusal)
+            << row.shape.Nodes << " " << row.shape.SuperNodes << " " << row.shape.Sources;
+    }
+}
+
+int SeedsPerShape() {
+    const char* text = std::getenv("AMPORA_PRACTICE_SEEDS");
+    const auto value = text ? ParseInteger(text) : std::nullopt;
+    return value ? static_cast<int>(*value) : 2;
+}
+
+// The canvas of a window at its first size, below the toolbar that lies over its top.
+constexpr LabelBox kFirstCanvas{0, 40, 512, 380};
+
+bool Inside(const LabelBox& box, const LabelBox& room) {
+    return box.Left >= room.Left && box.Top >= room.Top &&
+           box.Left + box.Width <= room.Left + room.Width &&
+           box.Top + box.Height <= room.Top + room.Height;
+}
+
+// The editor's rules and the textbook's, "" when the drawing keeps them all. Circuits of up
+// to 8 nodes fit the first canvas, labels and all.
+std::string LayoutFault(const Circuit& c, bool fitsCanvas) {
+    for (int w = 1; w <= c.NumWires; ++w) {
+        const Wire& wire = c.Wires[w];
+        for (const float v : {wire.X1, wire.Y1, wire.X2, wire.Y2}) {
+            if (std::fmod(v, 8.0f) != 0) {
+                return "wire " + std::to_string(w) + " ends off the grid";
+            }
+        }
+        if (wire.X1 != wire.X2 && wire.Y1 != wire.Y2) {
+            return "wire " + std::to_string(w) + " is slanted";
+        }
+        for (int o = 1; o < w; ++o) { // wires meet only at their ends
+            const Wire& other = c.Wires[o];
+            const bool across = (wire.Y1 == wire.Y2) != (other.Y1 == other.Y2);
+            const Wire& h = wire.Y1 == wire.Y2 ? wire : other;
+            const Wire& v = wire.Y1 == wire.Y2 ? other : wire;
+            if (across && std::min(h.X1, h.X2) < v.X1 && v.X1 < std::max(h.X1, h.X2) &&
+                std::min(v.Y1, v.Y2) < h.Y1 && h.Y1 < std::max(v.Y1, v.Y2)) {
+                return "wires " + std::to_string(o) + " and " + std::to_string(w) + " cross";
+            }
+        }
+    }
+    std::vector<LabelBox> labels;
+    for (int e = 1; e <= c.NumElements; ++e) {
+        const Element& d = c.Elements[e];
+        bool onWire = false;
+        for (int w = 1; w <= c.NumWires; ++w) {
+            const Wire& wire = c.Wires[w];
+            onWire =
+                onWire ||
+                (wire.Y1 == wire.Y2 && d.Y == wire.Y1 && std::min(wire.X1, wire.X2) + 20 < d.X &&
+                 d.X < std::max(wire.X1, wire.X2) - 20) ||
+                (wire.X1 == wire.X2 && d.X == wire.X1 && std::min(wire.Y1, wire.Y2) + 20 < d.Y &&
+                 d.Y < std::max(wire.Y1, wire.Y2) - 20);
+        }
+        if (!onWire) {
+            return "device " + std::to_string(e) + " is not well inside a wire";
+        }
+        for (int o = 1; o < e; ++o) {
+            if (std::fabs(c.Elements[o].X - d.X) < 36 && std::fabs(c.Elements[o].Y - d.Y) < 36) {
+                return "devices " + std::to_string(o) + " and " + std::to_string(e) + " crowd";
+            }
+        }
+        // A label as wide as "8.2 Ω" or "24 V" in the canvas font.
+        const LabelBox box = PlaceValueLabel(c, e, 40, 16, labels);
+        if (!BoxIsFree(c, e, box, labels)) {
+            return "the label of device " + std::to_string(e) + " has no room";
+        }
+        labels.push_back(box);
+        if (fitsCanvas && !(Inside(box, kFirstCanvas) &&
+                            Inside(LabelBox{d.X - 16, d.Y - 16, 32, 32}, kFirstCanvas))) {
+            return "device " + std::to_string(e) + " or its label is off the first canvas";
+        }
+    }
+    return "";
+}
+
+// The practice circuit as a lattice for ngspice; a battery and its resistor on one link
+// become two edges through a point of their own, past the lattice's points.
+test::LatticeCircuit AsLattice(const PracticeCircuit& p) {
+    test::LatticeCircuit lattice;
+    lattice.columns = p.mesh.columns;
+    lattice.rows = p.mesh.rows;
+    int extra = lattice.columns * lattice.rows;
+    for (std::size_t c = 0; c < p.mesh.chains.size(); ++c) {
+        const std::vector<int>& points = p.mesh.chains[c].points;
+        const PlannedBranch& branch = p.branches[c];
+        for (std::size_t k = 0; k + 1 < points.size(); ++k) {
+            lattice.edges.push_back({points[k], points[k + 1]});
+        }
+        test::LatticeEdge& edge = lattice.edges.back(); // start to end along the chain
+        switch (branch.kind) {
+        case BranchKind::Resistor:
+            edge.device = test::LatticeDevice::Resistor;
+            edge.value = branch.resistance;
+            break;
+        case BranchKind::Source:
+            edge.device = test::LatticeDevice::CurrentSource;
+            edge.value = branch.current;
+            break;
+        case BranchKind::Battery:
+            edge.device = test::LatticeDevice::Battery;
+            edge.value = branch.emf;
+            break;
+        case BranchKind::BatteryAndResistor: {
+            const int end = edge.to;
+            edge.to = extra;
+            edge.device = test::LatticeDevice::Battery;
+            edge.value = branch.emf;
+            lattice.edges.push_back(
+                {extra++, end, test::LatticeDevice::Resistor, branch.resistance, true});
+        }
+        }
+    }
+    return lattice;
+}
+
+// Every node's voltage against ngspice's, "" when they agree.
+std::string CompareWithNgspice(const PracticeCircuit& p, const Workspace& ws,
+                               const test::TempDir& folder) {
+    const auto pointOf = [&](const NodeLabel& node) {
+        for (int point = 0; point < p.mesh.columns * p.mesh.rows; ++point) {
+            if (p.mesh.X(point) == node.X && p.mesh.Y(point) == node.Y) {
+                return point;
+            }
+        }
+        return -1;
+    };
+    int ground = -1;
+    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
+        if (ws.circuit.NodeLabels[slot].Name == "0") {
+            ground = pointOf(ws.circuit.NodeLabels[slot]);
+        }
+    }
+    std::string log;
+    const auto spice = test::SolveWithNgspice(AsLattice(p), ground, folder.Path().string(), log);
+    if (!spice) {
+        return "ngspice gave no operating point:\n" + log;
+    }
+    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
+        const NodeLabel& node = ws.circuit.NodeLabels[slot];
+        const double expected = spice->voltage[static_cast<std::size_t>(pointOf(node))];
+        if (std::fabs(node.Voltage - expected) > 1e-6 * std::max(1.0, std::fabs(expected))) {
+            return "node " + node.Name + ": " + ShortestText(node.Voltage) + " V, ngspice " +
+                   ShortestText(expected);
+        }
+    }
+    return "";
+}
+
+int CountSources(const Circuit& c) {
+    int sources = 0;
+    for (int e = 1; e <= c.NumElements; ++e) {
+        sources += IsCurrentSource(c.Elements[e].Kind);
+    }
+    return sources;
+}
+
+TEST(PracticeCircuit, EveryShapeSolvesAsAskedKeepsTheDrawingRulesAndAgreesWithNgspice) {
+    const test::TempDir folder;
+    const int seeds = SeedsPerShape();
+    int made = 0, failures = 0;
+    for (int n = kMinPracticeNodes; n <= kMaxPracticeNodes; ++n) {
+        for (int s = 0; s <= kMaxPracticeSuperNodes; ++s) {
+            for (int k = 0; k <= kMaxPracticeSources && failures < 5; ++k) {
+                const PracticeShape shape{n, s, k};
+                if (!ShapeRefusal(shape).empty()) {
+                    continue;
+                }
+                for (int seed = 1; seed <= seeds; ++seed) {
+                    const bool nice = (seed + n + s + k) % 2 == 0;
+                    SCOPED_TRACE(std::to_string(n) + " nodes, " + std::to_string(s) +
+                                 " supernodes, " + std::to_string(k) + " sources, seed " +
+                                 std::to_string(seed) + (nice ? " nice" : ""));
+                    PracticeCircuit p;
+                    try {
+                        p = MakePracticeCircuit(shape, static_cast<std::uint32_t>(seed), nice);
+                    } catch (const std::exception& e) {
+                        ADD_FAILURE() << e.what();
+                        ++failures;
+                        continue;
+                    }
+                    Workspace ws;
+                    ASSERT_TRUE(SolveLikeAStudent(ws, p.drawn));
+                    const std::string fault = LayoutFault(p.drawn, n <= 8);
+                    const std::string disagreement = CompareWithNgspice(p, ws, folder);
+                    EXPECT_EQ(ws.circuit.NumNodes, n);
+                    EXPECT_EQ(ws.equations.NumSuperNodes, s);
+                    EXPECT_EQ(CountSources(p.drawn), k);
+                    EXPECT_EQ(fault, "");
+                    EXPECT_EQ(disagreement, "");
+                    if (nice) {
+                        EXPECT_TRUE(HasNiceVoltages(ws));
+                    }
+                    failures += !fault.empty() || !disagreement.empty();
+                    ++made;
+                }
+            }
+        }
+    }
+    std::cout << made << " practice circuits\n";
+}
+
+} // namespace
+} // namespace ampora
