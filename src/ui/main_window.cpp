@@ -111,7 +111,7 @@ MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
     setCentralWidget(canvas_);
     if (ports.prompts == nullptr) {
         ownPrompts_ = std::make_unique<QtPrompts>(this, [this](float left, float top) {
-            return canvas_->mapToGlobal(QPointF(left, top)).toPoint();
+            return canvas_->mapToGlobal(canvas_->ToWidget(QPointF(left, top))).toPoint();
         });
     }
     if (ports.dialogs == nullptr) {
@@ -146,6 +146,7 @@ MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
     connect(canvas_, &Canvas::Edited, this, &MainWindow::SyncToolbar);
     connect(canvas_, &Canvas::NodeLabelClicked, this, &MainWindow::NodeLabelClicked);
     frmEquations_ = new EquationsWindow(workspace_, this);
+    BuildAccess();
 
     // Start-up: an untitled empty circuit in step 1, no tool, nothing to undo.
     workspace_.Step = 1;
@@ -376,10 +377,10 @@ void MainWindow::NodeLabelClicked(int slot) {
     probe.adjustSize();
     constexpr float kGap = 12;
     float left = box.Left + box.Width + kGap;
-    const QPoint right = canvas_->mapToGlobal(QPointF(left, box.Top)).toPoint();
+    const QPoint right = canvas_->mapToGlobal(canvas_->ToWidget(QPointF(left, box.Top))).toPoint();
     const QScreen* where = screen();
     if (where != nullptr && right.x() + probe.width() > where->availableGeometry().right()) {
-        left = box.Left - kGap - static_cast<float>(probe.width());
+        left = box.Left - kGap - static_cast<float>(probe.width() / canvas_->Zoom());
     }
     if (RenameNode(workspace_, *prompts_, slot, left, box.Top - 8)) {
         canvas_->update();
@@ -699,6 +700,10 @@ void MainWindow::AfterCommand(const CommandResult& result) {
     if (result.fileRead) {
         // The labels of a file's devices show their stored values.
         editor_.ValueText.items.fill(std::string());
+    }
+    if (result.cleared || result.fileRead) {
+        // A circuit read is shown whole; a new one at its own size.
+        canvas_->ShowWholeDrawing();
     }
     FillRecentMenu();
     SyncToolbar();
