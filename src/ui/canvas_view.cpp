@@ -44,10 +44,12 @@ QPointF Canvas::ToCanvas(QPointF widgetPoint) const {
 QRectF Canvas::OriginRange() const {
     const QRect free = FreeArea();
     // The canvas's own first screenful, as it is at zoom 1, and the drawing with a margin.
-    QRectF content(0, 0, width() - coveredRight_, height());
+    QRectF content(0, 0, free.right() + 1, free.bottom() + 1);
     const QRectF drawing = ToRect(DiagramExtent(workspace_.circuit, CurrentLabels()));
     if (drawing.width() > 0 || drawing.height() > 0) {
-        content |= drawing.adjusted(-kMargin, -kMargin - coveredTop_ / zoom_, kMargin, kMargin);
+        // Room to draw on beyond the right and bottom; at the top and left only enough to
+        // see the drawing whole, past the toolbar.
+        content |= drawing.adjusted(0, -coveredTop_ / zoom_, kMargin, kMargin);
     }
     const qreal right = content.right() - (free.right() + 1) / zoom_;
     const qreal bottom = content.bottom() - (free.bottom() + 1) / zoom_;

@@ -136,6 +136,7 @@ class KeyboardAccessTest : public QObject {
         // Enter now acts on the drawing, as Space does.
         s.Key(Qt::Key_Return);
         s.Key(Qt::Key_Right, Qt::ShiftModifier);
+        s.Shoot("wire_by_keys");
         s.Key(Qt::Key_Return);
         QCOMPARE(s.Dump().section("\r\n", 1, 1), QStringLiteral("64,64,96,64"));
     }
@@ -254,6 +255,30 @@ class KeyboardAccessTest : public QObject {
         QCOMPARE(resistor->text(QAccessible::Description),
                  "Resistor Tool.  When selected, click on a wire segment to create a resistor. "
                  "Key on the drawing: R.");
+    }
+
+    void theHelpPageListsEveryShortcutOfTheWindow() {
+        Session s;
+        QFile page(QStringLiteral(AMPORA_SOURCE_DIR "/help/index.htm"));
+        QVERIFY(page.open(QIODevice::ReadOnly));
+        const QString html = QString::fromUtf8(page.readAll());
+        const QString keys = html.section(QStringLiteral("<a name=\"keys\">"), 1);
+        QStringList missing;
+        QList<QKeySequence> all;
+        for (const QAction* action : s.window->findChildren<QAction*>()) {
+            all += action->shortcuts();
+        }
+        for (const QAbstractButton* button : s.window->findChildren<QAbstractButton*>()) {
+            all += button->shortcut();
+        }
+        for (const QKeySequence& sequence : all) {
+            const QString text = sequence.toString(QKeySequence::PortableText);
+            if (!text.isEmpty() && !keys.contains("<td>" + text) && !keys.contains(text + "</td>") &&
+                !keys.contains(text + ", ") && !keys.contains("(or " + text + ")")) {
+                missing << text;
+            }
+        }
+        QCOMPARE(missing, QStringList());
     }
 
     void zoomShowsMoreOrLessButClicksStillLandOnTheGrid() {
