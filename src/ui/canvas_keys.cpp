@@ -106,7 +106,10 @@ void Canvas::focusInEvent(QFocusEvent* event) {
         (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason)) {
         StepNodeFocus(event->reason() == Qt::TabFocusReason);
     }
-    if (workspace_.Step == 1 && event->reason() != Qt::MouseFocusReason) {
+    // Arriving by Tab shows the cursor and what Space would do; the window coming to the
+    // front changes nothing, so the start-up hint stays.
+    if (workspace_.Step == 1 &&
+        (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason)) {
         keyboardActive_ = true;
         emit KeyHint(QString::fromStdString(KeyboardHint(workspace_.circuit, editor_, cursor_)));
     }

@@ -273,8 +273,9 @@ class KeyboardAccessTest : public QObject {
         }
         for (const QKeySequence& sequence : all) {
             const QString text = sequence.toString(QKeySequence::PortableText);
-            if (!text.isEmpty() && !keys.contains("<td>" + text) && !keys.contains(text + "</td>") &&
-                !keys.contains(text + ", ") && !keys.contains("(or " + text + ")")) {
+            if (!text.isEmpty() && !keys.contains("<td>" + text) &&
+                !keys.contains(text + "</td>") && !keys.contains(text + ", ") &&
+                !keys.contains("(or " + text + ")")) {
                 missing << text;
             }
         }
