@@ -228,6 +228,10 @@ class KeyboardAccessTest : public QObject {
                  "Node A, 6 V\n"
                  "Node 0, the reference, 0 V\n");
         s.Shoot("step3_keys");
+        // The equations are pictures; a reader hears them as text.
+        auto* equations = s.window->equationsWindow()->findChild<QLabel*>("picEquations1");
+        QCOMPARE(QAccessible::queryAccessibleInterface(equations)->text(QAccessible::Name),
+                 QString::fromStdString(s.workspace.equations.FirstWritten.at(0)));
         s.Key(Qt::Key_P, Qt::AltModifier);
         QTRY_COMPARE(s.workspace.Step, 2);
     }
