@@ -95,7 +95,7 @@ class Canvas : public QWidget {
     void EnsureVisible(QPointF canvasPoint);
     // Step 2: moves the Tab focus to the next or previous node name; false past the ends.
     bool StepNodeFocus(bool next);
-    void AfterKey(bool edited);
+    void AfterKey();
     void AnnounceFocus();
 
     Workspace& workspace_;

@@ -143,7 +143,7 @@ class CanvasItemAccessible : public QAccessibleInterface, public QAccessibleActi
             canvas_->workspace().Step == 2) {
             return QAccessible::Button;
         }
-        return item_.first == ItemKind::kWire ? QAccessible::Graphic : QAccessible::Graphic;
+        return QAccessible::Graphic;
     }
     QAccessible::State state() const override {
         QAccessible::State s;

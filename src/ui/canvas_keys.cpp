@@ -62,7 +62,7 @@ void Canvas::keyPressEvent(QKeyEvent* event) {
         if (button != 0) {
             keyboardActive_ = true;
             emit ToolKeyPressed(button);
-            AfterKey(false);
+            AfterKey();
             return;
         }
     }
@@ -90,11 +90,10 @@ void Canvas::keyPressEvent(QKeyEvent* event) {
         UpdateCursor();
         emit Edited();
     }
-    AfterKey(effect.edited);
+    AfterKey();
 }
 
-void Canvas::AfterKey(bool edited) {
-    Q_UNUSED(edited);
+void Canvas::AfterKey() {
     update();
     emit KeyHint(QString::fromStdString(KeyboardHint(workspace_.circuit, editor_, cursor_)));
     AnnounceFocus();
@@ -134,16 +133,14 @@ bool Canvas::focusNextPrevChild(bool next) {
 
 bool Canvas::StepNodeFocus(bool next) {
     const DiagramLabels labels = CurrentLabels();
-    const int count = static_cast<int>(labels.Nodes.size());
-    for (int slot = focusedNode_ + (next ? 1 : -1); next ? slot < count : slot >= 1;
-         slot += next ? 1 : -1) {
-        if (slot == 0 && !next) {
-            break;
-        }
-        if (slot >= 1 && !labels.Nodes[static_cast<std::size_t>(slot)].Text.empty()) {
+    const int last = static_cast<int>(labels.Nodes.size()) - 1;
+    // From no node, Tab starts at the first and Shift+Tab at the last.
+    int slot = focusedNode_ != 0 ? focusedNode_ + (next ? 1 : -1) : (next ? 1 : last);
+    for (; slot >= 1 && slot <= last; slot += next ? 1 : -1) {
+        const PlacedLabel& label = labels.Nodes[static_cast<std::size_t>(slot)];
+        if (!label.Text.empty()) {
             focusedNode_ = slot;
-            EnsureVisible(QPointF(labels.Nodes[static_cast<std::size_t>(slot)].Box.Left,
-                                  labels.Nodes[static_cast<std::size_t>(slot)].Box.Top));
+            EnsureVisible(QPointF(label.Box.Left, label.Box.Top));
             update();
             AnnounceFocus();
             return true;
