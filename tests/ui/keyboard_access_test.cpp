@@ -195,6 +195,7 @@ class KeyboardAccessTest : public QObject {
         QCOMPARE(s.canvas()->FocusedNode(), 1);
         s.Key(Qt::Key_Tab);
         QCOMPARE(s.canvas()->FocusedNode(), 2);
+        s.Shoot("step2_tab");
         s.Key(Qt::Key_Backtab);
         QCOMPARE(s.canvas()->FocusedNode(), 1);
         s.answers.Type("A");
