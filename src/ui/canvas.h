@@ -50,6 +50,8 @@ class Canvas : public QWidget {
 
     const Workspace& workspace() const { return workspace_; }
     const KeyboardCursor& Cursor() const { return cursor_; }
+    // What Space would do at the cursor now.
+    QString KeyHintText() const;
     // Step 2: the node whose name Tab has reached, 0 for none.
     int FocusedNode() const { return focusedNode_; }
 

@@ -247,10 +247,13 @@ class CanvasAccessible : public QAccessibleWidget {
             const Canvas* canvas = Self();
             switch (canvas->workspace().Step) {
             case 1:
-                return QStringLiteral(
-                    "Letters choose the tools: W Wire, B Battery, R Resistor, I Current "
-                    "Source, N Number, M Move/Stretch, E Erase, U Undo Erase. The arrows move "
-                    "the cursor, Space or Enter acts at it, Escape abandons a drag.");
+                // What Space does now comes first: it changes with every key.
+                return canvas->KeyHintText() + QLatin1Char(' ') +
+                       QStringLiteral(
+                           "Letters choose the tools: W Wire, B Battery, R Resistor, I Current "
+                           "Source, N Number, M Move/Stretch, E Erase, U Undo Erase. The arrows "
+                           "move "
+                           "the cursor, Space or Enter acts at it, Escape abandons a drag.");
             case 2:
                 return QStringLiteral("Tab walks the node names; Enter names the node reached.");
             default:

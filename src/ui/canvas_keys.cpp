@@ -93,6 +93,10 @@ void Canvas::keyPressEvent(QKeyEvent* event) {
     AfterKey();
 }
 
+QString Canvas::KeyHintText() const {
+    return QString::fromStdString(KeyboardHint(workspace_.circuit, editor_, cursor_)).trimmed();
+}
+
 void Canvas::AfterKey() {
     update();
     emit KeyHint(QString::fromStdString(KeyboardHint(workspace_.circuit, editor_, cursor_)));

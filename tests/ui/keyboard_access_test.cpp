@@ -133,6 +133,10 @@ class KeyboardAccessTest : public QObject {
         s.Letter('W');
         QCOMPARE(s.window->editor().CurrentTool, ampora::kWireTool);
         QCOMPARE(s.window->StatusText(), " Cursor at (64, 64). Space starts a wire here. ");
+        // A screen reader hears the same from the drawing itself.
+        QVERIFY(QAccessible::queryAccessibleInterface(s.canvas())
+                    ->text(QAccessible::Description)
+                    .startsWith("Cursor at (64, 64). Space starts a wire here. Letters choose"));
         // Enter now acts on the drawing, as Space does.
         s.Key(Qt::Key_Return);
         s.Key(Qt::Key_Right, Qt::ShiftModifier);
