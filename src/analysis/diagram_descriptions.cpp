@@ -2,8 +2,8 @@
 
 #include "analysis/format_number.h"
 #include "analysis/result_labels.h"
-#include "analysis/wire_geometry.h"
-#include "document/number_text.h"
+#include "tables/number_text.h"
+#include "tables/wire_geometry.h"
 
 #include <cctype>
 #include <cmath>
@@ -40,7 +40,7 @@ int DeviceChain(const Workspace& ws, int slot) {
         return e.Branch;
     }
     const ChainPlacement placement = ws.topology.Placements.at(static_cast<std::size_t>(slot));
-    if (ws.Step < 2 || placement.chain < 1 || placement.chain > ws.topology.NumBranches) {
+    if (ws.Step < kStepName || placement.chain < 1 || placement.chain > ws.topology.NumBranches) {
         return 0;
     }
     return placement.chain;
@@ -87,17 +87,17 @@ std::string DescribeDevice(const Workspace& ws, int slot, const std::string& val
     const Element& e = ws.circuit.Elements[slot];
     const bool vertical = IsVerticalKind(e.Kind);
     std::string text = KindNoun(e.Kind) + ", ";
-    text += ws.Step == 1 && !valueText.empty() ? valueText : ValueWithUnit(e);
+    text += ws.Step == kStepEdit && !valueText.empty() ? valueText : ValueWithUnit(e);
     const int chain = DeviceChain(ws, slot);
-    if (ws.Step == 1 || chain == 0) {
+    if (ws.Step == kStepEdit || chain == 0) {
         return text + (vertical ? ", vertical, at " : ", horizontal, at ") + PointText(e.X, e.Y);
     }
     const Branch& branch = ws.topology.Branches[std::abs(chain)];
     const std::string start = NodeName(ws.circuit, branch.StartNode);
     const std::string end = NodeName(ws.circuit, branch.EndNode);
-    if (ws.Step == 2 || !Known(e.Current)) {
+    if (ws.Step == kStepName || !Known(e.Current)) {
         return text + ", between " + start + " and " + end +
-               (ws.Step == 3 ? "; current unknown" : "");
+               (ws.Step == kStepResults ? "; current unknown" : "");
     }
     if (e.Current == 0) {
         return text + ", between " + start + " and " + end + "; current 0 A";
@@ -117,7 +117,7 @@ std::string DescribeNode(const Workspace& ws, int slot, int sigFigs) {
     if (node.Name == "0") {
         text += ", the reference";
     }
-    if (ws.Step == 3) {
+    if (ws.Step == kStepResults) {
         return text + ", " + FormatNumber(node.Voltage, sigFigs) + " V";
     }
     int wires = 0;

@@ -3,7 +3,7 @@
 // hear the screen instead of seeing it: "Resistor, 100 Ω, from V1 to 0; current 0.12 A
 // downward" once the circuit is solved.
 
-#include "document/workspace.h"
+#include "tables/workspace.h"
 
 #include <string>
 

@@ -1,11 +1,11 @@
 #include "editor/keyboard_cursor.h"
 
-#include "document/number_text.h"
 #include "editor/editing_tools.h"
 #include "editor/hit_tests.h"
 #include "editor/pointer_events.h"
 #include "editor/snapping.h"
 #include "editor/value_labels.h"
+#include "tables/number_text.h"
 
 #include <algorithm>
 #include <cctype>

@@ -4,9 +4,9 @@
 // first press is the button going down and the second its release, the arrows dragging in
 // between; with the other tools it is a click. Escape abandons a drag.
 
-#include "document/circuit.h"
-#include "document/prompts.h"
 #include "editor/editor_state.h"
+#include "tables/circuit.h"
+#include "tables/prompts.h"
 
 #include <string>
 

@@ -3,9 +3,9 @@
 // current tool. The mouse and the keyboard cursor both come here, so a key does exactly
 // what the button does. Points are in canvas units; the tools snap them.
 
-#include "document/circuit.h"
-#include "document/prompts.h"
 #include "editor/editor_state.h"
+#include "tables/circuit.h"
+#include "tables/prompts.h"
 
 namespace ampora {
 

@@ -1,11 +1,11 @@
 #include "ui/canvas.h"
 
-#include "document/workspace.h"
 #include "editor/editing_tools.h"
 #include "editor/editor_state.h"
 #include "editor/hit_tests.h"
 #include "editor/pointer_events.h"
 #include "editor/value_labels.h"
+#include "tables/workspace.h"
 #include "ui/canvas_accessible.h"
 #include "ui/device_pictures.h"
 #include "ui/diagram_painter.h"
@@ -77,7 +77,7 @@ void Canvas::paintEvent(QPaintEvent*) {
     painter.fillRect(rect(), Qt::white);
     painter.scale(zoom_, zoom_);
     painter.translate(-origin_);
-    if (workspace_.Step == 1 && showGrid_) {
+    if (workspace_.Step == kStepEdit && showGrid_) {
         PaintGrid(painter);
     }
     const int step = workspace_.Step;
@@ -92,7 +92,7 @@ void Canvas::paintEvent(QPaintEvent*) {
 
 DiagramLabels Canvas::CurrentLabels() const {
     const Workspace& ws = workspace_;
-    if (ws.Step == 1) {
+    if (ws.Step == kStepEdit) {
         // While editing, a device shows its value as it was typed.
         std::vector<std::string> texts(static_cast<std::size_t>(ws.circuit.NumElements) + 1);
         for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
@@ -103,7 +103,7 @@ DiagramLabels Canvas::CurrentLabels() const {
         }
         return LayOutDiagram(ws, texts, false);
     }
-    const int view = ws.Step == 3 ? ws.ViewMode : 0;
+    const int view = ws.Step == kStepResults ? ws.ViewMode : 0;
     return LayOutView(ws, view, ws.preferences.SigFigs);
 }
 
@@ -167,14 +167,14 @@ void Canvas::mousePressEvent(QMouseEvent* event) {
     const QPointF at = ToCanvas(event->position());
     const auto x = static_cast<float>(at.x());
     const auto y = static_cast<float>(at.y());
-    if (workspace_.Step == 2) {
+    if (workspace_.Step == kStepName) {
         const int node = NodeLabelAt(CurrentLabels(), x, y);
         if (node != 0) {
             emit NodeLabelClicked(node);
         }
         return;
     }
-    if (workspace_.Step != 1 || prompts_ == nullptr) {
+    if (workspace_.Step != kStepEdit || prompts_ == nullptr) {
         return;
     }
     PointerPress(workspace_.circuit, editor_, *prompts_, x, y);
@@ -188,7 +188,7 @@ void Canvas::mouseMoveEvent(QMouseEvent* event) {
     const QPointF at = ToCanvas(event->position());
     const auto x = static_cast<float>(at.x());
     const auto y = static_cast<float>(at.y());
-    if (workspace_.Step == 2) {
+    if (workspace_.Step == kStepName) {
         // A node's name is a button in step 2.
         if (NodeLabelAt(CurrentLabels(), x, y) != 0) {
             setCursor(Qt::PointingHandCursor);
@@ -197,7 +197,7 @@ void Canvas::mouseMoveEvent(QMouseEvent* event) {
         }
         return;
     }
-    if (workspace_.Step != 1) {
+    if (workspace_.Step != kStepEdit) {
         return;
     }
     const bool dragging = IsDragging(editor_);
@@ -210,7 +210,7 @@ void Canvas::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void Canvas::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || workspace_.Step != 1) {
+    if (event->button() != Qt::LeftButton || workspace_.Step != kStepEdit) {
         return;
     }
     const QPointF at = ToCanvas(event->position());

@@ -2,7 +2,7 @@
 
 #include "analysis/diagram_descriptions.h"
 #include "analysis/result_labels.h"
-#include "document/workspace.h"
+#include "tables/workspace.h"
 #include "ui/canvas.h"
 
 #include <QAccessible>
@@ -34,7 +34,7 @@ std::vector<Item> ShownItems(const Canvas& canvas) {
             items.emplace_back(ItemKind::kDevice, slot);
         }
     }
-    if (canvas.workspace().Step != 1) {
+    if (canvas.workspace().Step != kStepEdit) {
         const DiagramLabels labels = canvas.CurrentLabels();
         for (std::size_t slot = 1; slot < labels.Nodes.size(); ++slot) {
             if (!labels.Nodes[slot].Text.empty()) {
@@ -95,11 +95,12 @@ class CanvasItemAccessible : public QAccessibleInterface, public QAccessibleActi
             }
         }
         if (t == QAccessible::Description) {
-            if (item_.first == ItemKind::kNode && ws.Step == 2) {
+            if (item_.first == ItemKind::kNode && ws.Step == kStepName) {
                 return QStringLiteral("Press Enter to name this node");
             }
             // What the label beside it shows in the chosen view.
-            if (item_.first == ItemKind::kDevice && ws.Step == 3 && slot < labels.Values.size()) {
+            if (item_.first == ItemKind::kDevice && ws.Step == kStepResults &&
+                slot < labels.Values.size()) {
                 return QStringLiteral("Label: ") + QString::fromStdString(labels.Values[slot].Text);
             }
         }
@@ -140,7 +141,7 @@ class CanvasItemAccessible : public QAccessibleInterface, public QAccessibleActi
 
     QAccessible::Role role() const override {
         if (item_.first == ItemKind::kNode && canvas_ != nullptr &&
-            canvas_->workspace().Step == 2) {
+            canvas_->workspace().Step == kStepName) {
             return QAccessible::Button;
         }
         return QAccessible::Graphic;
@@ -151,7 +152,7 @@ class CanvasItemAccessible : public QAccessibleInterface, public QAccessibleActi
             s.invalid = true;
             return s;
         }
-        if (item_.first == ItemKind::kNode && canvas_->workspace().Step == 2) {
+        if (item_.first == ItemKind::kNode && canvas_->workspace().Step == kStepName) {
             s.focusable = true;
             s.focused = canvas_->hasFocus() && canvas_->FocusedNode() == item_.second;
         }
@@ -165,13 +166,13 @@ class CanvasItemAccessible : public QAccessibleInterface, public QAccessibleActi
         return nullptr;
     }
     QStringList actionNames() const override {
-        if (canvas_ != nullptr && canvas_->workspace().Step == 2) {
+        if (canvas_ != nullptr && canvas_->workspace().Step == kStepName) {
             return {pressAction()};
         }
         return {};
     }
     void doAction(const QString& name) override {
-        if (name == pressAction() && canvas_ != nullptr && canvas_->workspace().Step == 2 &&
+        if (name == pressAction() && canvas_ != nullptr && canvas_->workspace().Step == kStepName &&
             Live()) {
             emit canvas_->NodeLabelClicked(item_.second);
         }
@@ -190,7 +191,7 @@ class CanvasItemAccessible : public QAccessibleInterface, public QAccessibleActi
             return item_.second <= circuit.NumElements &&
                    circuit.Elements[item_.second].Kind != kEmpty;
         case ItemKind::kNode:
-            return canvas_->workspace().Step != 1 && item_.second <= circuit.NumNodes;
+            return canvas_->workspace().Step != kStepEdit && item_.second <= circuit.NumNodes;
         }
         return false;
     }
@@ -237,7 +238,7 @@ class CanvasAccessible : public QAccessibleWidget {
     }
     QAccessibleInterface* focusChild() const override {
         const Canvas* canvas = Self();
-        if (canvas->workspace().Step == 2 && canvas->FocusedNode() != 0) {
+        if (canvas->workspace().Step == kStepName && canvas->FocusedNode() != 0) {
             return ItemInterface({ItemKind::kNode, canvas->FocusedNode()});
         }
         return QAccessibleWidget::focusChild();
@@ -246,7 +247,7 @@ class CanvasAccessible : public QAccessibleWidget {
         if (t == QAccessible::Description) {
             const Canvas* canvas = Self();
             switch (canvas->workspace().Step) {
-            case 1:
+            case kStepEdit:
                 // What Space does now comes first: it changes with every key.
                 return canvas->KeyHintText() + QLatin1Char(' ') +
                        QStringLiteral(
@@ -254,7 +255,7 @@ class CanvasAccessible : public QAccessibleWidget {
                            "Source, N Number, M Move/Stretch, E Erase, U Undo Erase. The arrows "
                            "move "
                            "the cursor, Space or Enter acts at it, Escape abandons a drag.");
-            case 2:
+            case kStepName:
                 return QStringLiteral("Tab walks the node names; Enter names the node reached.");
             default:
                 return QStringLiteral(
@@ -299,7 +300,7 @@ void Canvas::AnnounceFocus() {
     if (canvas == nullptr) {
         return;
     }
-    if (workspace_.Step == 2 && focusedNode_ != 0) {
+    if (workspace_.Step == kStepName && focusedNode_ != 0) {
         QAccessibleEvent focus(canvas->ItemInterface({ItemKind::kNode, focusedNode_}),
                                QAccessible::Focus);
         QAccessible::updateAccessibility(&focus);

@@ -2,9 +2,9 @@
 // draws as the mouse does (the rules are in editor/keyboard_cursor); in step 2 Tab walks
 // the node names and Enter opens the one reached.
 
-#include "document/workspace.h"
 #include "editor/editor_state.h"
 #include "editor/pointer_events.h"
+#include "tables/workspace.h"
 #include "ui/canvas.h"
 
 #include <QAccessible>
@@ -44,7 +44,7 @@ bool ActKey(int key) {
 void Canvas::keyPressEvent(QKeyEvent* event) {
     const int key = event->key();
     const Qt::KeyboardModifiers mods = event->modifiers() & ~Qt::KeypadModifier;
-    if (workspace_.Step == 2) {
+    if (workspace_.Step == kStepName) {
         if (ActKey(key) && focusedNode_ != 0) {
             emit NodeLabelClicked(focusedNode_);
             return;
@@ -52,7 +52,7 @@ void Canvas::keyPressEvent(QKeyEvent* event) {
         QWidget::keyPressEvent(event);
         return;
     }
-    if (workspace_.Step != 1 || prompts_ == nullptr) {
+    if (workspace_.Step != kStepEdit || prompts_ == nullptr) {
         QWidget::keyPressEvent(event);
         return;
     }
@@ -105,13 +105,13 @@ void Canvas::AfterKey() {
 
 void Canvas::focusInEvent(QFocusEvent* event) {
     QWidget::focusInEvent(event);
-    if (workspace_.Step == 2 && focusedNode_ == 0 &&
+    if (workspace_.Step == kStepName && focusedNode_ == 0 &&
         (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason)) {
         StepNodeFocus(event->reason() == Qt::TabFocusReason);
     }
     // Arriving by Tab shows the cursor and what Space would do; the window coming to the
     // front changes nothing, so the start-up hint stays.
-    if (workspace_.Step == 1 &&
+    if (workspace_.Step == kStepEdit &&
         (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason)) {
         keyboardActive_ = true;
         emit KeyHint(QString::fromStdString(KeyboardHint(workspace_.circuit, editor_, cursor_)));
@@ -128,7 +128,7 @@ void Canvas::focusOutEvent(QFocusEvent* event) {
 }
 
 bool Canvas::focusNextPrevChild(bool next) {
-    if (hasFocus() && workspace_.Step == 2 && StepNodeFocus(next)) {
+    if (hasFocus() && workspace_.Step == kStepName && StepNodeFocus(next)) {
         return true;
     }
     focusedNode_ = 0;
@@ -163,7 +163,7 @@ void Canvas::PaintKeyboardFocus(QPainter& painter) const {
     pen.setCosmetic(true);
     painter.setPen(pen);
     painter.setBrush(Qt::NoBrush);
-    if (workspace_.Step == 1 && keyboardActive_) {
+    if (workspace_.Step == kStepEdit && keyboardActive_) {
         // A cross hair in a square: where Space acts.
         const QPointF at(cursor_.X, cursor_.Y);
         const qreal half = 6;
@@ -172,7 +172,7 @@ void Canvas::PaintKeyboardFocus(QPainter& painter) const {
         painter.drawLine(at + QPointF(2, 0), at + QPointF(half + 4, 0));
         painter.drawLine(at - QPointF(0, half + 4), at - QPointF(0, 2));
         painter.drawLine(at + QPointF(0, 2), at + QPointF(0, half + 4));
-    } else if (workspace_.Step == 2 && focusedNode_ != 0) {
+    } else if (workspace_.Step == kStepName && focusedNode_ != 0) {
         const DiagramLabels labels = CurrentLabels();
         if (static_cast<std::size_t>(focusedNode_) < labels.Nodes.size()) {
             const LabelBox& box = labels.Nodes[static_cast<std::size_t>(focusedNode_)].Box;

@@ -1,7 +1,7 @@
 // The canvas's zoom and scrolling: which part of the drawing the widget shows, and at
 // what size. Nothing here changes the circuit.
 
-#include "document/workspace.h"
+#include "tables/workspace.h"
 #include "ui/canvas.h"
 
 #include <QResizeEvent>

@@ -2,7 +2,7 @@
 // canvas reach the toolbar and the status bar, the step buttons get their keys, the View
 // menu zooms, and every control carries a name and a description a reader can speak.
 
-#include "document/workspace.h"
+#include "tables/workspace.h"
 #include "ui/canvas.h"
 #include "ui/main_window.h"
 

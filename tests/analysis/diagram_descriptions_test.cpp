@@ -1,6 +1,6 @@
 #include "analysis/diagram_descriptions.h"
-#include "analysis/step_transitions.h"
 #include "support/solve_session.h"
+#include "workflow/step_transitions.h"
 
 #include <gtest/gtest.h>
 
