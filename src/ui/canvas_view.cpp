@@ -53,10 +53,12 @@ QRectF Canvas::OriginRange() const {
     }
     const qreal right = content.right() - (free.right() + 1) / zoom_;
     const qreal bottom = content.bottom() - (free.bottom() + 1) / zoom_;
-    QRectF range(QPointF(content.left(), content.top()),
-                 QPointF(std::max(content.left(), right), std::max(content.top(), bottom)));
-    // Where the view is now stays reachable, so scrolling never jumps on its own.
-    return range.united(QRectF(origin_, origin_));
+    // Where the view is now stays reachable, so scrolling never jumps on its own. (The
+    // corners are taken one by one: a rectangle of no size counts for nothing in a union.)
+    return QRectF(
+        QPointF(std::min(content.left(), origin_.x()), std::min(content.top(), origin_.y())),
+        QPointF(std::max({content.left(), right, origin_.x()}),
+                std::max({content.top(), bottom, origin_.y()})));
 }
 
 CursorBounds Canvas::KeyboardBounds() const {

@@ -12,6 +12,7 @@
 #include <QAccessible>
 #include <QFile>
 #include <QFrame>
+#include <QScrollBar>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QToolBar>
@@ -327,6 +328,12 @@ class KeyboardAccessTest : public QObject {
             QVERIFY(free.contains(s.canvas()->ToWidget(QPointF(w.X2, w.Y2)).toPoint()));
         }
         s.Shoot("small_window_large_circuit");
+        // The scroll bars stand where the view is, so the first touch does not jump.
+        const auto* across = s.canvas()->findChild<QScrollBar*>("canvasHorizontalScroll");
+        const auto* down = s.canvas()->findChild<QScrollBar*>("canvasVerticalScroll");
+        const QPointF corner = s.canvas()->ToCanvas(QPointF(0, 0)) * s.canvas()->Zoom();
+        QCOMPARE(across->value(), qRound(corner.x()));
+        QCOMPARE(down->value(), qRound(corner.y()));
         // At its own size it is scrolled to.
         s.Key(Qt::Key_Plus, Qt::ControlModifier);
         s.Key(Qt::Key_Plus, Qt::ControlModifier);
