@@ -3,26 +3,55 @@
 #include "editor/editing_tools.h"
 #include "editor/editor_state.h"
 #include "editor/hit_tests.h"
+#include "editor/pointer_events.h"
 #include "editor/value_labels.h"
 #include "tables/workspace.h"
+#include "ui/canvas_accessible.h"
 #include "ui/device_pictures.h"
 #include "ui/diagram_painter.h"
 #include "ui/drawing_warnings_note.h"
 #include "ui/palette.h"
 
+#include <QAccessible>
 #include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScrollBar>
+#include <algorithm>
+#include <cmath>
 
 namespace ampora::ui {
 
 Canvas::Canvas(Workspace& workspace, EditorState& editor, QWidget* parent)
     : QWidget(parent), workspace_(workspace), editor_(editor) {
     setObjectName(QStringLiteral("canvas"));
+    static const bool factoryInstalled = [] {
+        QAccessible::installFactory(CanvasAccessibleFactory);
+        return true;
+    }();
+    Q_UNUSED(factoryInstalled);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true); // the stretch pointer shows without a button held
-    setFocusPolicy(Qt::ClickFocus);
+    // Tab reaches the canvas, where the keys draw (step 1) and walk the node names (step 2).
+    setFocusPolicy(Qt::StrongFocus);
+    horizontal_ = new QScrollBar(Qt::Horizontal, this);
+    horizontal_->setObjectName(QStringLiteral("canvasHorizontalScroll"));
+    vertical_ = new QScrollBar(Qt::Vertical, this);
+    vertical_->setObjectName(QStringLiteral("canvasVerticalScroll"));
+    for (QScrollBar* bar : {horizontal_, vertical_}) {
+        bar->setFocusPolicy(Qt::NoFocus);
+        bar->hide();
+        connect(bar, &QScrollBar::valueChanged, this, [this] {
+            if (!syncingBars_) {
+                SetView(zoom_, QPointF(horizontal_->value(), vertical_->value()) / zoom_);
+            }
+        });
+    }
+    // An edit can grow the drawing past what the scroll bars reach.
+    connect(this, &Canvas::Edited, this, [this] { SyncScrollBars(); });
+    horizontal_->setAccessibleName(QStringLiteral("Scroll the drawing sideways"));
+    vertical_->setAccessibleName(QStringLiteral("Scroll the drawing up and down"));
 }
 
 void Canvas::SetShowGrid(bool show) {
@@ -33,6 +62,7 @@ void Canvas::SetShowGrid(bool show) {
 void Canvas::SetCoveredAreas(int top, int right) {
     coveredTop_ = top;
     coveredRight_ = right;
+    SyncScrollBars();
 }
 
 void Canvas::CenterDrawing() {
@@ -45,6 +75,8 @@ void Canvas::CenterDrawing() {
 void Canvas::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::white);
+    painter.scale(zoom_, zoom_);
+    painter.translate(-origin_);
     if (workspace_.Step == kStepEdit && showGrid_) {
         PaintGrid(painter);
     }
@@ -55,6 +87,7 @@ void Canvas::paintEvent(QPaintEvent*) {
     }
     PaintDiagramOn(painter, workspace_, CurrentLabels(), DiagramLook{step != 1, step == 2});
     PaintDrag(painter);
+    PaintKeyboardFocus(painter);
 }
 
 DiagramLabels Canvas::CurrentLabels() const {
@@ -75,18 +108,23 @@ DiagramLabels Canvas::CurrentLabels() const {
 }
 
 void Canvas::PaintGrid(QPainter& painter) const {
-    // The dots run past the visible edge so a canvas enlarged later is still covered.
-    const int across = static_cast<int>(width() / 16.0 + 5);
-    const int down = static_cast<int>(height() / 16.0 + 5);
+    // The dots cover the visible part and run past its edge, from the first dot at 16, 16.
+    const QRectF seen(ToCanvas(QPointF(0, 0)), ToCanvas(QPointF(width(), height())));
+    const int firstI = std::max(1, static_cast<int>(std::floor(seen.left() / 16)));
+    const int firstJ = std::max(1, static_cast<int>(std::floor(seen.top() / 16)));
+    const int lastI = static_cast<int>(seen.right() / 16 + 5);
+    const int lastJ = static_cast<int>(seen.bottom() / 16 + 5);
     QVector<QPointF> dots;
-    dots.reserve(across * down);
-    for (int i = 1; i <= across; ++i) {
-        for (int j = 1; j <= down; ++j) {
+    dots.reserve(std::max(0, lastI - firstI + 1) * std::max(0, lastJ - firstJ + 1));
+    for (int i = firstI; i <= lastI; ++i) {
+        for (int j = firstJ; j <= lastJ; ++j) {
             dots.append(QPointF(16 * i, 16 * j));
         }
     }
     painter.save();
-    painter.setPen(QPen(Qt::black, 1));
+    QPen dot(Qt::black, 1);
+    dot.setCosmetic(true); // one pixel at every zoom
+    painter.setPen(dot);
     painter.drawPoints(dots.constData(), static_cast<int>(dots.size()));
     painter.restore();
 }
@@ -94,7 +132,9 @@ void Canvas::PaintGrid(QPainter& painter) const {
 void Canvas::PaintDrag(QPainter& painter) const {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing, false);
-    painter.setPen(QPen(QBColor(8), 1, Qt::SolidLine));
+    QPen band(QBColor(8), 1, Qt::SolidLine);
+    band.setCosmetic(true);
+    painter.setPen(band);
     if (editor_.DrawingWire) {
         painter.drawLine(QPointF(editor_.StartX, editor_.StartY),
                          QPointF(editor_.EndX, editor_.EndY));
@@ -123,9 +163,12 @@ void Canvas::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) {
         return;
     }
+    keyboardActive_ = false;
+    const QPointF at = ToCanvas(event->position());
+    const auto x = static_cast<float>(at.x());
+    const auto y = static_cast<float>(at.y());
     if (workspace_.Step == kStepName) {
-        const int node = NodeLabelAt(CurrentLabels(), static_cast<float>(event->position().x()),
-                                     static_cast<float>(event->position().y()));
+        const int node = NodeLabelAt(CurrentLabels(), x, y);
         if (node != 0) {
             emit NodeLabelClicked(node);
         }
@@ -134,58 +177,20 @@ void Canvas::mousePressEvent(QMouseEvent* event) {
     if (workspace_.Step != kStepEdit || prompts_ == nullptr) {
         return;
     }
-    Circuit& circuit = workspace_.circuit;
-    const auto x = static_cast<float>(event->position().x());
-    const auto y = static_cast<float>(event->position().y());
-    // A device picture lies over the wire it sits on and takes the click.
-    const int device = ElementAt(circuit, x, y);
-    if (device != 0) {
-        switch (editor_.CurrentTool) {
-        case kNumberTool:
-            RenumberDevice(circuit, editor_, *prompts_, device);
-            break;
-        case kMoveStretchTool:
-            GrabDevice(circuit, editor_, device, x, y);
-            dragPointer_ = event->position();
-            break;
-        case kEraseTool:
-            EraseDevice(circuit, editor_, device);
-            break;
-        default:
-            break;
-        }
-    } else {
-        switch (editor_.CurrentTool) {
-        case kWireTool:
-            BeginWire(editor_, x, y);
-            break;
-        case kBatteryTool:
-        case kResistorTool:
-        case kSourceTool:
-            PlaceDevice(circuit, editor_, *prompts_, editor_.CurrentTool, x, y);
-            break;
-        case kMoveStretchTool:
-            BeginStretch(circuit, editor_, x, y);
-            break;
-        case kEraseTool:
-            EraseWireAt(circuit, editor_, x, y);
-            break;
-        default:
-            break;
-        }
-    }
+    PointerPress(workspace_.circuit, editor_, *prompts_, x, y);
+    dragPointer_ = at;
     UpdateCursor();
     update();
     emit Edited();
 }
 
 void Canvas::mouseMoveEvent(QMouseEvent* event) {
+    const QPointF at = ToCanvas(event->position());
+    const auto x = static_cast<float>(at.x());
+    const auto y = static_cast<float>(at.y());
     if (workspace_.Step == kStepName) {
         // A node's name is a button in step 2.
-        const bool overName =
-            NodeLabelAt(CurrentLabels(), static_cast<float>(event->position().x()),
-                        static_cast<float>(event->position().y())) != 0;
-        if (overName) {
+        if (NodeLabelAt(CurrentLabels(), x, y) != 0) {
             setCursor(Qt::PointingHandCursor);
         } else {
             unsetCursor();
@@ -195,19 +200,11 @@ void Canvas::mouseMoveEvent(QMouseEvent* event) {
     if (workspace_.Step != kStepEdit) {
         return;
     }
-    const auto x = static_cast<float>(event->position().x());
-    const auto y = static_cast<float>(event->position().y());
-    if (editor_.DrawingWire) {
-        DragWire(editor_, x, y);
+    const bool dragging = IsDragging(editor_);
+    PointerMove(workspace_.circuit, editor_, x, y);
+    dragPointer_ = at;
+    if (dragging) {
         update();
-    } else if (IsStretching(editor_)) {
-        DragStretch(workspace_.circuit, editor_, x, y);
-        update();
-    } else if (editor_.DraggedElement != 0) {
-        dragPointer_ = event->position();
-        update();
-    } else if (editor_.CurrentTool == kMoveStretchTool) {
-        HoverStretch(workspace_.circuit, editor_, x, y);
     }
     UpdateCursor();
 }
@@ -216,40 +213,14 @@ void Canvas::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || workspace_.Step != kStepEdit) {
         return;
     }
-    const auto x = static_cast<float>(event->position().x());
-    const auto y = static_cast<float>(event->position().y());
-    Circuit& circuit = workspace_.circuit;
-    if (editor_.DrawingWire) {
-        FinishWire(circuit, editor_, x, y);
-    } else if (IsStretching(editor_)) {
-        FinishStretch(circuit, editor_, x, y);
-    } else if (editor_.DraggedElement != 0) {
-        DropDevice(circuit, editor_, x, y);
-    } else {
+    const QPointF at = ToCanvas(event->position());
+    if (!PointerRelease(workspace_.circuit, editor_, static_cast<float>(at.x()),
+                        static_cast<float>(at.y()))) {
         return;
     }
     UpdateCursor();
     update();
     emit Edited();
-}
-
-void Canvas::keyPressEvent(QKeyEvent* event) {
-    // Escape abandons a drag half-way; nothing else on the keyboard edits the drawing.
-    if (event->key() == Qt::Key_Escape) {
-        CancelDrag();
-        return;
-    }
-    QWidget::keyPressEvent(event);
-}
-
-void Canvas::CancelDrag() {
-    editor_.DrawingWire = false;
-    editor_.DraggedElement = 0;
-    if (IsStretching(editor_)) {
-        editor_.DragState = 0;
-    }
-    UpdateCursor();
-    update();
 }
 
 void Canvas::UpdateCursor() {

@@ -223,6 +223,16 @@ void EquationsWindow::Rebuild() {
     picture2_ = unknowns > 0 ? EquationPicture(ws, 2, density) : QImage();
     ShowPicture(picEquations1_, picture1_);
     ShowPicture(picEquations2_, picture2_);
+    // A screen reader reads the equations the pictures show as their text.
+    const auto spoken = [](const std::vector<std::string>& equations) {
+        QStringList lines;
+        for (const std::string& equation : equations) {
+            lines << FromUtf8(equation);
+        }
+        return lines.join(QStringLiteral("; "));
+    };
+    picEquations1_->setAccessibleName(spoken(ws.equations.FirstWritten));
+    picEquations2_->setAccessibleName(spoken(ws.equations.Collected));
 
     const bool grids = unknowns > 1;
     grdMatrix_->setVisible(grids);

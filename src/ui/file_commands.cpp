@@ -36,6 +36,10 @@ void MainWindow::AfterCommand(const CommandResult& result) {
         // The labels of a file's devices show their stored values.
         editor_.ValueText.items.fill(std::string());
     }
+    if (result.cleared || result.fileRead) {
+        // A circuit read is shown whole; a new one at its own size.
+        canvas_->ShowWholeDrawing();
+    }
     FillRecentMenu();
     SyncToolbar();
     UpdateCaption();

@@ -38,7 +38,7 @@ MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
     setCentralWidget(canvas_);
     if (ports.prompts == nullptr) {
         ownPrompts_ = std::make_unique<QtPrompts>(this, [this](float left, float top) {
-            return canvas_->mapToGlobal(QPointF(left, top)).toPoint();
+            return canvas_->mapToGlobal(canvas_->ToWidget(QPointF(left, top))).toPoint();
         });
     }
     if (ports.dialogs == nullptr) {
@@ -73,6 +73,7 @@ MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
     connect(canvas_, &Canvas::Edited, this, &MainWindow::SyncToolbar);
     connect(canvas_, &Canvas::NodeLabelClicked, this, &MainWindow::NodeLabelClicked);
     frmEquations_ = new EquationsWindow(workspace_, this);
+    BuildAccess();
 
     // Start-up: an untitled empty circuit in step 1, no tool, nothing to undo.
     workspace_.Step = kStepEdit;

@@ -86,6 +86,9 @@ class MainWindow : public QMainWindow {
     void BuildStepPanels();
     void BuildInstructions();
     void LayOutCanvasChildren();
+    // The keyboard and the screen reader: shortcuts, the View menu, accessible names.
+    void BuildAccess();
+    void NameControlsForReaders();
 
     void LoadRegSettings();
     void SaveRegSettings();

@@ -217,10 +217,10 @@ void MainWindow::NodeLabelClicked(int slot) {
     probe.adjustSize();
     constexpr float kGap = 12;
     float left = box.Left + box.Width + kGap;
-    const QPoint right = canvas_->mapToGlobal(QPointF(left, box.Top)).toPoint();
+    const QPoint right = canvas_->mapToGlobal(canvas_->ToWidget(QPointF(left, box.Top))).toPoint();
     const QScreen* where = screen();
     if (where != nullptr && right.x() + probe.width() > where->availableGeometry().right()) {
-        left = box.Left - kGap - static_cast<float>(probe.width());
+        left = box.Left - kGap - static_cast<float>(probe.width() / canvas_->Zoom());
     }
     if (RenameNode(workspace_, *prompts_, slot, left, box.Top - 8)) {
         canvas_->update();
