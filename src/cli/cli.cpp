@@ -21,8 +21,11 @@ int RunCli(const std::vector<std::string>& args, std::ostream& out, std::ostream
     if (command == "report") {
         return RunReport(rest, out, err, renderer);
     }
-    err << "ampora-cli: " << command << ": no such command; the commands are check, solve and "
-        << "report\n"
+    if (command == "picture") {
+        return RunPicture(rest, out, err, renderer);
+    }
+    err << "ampora-cli: " << command << ": no such command; the commands are check, solve, "
+        << "report and picture\n"
         << Usage();
     return kExitUsage;
 }

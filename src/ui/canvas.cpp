@@ -4,9 +4,9 @@
 #include "editor/editing_tools.h"
 #include "editor/editor_state.h"
 #include "editor/hit_tests.h"
-#include "editor/value_labels.h"
 #include "ui/device_pictures.h"
 #include "ui/diagram_painter.h"
+#include "ui/drawing_picture.h"
 #include "ui/drawing_warnings_note.h"
 #include "ui/palette.h"
 
@@ -58,20 +58,7 @@ void Canvas::paintEvent(QPaintEvent*) {
 }
 
 DiagramLabels Canvas::CurrentLabels() const {
-    const Workspace& ws = workspace_;
-    if (ws.Step == 1) {
-        // While editing, a device shows its value as it was typed.
-        std::vector<std::string> texts(static_cast<std::size_t>(ws.circuit.NumElements) + 1);
-        for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
-            const Element& e = ws.circuit.Elements[slot];
-            if (e.Kind != kEmpty) {
-                texts[static_cast<std::size_t>(slot)] = ValueLabelText(e, editor_.ValueText[slot]);
-            }
-        }
-        return LayOutDiagram(ws, texts, false);
-    }
-    const int view = ws.Step == 3 ? ws.ViewMode : 0;
-    return LayOutView(ws, view, ws.preferences.SigFigs);
+    return StepLabels(workspace_, &editor_);
 }
 
 void Canvas::PaintGrid(QPainter& painter) const {

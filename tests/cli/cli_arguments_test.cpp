@@ -17,7 +17,11 @@ const std::string kAllUsage = "usage: ampora-cli check FILE.amq\n"
                               "[--text] FILE.amq\n"
                               "       ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] "
                               "[--font 1..4] FILE.amq\n"
-                              "                         -o OUT.(html|rtf|pdf)\n";
+                              "                         -o OUT.(html|rtf|pdf)\n"
+                              "       ampora-cli picture [--autoname[=1|2|3]] [--sigfigs N]\n"
+                              "                          [--view values|currents|voltages|power] "
+                              "FILE.amq\n"
+                              "                          -o OUT.(svg|png)\n";
 
 struct MalformedCase {
     std::vector<std::string> args;
@@ -31,14 +35,14 @@ TEST(CliArguments, EachWrongArgumentIsNamedWithItsReasonAndTheUsageFollows) {
     const std::vector<MalformedCase> cases = {
         {{}, "no command given", &kAllUsage},
         {{"slove", "a.amq"},
-         "slove: no such command; the commands are check, solve and report",
+         "slove: no such command; the commands are check, solve, report and picture",
          &kAllUsage},
         {{"check"}, "no circuit file (FILE.amq) given", &kCheckUsage},
         {{"check", "a.amq", "b.amq"},
          "b.amq: a second circuit file, after a.amq; one file is read at a time",
          &kCheckUsage},
         {{"check", "--sigfigs", "3", "a.amq"},
-         "--sigfigs: only solve and report take this option",
+         "--sigfigs: only solve, report and picture take this option",
          &kCheckUsage},
         {{"solve"}, "no circuit file (FILE.amq) given", &kSolveUsage},
         {{"solve", ""}, "\"\": an empty argument names no circuit file", &kSolveUsage},
@@ -62,7 +66,9 @@ TEST(CliArguments, EachWrongArgumentIsNamedWithItsReasonAndTheUsageFollows) {
          &kSolveUsage},
         {{"solve", "--text=yes", "a.amq"}, "--text=yes: --text takes no value", &kSolveUsage},
         {{"solve", "--font", "2", "a.amq"}, "--font: only report takes this option", &kSolveUsage},
-        {{"solve", "-o", "r.pdf", "a.amq"}, "-o: only report takes this option", &kSolveUsage},
+        {{"solve", "-o", "r.pdf", "a.amq"},
+         "-o: only report and picture take this option",
+         &kSolveUsage},
         {{"solve", "--verbose", "a.amq"}, "--verbose: no such option", &kSolveUsage},
         {{"solve", "-", "a.amq"}, "-: no such option", &kSolveUsage},
         {{"report", "a.amq", "-o", "r.pdf", "--font", "5"},
