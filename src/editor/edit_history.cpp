@@ -161,7 +161,7 @@ bool RecordStep(EditHistory& history, const std::string& name, const Circuit& ci
     history.Steps.resize(history.Present + 1);
     history.Steps.push_back(HistoryStep{name, std::move(now)});
     if (history.Steps.size() > kHistorySteps + 1) {
-        history.Steps.erase(history.Steps.begin());
+        history.Steps.pop_front();
     }
     history.Present = history.Steps.size() - 1;
     return true;

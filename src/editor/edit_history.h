@@ -9,8 +9,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <string>
-#include <vector>
 
 namespace ampora {
 
@@ -42,8 +42,8 @@ struct HistoryStep {
 };
 
 struct EditHistory {
-    std::vector<HistoryStep> Steps; // Steps[0] is where the history starts
-    std::size_t Present = 0;        // the step the tables are at
+    std::deque<HistoryStep> Steps; // Steps[0] is where the history starts; the oldest go first
+    std::size_t Present = 0;       // the step the tables are at
 };
 
 // An empty history at the drawing as it is (New, Open, start-up).

@@ -39,7 +39,6 @@ void Canvas::CenterDrawing() {
     CenterCircuit(workspace_.circuit, static_cast<float>(width() - coveredRight_),
                   static_cast<float>(coveredTop_), static_cast<float>(height() - coveredTop_));
     update();
-    emit Edited();
 }
 
 void Canvas::paintEvent(QPaintEvent*) {

@@ -12,6 +12,7 @@
 #include "ui/about_box.h"
 #include "ui/canvas.h"
 #include "ui/drawing_warnings_note.h"
+#include "ui/edit_commands.h"
 #include "ui/equations_window.h"
 #include "ui/help_window.h"
 #include "ui/input_dialog.h"
@@ -124,6 +125,7 @@ MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
     dialogs_ = ports.dialogs != nullptr ? ports.dialogs : ownDialogs_.get();
     store_ = ports.store != nullptr ? ports.store : ownStore_.get();
     canvas_->SetPrompts(prompts_);
+    edits_ = new EditCommands(workspace_, editor_, *canvas_, *prompts_, this);
 
     // Panel 1 carries the step instructions and the power totals, panel 2 the hints. Each
     // keeps its own place: panel 1 is as wide as its text, and the hint takes the rest,
@@ -144,6 +146,11 @@ MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
     BuildInstructions();
     canvas_->installEventFilter(this);
     connect(canvas_, &Canvas::Edited, this, &MainWindow::SyncToolbar);
+    connect(canvas_, &Canvas::Edited, this, [this] { edits_->RecordTool(editor_.CurrentTool); });
+    connect(edits_, &EditCommands::DrawingRestored, this, [this] {
+        SyncToolbar();
+        canvas_->update();
+    });
     connect(canvas_, &Canvas::NodeLabelClicked, this, &MainWindow::NodeLabelClicked);
     frmEquations_ = new EquationsWindow(workspace_, this);
 
@@ -160,6 +167,7 @@ MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
     SyncToolbar();
     EnterStepPanel();
     UpdateCaption();
+    edits_->Restart();
 }
 
 MainWindow::~MainWindow() = default;
@@ -298,10 +306,13 @@ void MainWindow::EnterStepPanel() {
     if (QAbstractButton* view = viewButtons_->button(workspace_.ViewMode)) {
         view->setChecked(true);
     }
+    // Undo and Redo reach what the step may change.
+    edits_->Sync();
 }
 
 void MainWindow::cmdNext1_Click() {
     const TransitionResult result = LeaveStep1(workspace_, *prompts_);
+    edits_->TakeCleanedDrawing();
     MatchUndoToMemory(workspace_.circuit, editor_);
     SyncToolbar();
     if (result == TransitionResult::Entered) {
@@ -360,6 +371,7 @@ void MainWindow::cmdAutoName_Click(int index) {
     } else {
         ClearNames(workspace_.circuit);
     }
+    edits_->Record(index == 1 ? "AutoName" : "Clear Names");
     canvas_->update();
 }
 
@@ -382,6 +394,7 @@ void MainWindow::NodeLabelClicked(int slot) {
         left = box.Left - kGap - static_cast<float>(probe.width());
     }
     if (RenameNode(workspace_, *prompts_, slot, left, box.Top - 8)) {
+        edits_->Record("Rename node");
         canvas_->update();
     }
 }
@@ -480,6 +493,7 @@ bool MainWindow::event(QEvent* event) {
 void MainWindow::ChooseToolbarButton(int button) {
     if (button == kUndoEraseButton) {
         if (UndoErase(workspace_.circuit, editor_)) {
+            edits_->Record("Undo Erase");
             canvas_->update();
         }
     } else {
@@ -527,6 +541,7 @@ void MainWindow::BuildMenus() {
     add(mnuFile, "Save the circuit &as ...", "mnuFileSaveAs",
         QKeySequence(QStringLiteral("Ctrl+Shift+S")), &MainWindow::FileSaveAsClicked);
     // The report is made from the results of step 3.
+    mnuFile->addAction(edits_->ExportAction());
     mnuFilePrint_ =
         add(mnuFile, "&Print report", "mnuFilePrint", QKeySequence(), &MainWindow::ShowReport);
     mnuFilePrint_->setEnabled(false);
@@ -542,6 +557,8 @@ void MainWindow::BuildMenus() {
     mnuFile->addSeparator();
     add(mnuFile, "E&xit the program", "mnuFileExit", QKeySequence(QStringLiteral("Ctrl+Q")),
         &QWidget::close);
+
+    menuBar()->addMenu(edits_->BuildEditMenu(this));
 
     QMenu* mnuOptions = menuBar()->addMenu(QStringLiteral("&Options"));
     mnuOptions->setObjectName(QStringLiteral("mnuOptions"));
@@ -608,6 +625,7 @@ void MainWindow::BuildMenus() {
     mnuCenter_->setObjectName(QStringLiteral("mnuCenter"));
     connect(mnuCenter_, &QAction::triggered, this, [this] {
         canvas_->CenterDrawing();
+        edits_->Record("Center the circuit");
         SetHint(QString());
     });
 
@@ -699,6 +717,9 @@ void MainWindow::AfterCommand(const CommandResult& result) {
     if (result.fileRead) {
         // The labels of a file's devices show their stored values.
         editor_.ValueText.items.fill(std::string());
+    }
+    if (result.cleared) {
+        edits_->Restart(); // a new drawing, or one read: nothing of the old one to undo
     }
     FillRecentMenu();
     SyncToolbar();

@@ -4,7 +4,12 @@
 #include "document/circuit_edit.h"
 #include "document/workspace.h"
 #include "ui/canvas.h"
+#include "ui/edit_commands.h"
 #include "ui/main_window.h"
+
+#include <QClipboard>
+#include <QImage>
+#include <QMimeData>
 
 #include <QCheckBox>
 #include <QFile>
@@ -70,6 +75,13 @@ struct Session {
         QTest::mouseRelease(canvas(), Qt::LeftButton, {}, to);
     }
     void Click(QPoint at) const { QTest::mouseClick(canvas(), Qt::LeftButton, {}, at); }
+    // A key pressed in the window, which the closed dialogs may have left inactive.
+    void Key(Qt::Key key, Qt::KeyboardModifiers modifiers) const {
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        canvas()->setFocus();
+        QTest::keyClick(canvas(), key, modifiers);
+    }
     QString Dump() const {
         return QString::fromStdString(ampora::CircuitFileText(workspace.circuit));
     }
@@ -304,6 +316,146 @@ class MainWindowTest : public QObject {
         QTest::keyClick(s.canvas(), Qt::Key_Delete);
         QTest::keyClick(s.canvas(), Qt::Key_Escape);
         QCOMPARE(ampora::CountLiveElements(s.workspace.circuit), 1);
+    }
+
+    // Every kind of edit, then Ctrl+Z back to the empty canvas and Ctrl+Shift+Z (and Ctrl+Y)
+    // forward again, each key bringing back the drawing as it was after that edit.
+    void undoAndRedoKeysWalkThroughADrawingSessionOfEveryEdit() {
+        Session s;
+        s.DismissInstructions();
+        QStringList drawings = {s.Dump()};
+        QStringList names;
+        const auto edited = [&](const char* name) {
+            if (s.Dump() != drawings.back()) {
+                drawings << s.Dump();
+                names << QString::fromLatin1(name);
+            }
+        };
+        s.ClickTool(1);
+        s.Drag(QPoint(80, 80), QPoint(320, 80));
+        edited("Draw wire");
+        s.Drag(QPoint(80, 80), QPoint(80, 240));
+        edited("Draw wire");
+        s.Click(QPoint(200, 200)); // a click draws nothing
+        edited("");
+        s.ClickTool(2);
+        s.answers.Type(QStringLiteral("12"));
+        s.Click(QPoint(128, 80));
+        edited("Place battery");
+        s.ClickTool(3);
+        s.answers.Type(QStringLiteral("47"));
+        s.Click(QPoint(80, 160));
+        edited("Place resistor");
+        s.ClickTool(5);
+        s.answers.Type(QStringLiteral("-6"));
+        s.Click(QPoint(128, 80));
+        edited("Change battery value");
+        s.ClickTool(6);
+        s.Drag(QPoint(128, 80), QPoint(240, 80));
+        edited("Move battery");
+        s.Drag(QPoint(320, 80), QPoint(400, 80));
+        edited("Stretch wire");
+        s.ClickTool(7);
+        s.Click(QPoint(80, 160));
+        edited("Erase resistor");
+        s.ClickTool(8);
+        edited("Undo Erase");
+        s.Action("mnuCenter")->trigger();
+        edited("Center the circuit");
+        QVERIFY(s.answers.Idle());
+        QCOMPARE(names.join(','), QStringLiteral("Draw wire,Draw wire,Place battery,Place "
+                                                 "resistor,Change battery value,Move battery,"
+                                                 "Stretch wire,Erase resistor,Undo Erase,Center "
+                                                 "the circuit"));
+        QAction* undo = s.Action("mnuUndo");
+        QAction* redo = s.Action("mnuRedo");
+        QVERIFY(!redo->isEnabled());
+        for (qsizetype k = names.size(); k > 0; --k) {
+            QCOMPARE(undo->text(), "&Undo " + names[k - 1]);
+            s.Key(Qt::Key_Z, Qt::ControlModifier);
+            QCOMPARE(s.Dump(), drawings[k - 1]);
+        }
+        QVERIFY(!undo->isEnabled());
+        QCOMPARE(undo->text(), QStringLiteral("&Undo"));
+        for (qsizetype k = 1; k <= names.size(); ++k) {
+            QCOMPARE(redo->text(), "&Redo " + names[k - 1]);
+            if (k % 2 == 0) {
+                QTest::keyClick(s.window.get(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+            } else {
+                s.Key(Qt::Key_Y, Qt::ControlModifier);
+            }
+            QCOMPARE(s.Dump(), drawings[k]);
+        }
+        // Open starts an empty history; step 2 undoes names only.
+        s.answers.Press(QMessageBox::No);
+        s.files.answers = {ExamplePath(QStringLiteral("wheatstone_bridge.amq")).toStdString()};
+        s.Action("mnuFileOpen")->trigger();
+        QVERIFY(!undo->isEnabled());
+        QVERIFY(!redo->isEnabled());
+        QTest::mouseClick(s.window->findChild<QPushButton*>(QStringLiteral("cmdNext1")),
+                          Qt::LeftButton);
+        QCOMPARE(s.workspace.Step, 2);
+        const QString found = s.Dump();
+        QTest::mouseClick(s.window->findChild<QPushButton*>(QStringLiteral("cmdAutoName2")),
+                          Qt::LeftButton);
+        QCOMPARE(undo->text(), QStringLiteral("&Undo Clear Names"));
+        s.Key(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(s.Dump(), found);
+        QVERIFY(!undo->isEnabled());
+        QVERIFY(redo->isEnabled());
+    }
+
+    void undoingBackToTheSavedDrawingAsksNothingOnNew() {
+        Session s;
+        s.DismissInstructions();
+        s.ClickTool(1);
+        s.Drag(QPoint(80, 80), QPoint(320, 80));
+        const QString path = work_.path() + "/undone.amq";
+        s.files.answers = {path.toStdString()};
+        s.Action("mnuFileSaveAs")->trigger();
+        s.Drag(QPoint(80, 80), QPoint(80, 240));
+        s.Action("mnuUndo")->trigger();
+        s.answers.seen.clear();
+        s.Action("mnuFileNew")->trigger();
+        QCOMPARE(s.answers.seen, QStringList());
+    }
+
+    // The drawing for a page: on the clipboard as an image and SVG, in a file as SVG with its
+    // labels as text or as a PNG of 300 dpi.
+    void theDrawingIsCopiedAndExportedAsAPicture() {
+        Session s;
+        s.DismissInstructions();
+        QVERIFY(!s.Action("mnuExportDrawing")->isEnabled());
+        s.ClickTool(1);
+        s.Drag(QPoint(80, 80), QPoint(320, 80));
+        s.ClickTool(2);
+        s.answers.Type(QStringLiteral("1.5"));
+        s.Click(QPoint(200, 80));
+        s.Action("mnuCopyDrawing")->trigger();
+        const QMimeData* copied = QGuiApplication::clipboard()->mimeData();
+        QVERIFY(copied != nullptr);
+        QVERIFY(copied->hasImage());
+        QVERIFY(copied->data(QStringLiteral("image/svg+xml")).contains("1.5 V</text>"));
+        QString answer;
+        s.window->editCommands()->SetExportPathAsker([&answer] { return answer; });
+        for (const char* name : {"drawing.svg", "drawing.png", "copy"}) {
+            answer = work_.path() + "/" + name;
+            s.Action("mnuExportDrawing")->trigger();
+        }
+        QVERIFY(FileBytes(work_.path() + "/drawing.svg").contains("1.5 V</text>"));
+        QVERIFY(FileBytes(work_.path() + "/drawing.svg") == FileBytes(work_.path() + "/copy.svg"));
+        const QImage png(work_.path() + "/drawing.png");
+        QCOMPARE(png.dotsPerMeterX(), 11811);
+        QCOMPARE(png.dotsPerMeterY(), 11811);
+        // 240 units of wire, and a margin, at 300 / 96 pixels a unit.
+        QVERIFY(png.width() >= 750 && png.width() < 800);
+        answer = work_.path() + "/drawing.jpg";
+        s.answers.Press(QMessageBox::Ok);
+        s.Action("mnuExportDrawing")->trigger();
+        QVERIFY(!QFile::exists(answer));
+        QCOMPARE(s.answers.seen.last(),
+                 QStringLiteral("Ampora: The drawing can be exported as SVG (.svg) or PNG (.png): "
+                                "end the file's name with one of these."));
     }
 
     void newAsksToSaveOnlyWhenTheDrawingChanged() {
