@@ -9,6 +9,7 @@
 
 #include <QClipboard>
 #include <QImage>
+#include <QMenu>
 #include <QMimeData>
 
 #include <QCheckBox>
@@ -84,6 +85,15 @@ struct Session {
     }
     QString Dump() const {
         return QString::fromStdString(ampora::CircuitFileText(workspace.circuit));
+    }
+    // The menu `name` as it would open now.
+    void ShootMenu(const char* name, const QString& file) const {
+        const QByteArray dir = qgetenv("AMPORA_SCREENSHOT_DIR");
+        auto* menu = window->findChild<QMenu*>(QString::fromLatin1(name));
+        if (!dir.isEmpty() && menu != nullptr) {
+            menu->adjustSize();
+            menu->grab().save(QString::fromLocal8Bit(dir) + "/" + file + ".png");
+        }
     }
     void Shoot(const QString& name) const {
         const QByteArray dir = qgetenv("AMPORA_SCREENSHOT_DIR");
@@ -370,6 +380,9 @@ class MainWindowTest : public QObject {
         QAction* undo = s.Action("mnuUndo");
         QAction* redo = s.Action("mnuRedo");
         QVERIFY(!redo->isEnabled());
+        s.Shoot(QStringLiteral("session_drawn"));
+        s.ShootMenu("mnuEdit", QStringLiteral("edit_menu_drawn"));
+        s.ShootMenu("mnuFile", QStringLiteral("file_menu"));
         for (qsizetype k = names.size(); k > 0; --k) {
             QCOMPARE(undo->text(), "&Undo " + names[k - 1]);
             s.Key(Qt::Key_Z, Qt::ControlModifier);
@@ -377,6 +390,7 @@ class MainWindowTest : public QObject {
         }
         QVERIFY(!undo->isEnabled());
         QCOMPARE(undo->text(), QStringLiteral("&Undo"));
+        s.ShootMenu("mnuEdit", QStringLiteral("edit_menu_all_undone"));
         for (qsizetype k = 1; k <= names.size(); ++k) {
             QCOMPARE(redo->text(), "&Redo " + names[k - 1]);
             if (k % 2 == 0) {
