@@ -255,6 +255,13 @@ class ReportWindowTest : public QObject {
         });
         QTest::mouseClick(window.cmdPrint(), Qt::LeftButton);
         QVERIFY(asked);
+        const QByteArray shots = qgetenv("AMPORA_SCREENSHOT_DIR");
+        if (!shots.isEmpty()) {
+            window.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&window));
+            window.grab().save(QString::fromLocal8Bit(shots) + "/report_window.png");
+            QFile::copy(printed, QString::fromLocal8Bit(shots) + "/printed.pdf");
+        }
         QVERIFY(prompts.messages.empty());
         // The text of each page, the pages parted by form feeds, laid out as on the page.
         const auto pages = [](const QString& pdf) {
