@@ -12,6 +12,10 @@ const std::string kSolveUsage =
 const std::string kReportUsage =
     "usage: ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] [--font 1..4] FILE.amq\n"
     "                         -o OUT.(html|rtf|pdf)\n";
+const std::string kPictureUsage =
+    "usage: ampora-cli picture [--autoname[=1|2|3]] [--sigfigs N]\n"
+    "                          [--view values|currents|voltages|power] FILE.amq\n"
+    "                          -o OUT.(svg|png)\n";
 const std::string kAllUsage = "usage: ampora-cli check FILE.amq\n"
                               "       ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] "
                               "[--text] FILE.amq\n"
@@ -89,6 +93,21 @@ TEST(CliArguments, EachWrongArgumentIsNamedWithItsReasonAndTheUsageFollows) {
         {{"report", "--text", "a.amq", "-o", "r.pdf"},
          "--text: only solve takes this option",
          &kReportUsage},
+        {{"report", "--view", "power", "a.amq", "-o", "r.pdf"},
+         "--view: only picture takes this option",
+         &kReportUsage},
+        {{"picture", "a.amq"},
+         "no -o OUT given: the picture needs a file to write",
+         &kPictureUsage},
+        {{"picture", "a.amq", "-o", "a.pdf"},
+         "-o a.pdf: the picture is written as .svg or .png",
+         &kPictureUsage},
+        {{"picture", "a.amq", "-o", ""},
+         "-o \"\": the picture's file name is empty",
+         &kPictureUsage},
+        {{"picture", "a.amq", "-o", "a.svg", "--view", "current"},
+         "--view current: the view is values, currents, voltages or power",
+         &kPictureUsage},
     };
     for (const MalformedCase& row : cases) {
         const test::CliRun run = test::Cli(row.args);

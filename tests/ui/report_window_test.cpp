@@ -255,13 +255,6 @@ class ReportWindowTest : public QObject {
         });
         QTest::mouseClick(window.cmdPrint(), Qt::LeftButton);
         QVERIFY(asked);
-        const QByteArray shots = qgetenv("AMPORA_SCREENSHOT_DIR");
-        if (!shots.isEmpty()) {
-            window.show();
-            QVERIFY(QTest::qWaitForWindowExposed(&window));
-            window.grab().save(QString::fromLocal8Bit(shots) + "/report_window.png");
-            QFile::copy(printed, QString::fromLocal8Bit(shots) + "/printed.pdf");
-        }
         QVERIFY(prompts.messages.empty());
         // The text of each page, the pages parted by form feeds, laid out as on the page.
         const auto pages = [](const QString& pdf) {
@@ -273,16 +266,11 @@ class ReportWindowTest : public QObject {
         };
         const QStringList fromSave = pages(saved);
         const QStringList fromPrint = pages(printed);
-        QVERIFY(fromSave.size() > 3);
+        QVERIFY(fromSave.size() > 3); // three pages, and what follows the last form feed
         QCOMPARE(fromPrint.size(), fromSave.size());
         for (int k = 0; k < fromSave.size(); ++k) {
             QCOMPARE(fromPrint[k], fromSave[k]);
         }
-        // A cancelled dialog prints nothing.
-        QFile::remove(printed);
-        window.SetPrinterAsker([](QPrinter&) { return false; });
-        QTest::mouseClick(window.cmdPrint(), Qt::LeftButton);
-        QVERIFY(!QFile::exists(printed));
     }
 
     void everyPictureIsShownWholeBesideItsTabAtAnyWidth() {
