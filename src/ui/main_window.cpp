@@ -558,7 +558,12 @@ void MainWindow::BuildMenus() {
     add(mnuFile, "E&xit the program", "mnuFileExit", QKeySequence(QStringLiteral("Ctrl+Q")),
         &QWidget::close);
 
-    menuBar()->addMenu(edits_->BuildEditMenu(this));
+    QMenu* mnuEdit = edits_->BuildEditMenu(this);
+    menuBar()->addMenu(mnuEdit);
+    connect(mnuEdit, &QMenu::aboutToShow, this, [this] {
+        SetHint(QStringLiteral(" Undo or redo a change to the circuit, or copy the drawing as a "
+                               "picture "));
+    });
 
     QMenu* mnuOptions = menuBar()->addMenu(QStringLiteral("&Options"));
     mnuOptions->setObjectName(QStringLiteral("mnuOptions"));
