@@ -375,6 +375,7 @@ class MainWindowTest : public QObject {
             drawings << s.Dump();
             QCOMPARE(undo->text(), "&Undo " + name);
         }
+        s.Shoot(QStringLiteral("every_kind_of_edit"));
         for (auto k = edits.size(); k > 0; --k) {
             s.Key(Qt::Key_Z, Qt::ControlModifier);
             QCOMPARE(s.Dump(), drawings[qsizetype(k - 1)]);
