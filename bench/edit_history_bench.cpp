@@ -3,9 +3,9 @@
 // Timed: recording one step and undoing one. Counted: the bytes the full history holds, from
 // the allocator itself, so that the strings' own blocks are counted too.
 
-#include "analysis/step_transitions.h"
 #include "editor/edit_history.h"
 #include "ladder_circuit.h"
+#include "workflow/step_transitions.h"
 
 #include <benchmark/benchmark.h>
 

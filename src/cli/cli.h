@@ -2,10 +2,10 @@
 // ampora-cli: the batch companion of the program. Commands write their JSON or file
 // to `out`, messages to `err`, and return the process exit code.
 
-#include "document/workspace.h"
 #include "report/report_builder.h"
 #include "report/report_files.h"
 #include "report/rich_text_document.h"
+#include "tables/workspace.h"
 
 #include <ostream>
 #include <string>

@@ -4,8 +4,8 @@
 // devices, 20 nodes) a whole copy per step is a few kilobytes: simpler, and harder to get
 // wrong, than recording every change with its inverse.
 
-#include "document/circuit.h"
 #include "editor/editor_state.h"
+#include "tables/circuit.h"
 
 #include <cstddef>
 #include <cstdint>

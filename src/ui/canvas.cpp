@@ -1,9 +1,9 @@
 #include "ui/canvas.h"
 
-#include "document/workspace.h"
 #include "editor/editing_tools.h"
 #include "editor/editor_state.h"
 #include "editor/hit_tests.h"
+#include "tables/workspace.h"
 #include "ui/device_pictures.h"
 #include "ui/diagram_painter.h"
 #include "ui/drawing_picture.h"
@@ -44,7 +44,7 @@ void Canvas::CenterDrawing() {
 void Canvas::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::white);
-    if (workspace_.Step == 1 && showGrid_) {
+    if (workspace_.Step == kStepEdit && showGrid_) {
         PaintGrid(painter);
     }
     const int step = workspace_.Step;
@@ -109,7 +109,7 @@ void Canvas::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) {
         return;
     }
-    if (workspace_.Step == 2) {
+    if (workspace_.Step == kStepName) {
         const int node = NodeLabelAt(CurrentLabels(), static_cast<float>(event->position().x()),
                                      static_cast<float>(event->position().y()));
         if (node != 0) {
@@ -117,7 +117,7 @@ void Canvas::mousePressEvent(QMouseEvent* event) {
         }
         return;
     }
-    if (workspace_.Step != 1 || prompts_ == nullptr) {
+    if (workspace_.Step != kStepEdit || prompts_ == nullptr) {
         return;
     }
     Circuit& circuit = workspace_.circuit;
@@ -166,7 +166,7 @@ void Canvas::mousePressEvent(QMouseEvent* event) {
 }
 
 void Canvas::mouseMoveEvent(QMouseEvent* event) {
-    if (workspace_.Step == 2) {
+    if (workspace_.Step == kStepName) {
         // A node's name is a button in step 2.
         const bool overName =
             NodeLabelAt(CurrentLabels(), static_cast<float>(event->position().x()),
@@ -178,7 +178,7 @@ void Canvas::mouseMoveEvent(QMouseEvent* event) {
         }
         return;
     }
-    if (workspace_.Step != 1) {
+    if (workspace_.Step != kStepEdit) {
         return;
     }
     const auto x = static_cast<float>(event->position().x());
@@ -199,7 +199,7 @@ void Canvas::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void Canvas::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || workspace_.Step != 1) {
+    if (event->button() != Qt::LeftButton || workspace_.Step != kStepEdit) {
         return;
     }
     const auto x = static_cast<float>(event->position().x());

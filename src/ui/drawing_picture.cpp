@@ -1,7 +1,7 @@
 #include "ui/drawing_picture.h"
 
-#include "document/workspace.h"
 #include "editor/value_labels.h"
+#include "tables/workspace.h"
 #include "ui/circuit_paint.h"
 #include "ui/diagram_painter.h"
 

@@ -1,9 +1,9 @@
 #include "ui/edit_commands.h"
 
 #include "document/circuit_edit.h"
-#include "document/prompts.h"
 #include "document/safe_file_write.h"
-#include "document/workspace.h"
+#include "tables/prompts.h"
+#include "tables/workspace.h"
 #include "ui/canvas.h"
 #include "ui/drawing_picture.h"
 

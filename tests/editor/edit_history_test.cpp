@@ -1,12 +1,12 @@
 #include "analysis/node_naming.h"
-#include "analysis/step_transitions.h"
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
-#include "document/workspace.h"
 #include "editor/edit_history.h"
 #include "editor/editing_tools.h"
 #include "support/scripted_prompts.h"
 #include "support/test_files.h"
+#include "tables/workspace.h"
+#include "workflow/step_transitions.h"
 
 #include <gtest/gtest.h>
 
