@@ -27,8 +27,11 @@ int RunCli(const std::vector<std::string>& args, std::ostream& out, std::ostream
     if (command == "worksheet") {
         return RunWorksheet(rest, out, err, renderer);
     }
-    err << "ampora-cli: " << command
-        << ": no such command; the commands are check, solve, report, generate and worksheet\n"
+    if (command == "picture") {
+        return RunPicture(rest, out, err, renderer);
+    }
+    err << "ampora-cli: " << command << ": no such command; the commands are check, solve, "
+        << "report, picture, generate and worksheet\n"
         << Usage();
     return kExitUsage;
 }

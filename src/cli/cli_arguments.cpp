@@ -6,6 +6,7 @@
 
 #include <array>
 #include <ostream>
+#include <utility>
 
 namespace ampora::cli {
 
@@ -17,11 +18,18 @@ constexpr std::string_view kSolveUsage =
 constexpr std::string_view kReportUsage =
     "usage: ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] [--font 1..4] FILE.amq\n"
     "                         -o OUT.(html|rtf|pdf)\n";
+constexpr std::string_view kPictureUsage =
+    "usage: ampora-cli picture [--autoname[=1|2|3]] [--sigfigs N]\n"
+    "                          [--view values|currents|voltages|power] FILE.amq\n"
+    "                          -o OUT.(svg|png)\n";
 constexpr std::string_view kAllUsage =
     "usage: ampora-cli check FILE.amq\n"
     "       ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] [--text] FILE.amq\n"
     "       ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] [--font 1..4] FILE.amq\n"
     "                         -o OUT.(html|rtf|pdf)\n"
+    "       ampora-cli picture [--autoname[=1|2|3]] [--sigfigs N]\n"
+    "                          [--view values|currents|voltages|power] FILE.amq\n"
+    "                          -o OUT.(svg|png)\n"
     "       ampora-cli generate --nodes N --supernodes S --sources K [--seed X] [--nice]\n"
     "                           -o FILE.amq\n"
     "       ampora-cli worksheet --count C [--nodes N --supernodes S --sources K] [--seed X]\n"
@@ -33,14 +41,18 @@ struct OptionUse {
     std::string_view name;
     bool solve;
     bool report;
+    bool picture;
     std::string_view missing; // what must follow an option that takes a value
 };
-constexpr std::array<OptionUse, 5> kOptionUses = {
-    {{"--autoname", true, true, ""},
-     {"--sigfigs", true, true, "a number of significant figures from 1 to 17"},
-     {"--text", true, false, ""},
-     {"--font", false, true, "a font set from 1 to 4"},
-     {"-o", false, true, "the name of the report's file"}}};
+constexpr std::array<OptionUse, 6> kOptionUses = {
+    {{"--autoname", true, true, true, ""},
+     {"--sigfigs", true, true, true, "a number of significant figures from 1 to 17"},
+     {"--text", true, false, false, ""},
+     {"--font", false, true, false, "a font set from 1 to 4"},
+     {"--view", false, false, true, "a view (values, currents, voltages or power)"},
+     {"-o", false, true, true, "the name of the report's file"}}};
+
+constexpr std::array<std::string_view, 4> kViewNames = {"values", "currents", "voltages", "power"};
 
 std::string_view OptionName(const std::string& arg) {
     const std::string_view name(arg);
@@ -57,14 +69,56 @@ const OptionUse* FindOption(std::string_view name) {
 }
 
 bool Takes(const OptionUse& use, Command command) {
-    return command == Command::Solve ? use.solve : command == Command::Report && use.report;
+    switch (command) {
+    case Command::Solve:
+        return use.solve;
+    case Command::Report:
+        return use.report;
+    case Command::Picture:
+        return use.picture;
+    case Command::Check:
+        break;
+    }
+    return false;
 }
 
+// "only solve takes this option", "only solve, report and picture take this option".
 std::string WhoTakes(const OptionUse& use) {
-    if (use.solve && use.report) {
-        return "only solve and report take this option";
+    std::vector<std::string_view> names;
+    for (const auto& [taken, name] :
+         {std::pair{use.solve, "solve"}, std::pair{use.report, "report"},
+          std::pair{use.picture, "picture"}}) {
+        if (taken) {
+            names.emplace_back(name);
+        }
     }
-    return use.solve ? "only solve takes this option" : "only report takes this option";
+    std::string list;
+    for (std::size_t k = 0; k < names.size(); ++k) {
+        list += k == 0 ? "" : k + 1 == names.size() ? " and " : ", ";
+        list += names[k];
+    }
+    return "only " + list + (names.size() == 1 ? " takes" : " take") + " this option";
+}
+
+std::optional<std::int16_t> ViewNamed(const std::string& text) {
+    for (std::size_t k = 0; k < kViewNames.size(); ++k) {
+        if (text == kViewNames[k]) {
+            return static_cast<std::int16_t>(k);
+        }
+    }
+    return std::nullopt;
+}
+
+// -o: the report's file (.html, .rtf, .pdf) or the picture's (.svg, .png).
+std::string OutputError(const std::string& given, const std::string& value, Command command) {
+    if (value.empty()) {
+        return command == Command::Picture ? "-o \"\": the picture's file name is empty"
+                                           : "-o \"\": the report's file name is empty";
+    }
+    if (command == Command::Picture) {
+        return DrawingFormatOf(value) ? "" : given + ": the picture is written as .svg or .png";
+    }
+    return ReportFormatOf(value) ? "" : given + ": the report is written as .html, .rtf or .pdf";
 }
 
 // A whole number in [low, high] after an option, or nothing.
@@ -89,9 +143,11 @@ std::string_view UsageOf(Command command) {
     case Command::Solve:
         return kSolveUsage;
     case Command::Report:
+        return kReportUsage;
+    case Command::Picture:
         break;
     }
-    return kReportUsage;
+    return kPictureUsage;
 }
 
 ParsedArguments ParseArguments(const std::vector<std::string>& args, Command command) {
@@ -148,7 +204,11 @@ ParsedArguments ParseArguments(const std::vector<std::string>& args, Command com
             break;
         }
         if (value == nullptr) {
-            parsed.error = arg + ": " + std::string(use->missing) + " must follow it";
+            const bool pictureFile = use->name == "-o" && command == Command::Picture;
+            parsed.error =
+                arg + ": " +
+                std::string(pictureFile ? "the name of the picture's file" : use->missing) +
+                " must follow it";
             break;
         }
         ++k;
@@ -164,11 +224,14 @@ ParsedArguments ParseArguments(const std::vector<std::string>& args, Command com
             } else {
                 parsed.error = given + ": the font set runs from 1 to 4";
             }
-        } else if (value->empty()) {
-            parsed.error = "-o \"\": the report's file name is empty";
-        } else if (!ReportFormatOf(*value)) {
-            parsed.error = given + ": the report is written as .html, .rtf or .pdf";
+        } else if (use->name == "--view") {
+            if (const auto view = ViewNamed(*value)) {
+                options.viewMode = *view;
+            } else {
+                parsed.error = given + ": the view is values, currents, voltages or power";
+            }
         } else {
+            parsed.error = OutputError(given, *value, command);
             options.output = *value;
         }
     }
@@ -179,6 +242,8 @@ ParsedArguments ParseArguments(const std::vector<std::string>& args, Command com
         parsed.error = "no circuit file (FILE.amq) given";
     } else if (command == Command::Report && options.output.empty()) {
         parsed.error = "no -o OUT given: the report needs a file to write";
+    } else if (command == Command::Picture && options.output.empty()) {
+        parsed.error = "no -o OUT given: the picture needs a file to write";
     }
     return parsed;
 }

@@ -13,7 +13,7 @@
 
 namespace ampora::cli {
 
-enum class Command { Check, Solve, Report };
+enum class Command { Check, Solve, Report, Picture };
 
 // The usage lines of every command, and of one.
 std::string_view Usage();
@@ -25,7 +25,8 @@ struct RunOptions {
     std::int16_t fontIndex = Preferences{}.FontIndex;
     bool text = false; // solve: an aligned plain-text answer key instead of JSON
     std::string path;
-    std::string output; // -o, for report only
+    std::int16_t viewMode = 0; // --view, for picture only: 0 values .. 3 power
+    std::string output;        // -o, for report and picture
 };
 
 struct ParsedArguments {
@@ -36,7 +37,8 @@ struct ParsedArguments {
 };
 
 // Reads one command's arguments (those after the command's name): its options and the one
-// circuit file every command takes; report also requires -o OUT.(html|rtf|pdf).
+// circuit file every command takes; report also requires -o OUT.(html|rtf|pdf), picture
+// -o OUT.(svg|png).
 ParsedArguments ParseArguments(const std::vector<std::string>& args, Command command);
 
 // Writes "ampora-cli: " + the error and then the command's usage to err; returns the exit

@@ -8,13 +8,15 @@
 int main(int argc, char* argv[]) {
     const std::vector<std::string> args(argv + 1, argv + argc);
 #ifdef AMPORA_REPORT_HELPER
-    // A report or a worksheet is drawn by a program of its own, which loads Qt; wrong
-    // arguments are told here first, without starting it.
+    // Reports, pictures and worksheets are drawn by a program of its own, which loads Qt;
+    // wrong arguments are told here first, without starting it.
     const std::vector<std::string> rest(args.empty() ? args.begin() : args.begin() + 1, args.end());
     const bool drawn =
         !args.empty() &&
         ((args.front() == "report" &&
           ampora::cli::ParseArguments(rest, ampora::cli::Command::Report).Valid()) ||
+         (args.front() == "picture" &&
+          ampora::cli::ParseArguments(rest, ampora::cli::Command::Picture).Valid()) ||
          (args.front() == "worksheet" &&
           ampora::cli::ParsePracticeArguments(rest, ampora::cli::PracticeCommand::Worksheet)
               .Valid()));

@@ -9,12 +9,11 @@
 
 namespace ampora::cli {
 
-std::optional<SolvedRun> OpenAndSolve(Workspace& workspace, const RunOptions& options,
-                                      RecordedPrompts& prompts, std::ostream& err) {
+bool OpenCircuit(Workspace& workspace, const RunOptions& options, std::ostream& err) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(options.path, error)) {
         err << "ampora-cli: " << options.path << ": no such file\n";
-        return std::nullopt;
+        return false;
     }
     workspace.preferences.SigFigs = options.sigFigs;
     workspace.preferences.FontIndex = options.fontIndex;
@@ -26,10 +25,18 @@ std::optional<SolvedRun> OpenAndSolve(Workspace& workspace, const RunOptions& op
     if (!read.complete) {
         // Grading half a circuit would give a wrong answer that looks right.
         err << "ampora-cli: " << options.path << ": " << read.reason << "\n";
-        return std::nullopt;
+        return false;
     }
     // As the window shows it: the full path of the open file.
     workspace.CurrentFileName = std::filesystem::absolute(options.path, error).string();
+    return true;
+}
+
+std::optional<SolvedRun> OpenAndSolve(Workspace& workspace, const RunOptions& options,
+                                      RecordedPrompts& prompts, std::ostream& err) {
+    if (!OpenCircuit(workspace, options, err)) {
+        return std::nullopt;
+    }
 
     SolvedRun run;
     run.leftStep1 = LeaveStep1(workspace, prompts);

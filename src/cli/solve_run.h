@@ -29,6 +29,10 @@ struct SolvedRun {
     bool solved = false;
 };
 
+// Opens options.path into workspace (in step 1, as the window shows a file just opened) with
+// the options' preferences. False (and a message on err) when the file cannot be read whole.
+bool OpenCircuit(Workspace& workspace, const RunOptions& options, std::ostream& err);
+
 // Opens options.path into workspace and runs the steps. Nothing (and a message on err)
 // when the file cannot be read whole.
 std::optional<SolvedRun> OpenAndSolve(Workspace& workspace, const RunOptions& options,

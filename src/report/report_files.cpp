@@ -5,11 +5,20 @@
 
 namespace ampora {
 
-std::optional<ReportFileFormat> ReportFormatOf(const std::string& path) {
+namespace {
+
+std::string LowerExtension(const std::string& path) {
     std::string extension = std::filesystem::path(path).extension().string();
     std::transform(extension.begin(), extension.end(), extension.begin(), [](char c) {
         return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     });
+    return extension;
+}
+
+} // namespace
+
+std::optional<ReportFileFormat> ReportFormatOf(const std::string& path) {
+    const std::string extension = LowerExtension(path);
     if (extension == ".html" || extension == ".htm") {
         return ReportFileFormat::Html;
     }
@@ -18,6 +27,17 @@ std::optional<ReportFileFormat> ReportFormatOf(const std::string& path) {
     }
     if (extension == ".pdf") {
         return ReportFileFormat::Pdf;
+    }
+    return std::nullopt;
+}
+
+std::optional<DrawingFileFormat> DrawingFormatOf(const std::string& path) {
+    const std::string extension = LowerExtension(path);
+    if (extension == ".svg") {
+        return DrawingFileFormat::Svg;
+    }
+    if (extension == ".png") {
+        return DrawingFileFormat::Png;
     }
     return std::nullopt;
 }

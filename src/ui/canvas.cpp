@@ -9,6 +9,7 @@
 #include "ui/canvas_accessible.h"
 #include "ui/device_pictures.h"
 #include "ui/diagram_painter.h"
+#include "ui/drawing_picture.h"
 #include "ui/drawing_warnings_note.h"
 #include "ui/palette.h"
 
@@ -69,7 +70,6 @@ void Canvas::CenterDrawing() {
     CenterCircuit(workspace_.circuit, static_cast<float>(width() - coveredRight_),
                   static_cast<float>(coveredTop_), static_cast<float>(height() - coveredTop_));
     update();
-    emit Edited();
 }
 
 void Canvas::paintEvent(QPaintEvent*) {
@@ -91,20 +91,7 @@ void Canvas::paintEvent(QPaintEvent*) {
 }
 
 DiagramLabels Canvas::CurrentLabels() const {
-    const Workspace& ws = workspace_;
-    if (ws.Step == kStepEdit) {
-        // While editing, a device shows its value as it was typed.
-        std::vector<std::string> texts(static_cast<std::size_t>(ws.circuit.NumElements) + 1);
-        for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
-            const Element& e = ws.circuit.Elements[slot];
-            if (e.Kind != kEmpty) {
-                texts[static_cast<std::size_t>(slot)] = ValueLabelText(e, editor_.ValueText[slot]);
-            }
-        }
-        return LayOutDiagram(ws, texts, false);
-    }
-    const int view = ws.Step == kStepResults ? ws.ViewMode : 0;
-    return LayOutView(ws, view, ws.preferences.SigFigs);
+    return StepLabels(workspace_, &editor_);
 }
 
 void Canvas::PaintGrid(QPainter& painter) const {

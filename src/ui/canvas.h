@@ -56,7 +56,8 @@ class Canvas : public QWidget {
     int FocusedNode() const { return focusedNode_; }
 
   signals:
-    // A tool changed the circuit or the editor state (the Undo Erase button follows it).
+    // A tool may have changed the circuit or the editor state (the Undo Erase button and the
+    // undo history follow it).
     void Edited();
     // In step 2 the user clicked the name label of node `slot` (or pressed Enter on it).
     void NodeLabelClicked(int slot);

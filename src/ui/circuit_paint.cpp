@@ -22,8 +22,8 @@ void DiagramExtents(const Workspace& ws, const DiagramLabels& labels, float& top
     GetCircuitExtents(ws.circuit, boxes, top, bottom, left, right);
 }
 
-QImage CircuitPaint(const Workspace& ws, qreal scale) {
-    const DiagramLabels labels = LayOutView(ws, ws.ViewMode, ws.preferences.SigFigs);
+QImage DiagramImage(const Workspace& ws, const DiagramLabels& labels, DiagramLook look,
+                    qreal scale) {
     float top = 0, bottom = 0, left = 0, right = 0;
     DiagramExtents(ws, labels, top, bottom, left, right);
     const qreal width = right - left + 2;
@@ -39,8 +39,13 @@ QImage CircuitPaint(const Workspace& ws, qreal scale) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::TextAntialiasing);
     painter.translate(-left, -top);
-    PaintDiagramOn(painter, ws, labels, DiagramLook{true, false});
+    PaintDiagramOn(painter, ws, labels, look);
     return image;
+}
+
+QImage CircuitPaint(const Workspace& ws, qreal scale) {
+    return DiagramImage(ws, LayOutView(ws, ws.ViewMode, ws.preferences.SigFigs),
+                        DiagramLook{true, false}, scale);
 }
 
 } // namespace ampora::ui

@@ -6,6 +6,7 @@
 #include "settings/recent_files.h"
 #include "tables/workspace.h"
 #include "ui/canvas.h"
+#include "ui/edit_commands.h"
 #include "ui/equations_window.h"
 #include "ui/install_paths.h"
 #include "ui/practice_dialog.h"
@@ -35,6 +36,9 @@ void MainWindow::AfterCommand(const CommandResult& result) {
     if (result.fileRead) {
         // The labels of a file's devices show their stored values.
         editor_.ValueText.items.fill(std::string());
+    }
+    if (result.cleared) {
+        edits_->Restart(); // a new drawing, or one read: nothing of the old one to undo
     }
     if (result.cleared || result.fileRead) {
         // A circuit read is shown whole; a new one at its own size.

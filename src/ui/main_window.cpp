@@ -5,6 +5,7 @@
 #include "settings/recent_files.h"
 #include "tables/workspace.h"
 #include "ui/canvas.h"
+#include "ui/edit_commands.h"
 #include "ui/equations_window.h"
 #include "ui/qt_file_dialogs.h"
 #include "ui/qt_prompts.h"
@@ -51,6 +52,7 @@ MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
     dialogs_ = ports.dialogs != nullptr ? ports.dialogs : ownDialogs_.get();
     store_ = ports.store != nullptr ? ports.store : ownStore_.get();
     canvas_->SetPrompts(prompts_);
+    edits_ = new EditCommands(workspace_, editor_, *canvas_, *prompts_, this);
 
     // Panel 1 carries the step instructions and the power totals, panel 2 the hints. Each
     // keeps its own place: panel 1 is as wide as its text, and the hint takes the rest,
@@ -71,6 +73,11 @@ MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
     BuildInstructions();
     canvas_->installEventFilter(this);
     connect(canvas_, &Canvas::Edited, this, &MainWindow::SyncToolbar);
+    connect(canvas_, &Canvas::Edited, this, [this] { edits_->RecordTool(editor_.CurrentTool); });
+    connect(edits_, &EditCommands::DrawingRestored, this, [this] {
+        SyncToolbar();
+        canvas_->update();
+    });
     connect(canvas_, &Canvas::NodeLabelClicked, this, &MainWindow::NodeLabelClicked);
     frmEquations_ = new EquationsWindow(workspace_, this);
     BuildAccess();
@@ -88,6 +95,7 @@ MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
     SyncToolbar();
     EnterStepPanel();
     UpdateCaption();
+    edits_->Restart();
 }
 
 MainWindow::~MainWindow() = default;
@@ -174,6 +182,7 @@ bool MainWindow::event(QEvent* event) {
 void MainWindow::ChooseToolbarButton(int button) {
     if (button == kUndoEraseButton) {
         if (UndoErase(workspace_.circuit, editor_)) {
+            edits_->Record("Undo Erase");
             canvas_->update();
         }
     } else {

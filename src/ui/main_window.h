@@ -33,6 +33,7 @@ struct CommandResult;
 namespace ampora::ui {
 
 class Canvas;
+class EditCommands;
 class EquationsWindow;
 
 // What the window talks to outside itself; any left null gets its Qt implementation
@@ -64,6 +65,7 @@ class MainWindow : public QMainWindow {
     Canvas* canvas() const { return canvas_; }
     EditorState& editor() { return editor_; }
     EquationsWindow* equationsWindow() const { return frmEquations_; }
+    EditCommands* editCommands() const { return edits_; }
     // The hint panel (tools, menus, view buttons) and the step panel of the status bar.
     QString StatusText() const;
     QString StepStatusText() const;
@@ -139,6 +141,7 @@ class MainWindow : public QMainWindow {
     FileDialogs* dialogs_;
     SettingsStore* store_;
     EquationsWindow* frmEquations_ = nullptr;
+    EditCommands* edits_ = nullptr; // the Edit menu and the undo history
 
     Canvas* canvas_ = nullptr;
     QToolBar* toolbar_ = nullptr;

@@ -9,6 +9,7 @@
 #include "tables/workspace.h"
 #include "ui/about_box.h"
 #include "ui/canvas.h"
+#include "ui/edit_commands.h"
 #include "ui/equations_window.h"
 #include "ui/help_window.h"
 
@@ -47,6 +48,7 @@ void MainWindow::BuildMenus() {
         &MainWindow::FileSaveClicked);
     add(mnuFile, "Save the circuit &as ...", "mnuFileSaveAs",
         QKeySequence(QStringLiteral("Ctrl+Shift+S")), &MainWindow::FileSaveAsClicked);
+    mnuFile->addAction(edits_->ExportAction());
     // The report is made from the results of step 3.
     mnuFilePrint_ =
         add(mnuFile, "&Print report", "mnuFilePrint", QKeySequence(), &MainWindow::ShowReport);
@@ -63,6 +65,13 @@ void MainWindow::BuildMenus() {
     mnuFile->addSeparator();
     add(mnuFile, "E&xit the program", "mnuFileExit", QKeySequence(QStringLiteral("Ctrl+Q")),
         &QWidget::close);
+
+    QMenu* mnuEdit = edits_->BuildEditMenu(this);
+    menuBar()->addMenu(mnuEdit);
+    connect(mnuEdit, &QMenu::aboutToShow, this, [this] {
+        SetHint(QStringLiteral(" Undo or redo a change to the circuit, or copy the drawing as a "
+                               "picture "));
+    });
 
     QMenu* mnuOptions = menuBar()->addMenu(QStringLiteral("&Options"));
     mnuOptions->setObjectName(QStringLiteral("mnuOptions"));
@@ -129,6 +138,7 @@ void MainWindow::BuildMenus() {
     mnuCenter_->setObjectName(QStringLiteral("mnuCenter"));
     connect(mnuCenter_, &QAction::triggered, this, [this] {
         canvas_->CenterDrawing();
+        edits_->Record("Center the circuit");
         SetHint(QString());
     });
 

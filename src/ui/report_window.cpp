@@ -16,6 +16,8 @@
 #include <QGuiApplication>
 #include <QMimeData>
 #include <QPointer>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <QPushButton>
 #include <QTextEdit>
 #include <QThread>
@@ -159,24 +161,33 @@ ReportWindow::ReportWindow(Prompts* prompts, QWidget* parent)
     cmdSaveAs_->setObjectName(QStringLiteral("cmdSaveAs"));
     cmdSaveAs_->setToolTip(
         QStringLiteral("saves the report as a web page (.html), rich text (.rtf) or PDF (.pdf)"));
+    cmdPrint_ = new QPushButton(QStringLiteral("Print..."), this);
+    cmdPrint_->setObjectName(QStringLiteral("cmdPrint"));
+    cmdPrint_->setToolTip(QStringLiteral("prints the report on numbered pages"));
     // The buttons share one size, wide enough for the longest caption.
     const QSize button = cmdSaveAs_->sizeHint().expandedTo(QSize(96, 0));
-    for (QPushButton* b : {cmdCopyToClipboard_, cmdReportClose_, cmdSaveAs_}) {
+    for (QPushButton* b : {cmdCopyToClipboard_, cmdReportClose_, cmdSaveAs_, cmdPrint_}) {
         b->resize(button);
     }
-    // Narrow enough for a small screen, wide enough that Save as... at the right never
-    // reaches Close: the pair takes half the window from the middle, Save as... its margin.
+    // Narrow enough for a small screen, wide enough that Print... and Save as... at the right
+    // never reach Close: the pair takes half the window from the middle, the two at the right
+    // their margins.
     setMinimumWidth(
-        std::max(kMinimumWidth, 2 * (kButtonGap / 2 + 2 * button.width() + kMargin + kMargin)));
+        std::max(kMinimumWidth, 2 * (kButtonGap / 2 + 3 * button.width() + 3 * kMargin)));
 
     connect(cmdCopyToClipboard_, &QPushButton::clicked, this, [this] { CopyToClipboard(); });
     connect(cmdReportClose_, &QPushButton::clicked, this, &QWidget::close);
     connect(cmdSaveAs_, &QPushButton::clicked, this, &ReportWindow::SaveAsClicked);
+    connect(cmdPrint_, &QPushButton::clicked, this, &ReportWindow::PrintClicked);
 
     askSavePath_ = [this] {
         return QFileDialog::getSaveFileName(
             this, QStringLiteral("Save the report as"), QString(),
             QStringLiteral("PDF (*.pdf);;Web page (*.html *.htm);;Rich text (*.rtf)"));
+    };
+    askPrinter_ = [this](QPrinter& printer) {
+        QPrintDialog dialog(&printer, this);
+        return dialog.exec() == QDialog::Accepted;
     };
     resize(720, 640);
 }
@@ -256,6 +267,23 @@ void ReportWindow::SaveAsClicked() {
     SaveReport(path);
 }
 
+void ReportWindow::PrintClicked() {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(windowTitle());
+    printer.setPageLayout(ReportPageLayout());
+    if (askPrinter_ && askPrinter_(printer)) {
+        PrintReport(printer);
+    }
+}
+
+bool ReportWindow::PrintReport(QPrinter& printer) {
+    if (PaintReportPages(report_, printer, printer.resolution())) {
+        return true;
+    }
+    prompts_->ShowMessage("The report could not be printed.", MessageIcon::Exclamation);
+    return false;
+}
+
 void ReportWindow::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     LayOut();
@@ -268,8 +296,10 @@ void ReportWindow::LayOut() {
     const int top = h - b - kMargin;
     cmdCopyToClipboard_->move(w / 2 - cmdCopyToClipboard_->width() - kButtonGap / 2, top);
     cmdReportClose_->move(w / 2 + kButtonGap / 2, top);
-    // Save as... stands apart at the right, so Copy and Close stay centred as a pair.
+    // Save as... and Print... stand apart at the right, so Copy and Close stay centred as a
+    // pair.
     cmdSaveAs_->move(w - cmdSaveAs_->width() - kMargin, top);
+    cmdPrint_->move(cmdSaveAs_->x() - cmdPrint_->width() - kMargin, top);
     richTextBox1_->resize(w - 2 * kMargin, h - b - 3 * kMargin);
 }
 

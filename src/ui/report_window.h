@@ -1,6 +1,7 @@
 #pragma once
 // The report window: the whole report of the solved circuit in a read-only box, with Copy
-// (as RTF, pictures included), Close, and Save as... for a file a teacher can hand out.
+// (as RTF, pictures included), Close, Save as... for a file a teacher can hand out, and
+// Print... for paper.
 
 #include "report/report_clipboard.h"
 #include "report/rich_text_document.h"
@@ -9,6 +10,7 @@
 #include <functional>
 #include <memory>
 
+class QPrinter;
 class QPushButton;
 class QTextEdit;
 
@@ -40,6 +42,13 @@ class ReportWindow : public QWidget {
     // the extension is not one of them or the file cannot be written.
     bool SaveReport(const QString& path);
 
+    // Prints the report on pages laid out as its PDF lays them out; false (after a message)
+    // when the printer cannot be drawn on.
+    bool PrintReport(QPrinter& printer);
+
+    // Where Print... asks for the printer: the system's print dialog, or a test that sets the
+    // printer up and answers. False cancels.
+    void SetPrinterAsker(std::function<bool(QPrinter&)> ask) { askPrinter_ = std::move(ask); }
     // Where Save as... asks for the file; a test answers instead of the dialog. An empty
     // answer cancels.
     void SetSavePathAsker(std::function<QString()> ask) { askSavePath_ = std::move(ask); }
@@ -51,6 +60,7 @@ class ReportWindow : public QWidget {
     QPushButton* cmdCopyToClipboard() const { return cmdCopyToClipboard_; }
     QPushButton* cmdReportClose() const { return cmdReportClose_; }
     QPushButton* cmdSaveAs() const { return cmdSaveAs_; }
+    QPushButton* cmdPrint() const { return cmdPrint_; }
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -58,6 +68,7 @@ class ReportWindow : public QWidget {
 
   private:
     void SaveAsClicked();
+    void PrintClicked();
     void LayOut();
 
     RichTextDocument report_; // what the box shows, character for character
@@ -65,11 +76,13 @@ class ReportWindow : public QWidget {
     QPushButton* cmdCopyToClipboard_ = nullptr;
     QPushButton* cmdReportClose_ = nullptr;
     QPushButton* cmdSaveAs_ = nullptr;
+    QPushButton* cmdPrint_ = nullptr;
     std::unique_ptr<Prompts> ownPrompts_;
     Prompts* prompts_;
     std::unique_ptr<Clipboard> systemClipboard_;
     Clipboard* clipboard_ = nullptr;
     std::function<QString()> askSavePath_;
+    std::function<bool(QPrinter&)> askPrinter_;
 };
 
 // "Print report": shows the owner's report window (made on first use, gone when closed),

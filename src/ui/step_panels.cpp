@@ -7,6 +7,7 @@
 #include "tables/workspace.h"
 #include "ui/canvas.h"
 #include "ui/drawing_warnings_note.h"
+#include "ui/edit_commands.h"
 #include "ui/equations_window.h"
 #include "ui/input_dialog.h"
 #include "ui/report_window.h"
@@ -139,10 +140,13 @@ void MainWindow::EnterStepPanel() {
     if (QAbstractButton* view = viewButtons_->button(workspace_.ViewMode)) {
         view->setChecked(true);
     }
+    // Undo and Redo reach what the step may change.
+    edits_->Sync();
 }
 
 void MainWindow::cmdNext1_Click() {
     const TransitionResult result = LeaveStep1(workspace_, *prompts_);
+    edits_->TakeCleanedDrawing();
     MatchUndoToMemory(workspace_.circuit, editor_);
     SyncToolbar();
     if (result == TransitionResult::Entered) {
@@ -200,6 +204,7 @@ void MainWindow::cmdAutoName_Click(int index) {
     } else {
         ClearNames(workspace_.circuit);
     }
+    edits_->Record(index == 1 ? "AutoName" : "Clear Names");
     canvas_->update();
 }
 
@@ -223,6 +228,7 @@ void MainWindow::NodeLabelClicked(int slot) {
         left = box.Left - kGap - static_cast<float>(probe.width() / canvas_->Zoom());
     }
     if (RenameNode(workspace_, *prompts_, slot, left, box.Top - 8)) {
+        edits_->Record("Rename node");
         canvas_->update();
     }
 }

@@ -255,19 +255,15 @@ void KeepTogetherOnPages(QTextDocument& document) {
     }
 }
 
-std::string ReportPdf(const RichTextDocument& report) {
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    QPdfWriter writer(&buffer);
-    writer.setTitle(QStringLiteral("Ampora"));
-    writer.setCreator(QStringLiteral("DC Ampora"));
-    writer.setResolution(kPdfResolution);
-    writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait,
-                                     QMarginsF(20, 18, 20, 18), QPageLayout::Millimeter));
+QPageLayout ReportPageLayout() {
+    return QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF(20, 18, 20, 18),
+                       QPageLayout::Millimeter);
+}
+
+bool PaintReportPages(const RichTextDocument& report, QPagedPaintDevice& device, int resolution) {
     QPainter painter;
-    if (!painter.begin(&writer)) {
-        return {};
+    if (!painter.begin(&device)) {
+        return false;
     }
     // Diagrams are line drawings: kept exact, not compressed as photographs.
     painter.setRenderHint(QPainter::LosslessImageRendering);
@@ -279,8 +275,8 @@ std::string ReportPdf(const RichTextDocument& report) {
     CopyRuns(report, sink);
     // Laid out in screen pixels, as in the window, on pages the size of the printable area;
     // the layout then never splits a line or a picture over two pages.
-    const qreal scale = kPdfResolution / kScreenDpi;
-    const QRectF area = writer.pageLayout().paintRectPixels(kPdfResolution);
+    const qreal scale = resolution / kScreenDpi;
+    const QRectF area = device.pageLayout().paintRectPixels(resolution);
     const QSizeF page(area.width() / scale, (area.height() - kFooter * scale) / scale);
     document.setPageSize(page);
     // The pictures keep all their pixels: the page shows them smaller, and sharper.
@@ -295,7 +291,7 @@ std::string ReportPdf(const RichTextDocument& report) {
     footer.setPointSizeF(9);
     for (int k = 0; k < pages; ++k) {
         if (k > 0) {
-            writer.newPage();
+            device.newPage();
         }
         painter.save();
         painter.scale(scale, scale);
@@ -307,7 +303,19 @@ std::string ReportPdf(const RichTextDocument& report) {
         painter.drawText(QRectF(0, area.height() - kFooter * scale, area.width(), kFooter * scale),
                          Qt::AlignRight | Qt::AlignBottom, QString::number(k + 1));
     }
-    if (!painter.end()) {
+    return painter.end();
+}
+
+std::string ReportPdf(const RichTextDocument& report) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setTitle(QStringLiteral("Ampora"));
+    writer.setCreator(QStringLiteral("DC Ampora"));
+    writer.setResolution(kPdfResolution);
+    writer.setPageLayout(ReportPageLayout());
+    if (!PaintReportPages(report, writer, kPdfResolution)) {
         return {};
     }
     return bytes.toStdString();

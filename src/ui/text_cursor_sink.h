@@ -5,6 +5,8 @@
 #include "document/safe_file_write.h"
 #include "report/rich_text_document.h"
 
+#include <QPageLayout>
+#include <QPagedPaintDevice>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <string>
@@ -43,7 +45,16 @@ void FitPictures(QTextDocument& document, qreal textWidth, qreal devicePixelRati
 // a table's rows onto the page of what they belong with, when that page can hold them all.
 void KeepTogetherOnPages(QTextDocument& document);
 
-// The report laid out on A4 pages as the bytes of a PDF file; empty when it cannot be drawn.
+// The pages of the report: A4, portrait, 20 mm margins at the sides, 18 mm above and below.
+QPageLayout ReportPageLayout();
+
+// The report laid out on the pages of `device` (its page layout set) at `resolution` dots per
+// inch: the text column of the window, pictures within it, each page numbered at its foot.
+// False when the device cannot be painted on.
+bool PaintReportPages(const RichTextDocument& report, QPagedPaintDevice& device, int resolution);
+
+// The report on ReportPageLayout pages as the bytes of a PDF file; empty when it cannot be
+// drawn.
 std::string ReportPdf(const RichTextDocument& report);
 // ReportPdf written safely to path, with the system's reason when it could not be.
 FileWriteResult WriteReportPdf(const RichTextDocument& report, const QString& path);

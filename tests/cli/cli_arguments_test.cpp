@@ -12,18 +12,21 @@ const std::string kSolveUsage =
 const std::string kReportUsage =
     "usage: ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] [--font 1..4] FILE.amq\n"
     "                         -o OUT.(html|rtf|pdf)\n";
+const std::string kPictureUsage =
+    "usage: ampora-cli picture [--autoname[=1|2|3]] [--sigfigs N]\n"
+    "                          [--view values|currents|voltages|power] FILE.amq\n"
+    "                          -o OUT.(svg|png)\n";
 const std::string kAllUsage =
     "usage: ampora-cli check FILE.amq\n"
-    "       ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] "
-    "[--text] FILE.amq\n"
-    "       ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] "
-    "[--font 1..4] FILE.amq\n"
+    "       ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] [--text] FILE.amq\n"
+    "       ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] [--font 1..4] FILE.amq\n"
     "                         -o OUT.(html|rtf|pdf)\n"
-    "       ampora-cli generate --nodes N --supernodes S --sources K "
-    "[--seed X] [--nice]\n"
+    "       ampora-cli picture [--autoname[=1|2|3]] [--sigfigs N]\n"
+    "                          [--view values|currents|voltages|power] FILE.amq\n"
+    "                          -o OUT.(svg|png)\n"
+    "       ampora-cli generate --nodes N --supernodes S --sources K [--seed X] [--nice]\n"
     "                           -o FILE.amq\n"
-    "       ampora-cli worksheet --count C [--nodes N --supernodes S "
-    "--sources K] [--seed X]\n"
+    "       ampora-cli worksheet --count C [--nodes N --supernodes S --sources K] [--seed X]\n"
     "                            -o SHEET.(pdf|html) --key KEY.(pdf|html)\n";
 
 struct MalformedCase {
@@ -38,14 +41,15 @@ TEST(CliArguments, EachWrongArgumentIsNamedWithItsReasonAndTheUsageFollows) {
     const std::vector<MalformedCase> cases = {
         {{}, "no command given", &kAllUsage},
         {{"slove", "a.amq"},
-         "slove: no such command; the commands are check, solve, report, generate and worksheet",
+         "slove: no such command; the commands are check, solve, report, picture, generate and "
+         "worksheet",
          &kAllUsage},
         {{"check"}, "no circuit file (FILE.amq) given", &kCheckUsage},
         {{"check", "a.amq", "b.amq"},
          "b.amq: a second circuit file, after a.amq; one file is read at a time",
          &kCheckUsage},
         {{"check", "--sigfigs", "3", "a.amq"},
-         "--sigfigs: only solve and report take this option",
+         "--sigfigs: only solve, report and picture take this option",
          &kCheckUsage},
         {{"solve"}, "no circuit file (FILE.amq) given", &kSolveUsage},
         {{"solve", ""}, "\"\": an empty argument names no circuit file", &kSolveUsage},
@@ -69,7 +73,9 @@ TEST(CliArguments, EachWrongArgumentIsNamedWithItsReasonAndTheUsageFollows) {
          &kSolveUsage},
         {{"solve", "--text=yes", "a.amq"}, "--text=yes: --text takes no value", &kSolveUsage},
         {{"solve", "--font", "2", "a.amq"}, "--font: only report takes this option", &kSolveUsage},
-        {{"solve", "-o", "r.pdf", "a.amq"}, "-o: only report takes this option", &kSolveUsage},
+        {{"solve", "-o", "r.pdf", "a.amq"},
+         "-o: only report and picture take this option",
+         &kSolveUsage},
         {{"solve", "--verbose", "a.amq"}, "--verbose: no such option", &kSolveUsage},
         {{"solve", "-", "a.amq"}, "-: no such option", &kSolveUsage},
         {{"report", "a.amq", "-o", "r.pdf", "--font", "5"},
@@ -90,6 +96,21 @@ TEST(CliArguments, EachWrongArgumentIsNamedWithItsReasonAndTheUsageFollows) {
         {{"report", "--text", "a.amq", "-o", "r.pdf"},
          "--text: only solve takes this option",
          &kReportUsage},
+        {{"report", "--view", "power", "a.amq", "-o", "r.pdf"},
+         "--view: only picture takes this option",
+         &kReportUsage},
+        {{"picture", "a.amq"},
+         "no -o OUT given: the picture needs a file to write",
+         &kPictureUsage},
+        {{"picture", "a.amq", "-o", "a.pdf"},
+         "-o a.pdf: the picture is written as .svg or .png",
+         &kPictureUsage},
+        {{"picture", "a.amq", "-o", ""},
+         "-o \"\": the picture's file name is empty",
+         &kPictureUsage},
+        {{"picture", "a.amq", "-o", "a.svg", "--view", "current"},
+         "--view current: the view is values, currents, voltages or power",
+         &kPictureUsage},
     };
     for (const MalformedCase& row : cases) {
         const test::CliRun run = test::Cli(row.args);

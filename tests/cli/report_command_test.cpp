@@ -36,6 +36,7 @@ struct FakeRenderer : cli::ReportRenderer {
     std::string PdfBytes(const RichTextDocument& report) override {
         return "pdf of " + report.Runs().front().Text;
     }
+    std::string DrawingBytes(const Workspace&, DrawingFileFormat) override { return {}; }
 };
 
 test::CliRun Report(const std::vector<std::string>& args, cli::ReportRenderer* renderer) {

@@ -4,7 +4,12 @@
 #include "document/circuit_edit.h"
 #include "tables/workspace.h"
 #include "ui/canvas.h"
+#include "ui/edit_commands.h"
 #include "ui/main_window.h"
+
+#include <QClipboard>
+#include <QImage>
+#include <QMimeData>
 
 #include <QCheckBox>
 #include <QFile>
@@ -14,6 +19,8 @@
 #include <QToolBar>
 #include <QToolButton>
 #include <QtTest>
+#include <functional>
+#include <vector>
 
 using ampora::test::DialogAnswerer;
 
@@ -70,6 +77,13 @@ struct Session {
         QTest::mouseRelease(canvas(), Qt::LeftButton, {}, to);
     }
     void Click(QPoint at) const { QTest::mouseClick(canvas(), Qt::LeftButton, {}, at); }
+    // A key pressed in the window, which the closed dialogs may have left inactive.
+    void Key(Qt::Key key, Qt::KeyboardModifiers modifiers) const {
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        canvas()->setFocus();
+        QTest::keyClick(canvas(), key, modifiers);
+    }
     QString Dump() const {
         return QString::fromStdString(ampora::CircuitFileText(workspace.circuit));
     }
@@ -304,6 +318,124 @@ class MainWindowTest : public QObject {
         QTest::keyClick(s.canvas(), Qt::Key_Delete);
         QTest::keyClick(s.canvas(), Qt::Key_Escape);
         QCOMPARE(ampora::CountLiveElements(s.workspace.circuit), 1);
+    }
+
+    // Every kind of edit, each named in the menu, then Ctrl+Z back to the empty canvas and
+    // Ctrl+Shift+Z or Ctrl+Y forward again, each key bringing back the drawing of its step.
+    void undoAndRedoKeysWalkThroughADrawingSessionOfEveryEdit() {
+        Session s;
+        s.DismissInstructions();
+        const auto typed = [&s](int tool, const char* text, QPoint at) {
+            s.ClickTool(tool);
+            s.answers.Type(QString::fromLatin1(text));
+            s.Click(at);
+        };
+        const std::vector<std::pair<QString, std::function<void()>>> edits = {
+            {"Draw wire",
+             [&] {
+                 s.ClickTool(1), s.Drag({80, 80}, {320, 80});
+             }},
+            {"Draw wire",
+             [&] {
+                 s.Drag({80, 80}, {80, 240});
+             }},
+            {"Place battery",
+             [&] {
+                 typed(2, "12", {128, 80});
+             }},
+            {"Place resistor",
+             [&] {
+                 typed(3, "47", {80, 160});
+             }},
+            {"Change battery value",
+             [&] {
+                 typed(5, "-6", {128, 80});
+             }},
+            {"Move battery",
+             [&] {
+                 s.ClickTool(6), s.Drag({128, 80}, {240, 80});
+             }},
+            {"Stretch wire",
+             [&] {
+                 s.Drag({320, 80}, {400, 80});
+             }},
+            {"Erase resistor",
+             [&] {
+                 s.ClickTool(7), s.Click({80, 160});
+             }},
+            {"Undo Erase", [&] { s.ClickTool(8); }},
+            {"Center the circuit", [&] { s.Action("mnuCenter")->trigger(); }},
+        };
+        QAction* undo = s.Action("mnuUndo");
+        QAction* redo = s.Action("mnuRedo");
+        QStringList drawings = {s.Dump()};
+        for (const auto& [name, edit] : edits) {
+            edit();
+            QVERIFY2(s.Dump() != drawings.last(), qPrintable(name));
+            drawings << s.Dump();
+            QCOMPARE(undo->text(), "&Undo " + name);
+        }
+        s.Shoot(QStringLiteral("every_kind_of_edit"));
+        for (auto k = edits.size(); k > 0; --k) {
+            s.Key(Qt::Key_Z, Qt::ControlModifier);
+            QCOMPARE(s.Dump(), drawings[qsizetype(k - 1)]);
+        }
+        QVERIFY(!undo->isEnabled());
+        for (std::size_t k = 1; k <= edits.size(); ++k) {
+            QCOMPARE(redo->text(), "&Redo " + edits[k - 1].first);
+            s.Key(k % 2 == 0 ? Qt::Key_Y : Qt::Key_Z,
+                  k % 2 == 0 ? Qt::ControlModifier : Qt::ControlModifier | Qt::ShiftModifier);
+            QCOMPARE(s.Dump(), drawings[qsizetype(k)]);
+        }
+        // Open starts an empty history; step 2 undoes its names only.
+        s.answers.Press(QMessageBox::No);
+        s.files.answers = {ExamplePath(QStringLiteral("wheatstone_bridge.amq")).toStdString()};
+        s.Action("mnuFileOpen")->trigger();
+        QVERIFY(!undo->isEnabled() && !redo->isEnabled());
+        QTest::mouseClick(s.window->findChild<QPushButton*>(QStringLiteral("cmdNext1")),
+                          Qt::LeftButton);
+        const QString found = s.Dump();
+        QTest::mouseClick(s.window->findChild<QPushButton*>(QStringLiteral("cmdAutoName2")),
+                          Qt::LeftButton);
+        QCOMPARE(undo->text(), QStringLiteral("&Undo Clear Names"));
+        s.Key(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(s.Dump(), found);
+        QVERIFY(!undo->isEnabled());
+    }
+
+    // The drawing for a page: on the clipboard as an image and SVG, in a file as SVG with its
+    // labels as text or as a PNG of 300 dpi.
+    void theDrawingIsCopiedAndExportedAsAPicture() {
+        Session s;
+        s.DismissInstructions();
+        QVERIFY(!s.Action("mnuExportDrawing")->isEnabled());
+        s.ClickTool(1);
+        s.Drag(QPoint(80, 80), QPoint(320, 80));
+        s.ClickTool(2);
+        s.answers.Type(QStringLiteral("1.5"));
+        s.Click(QPoint(200, 80));
+        s.Action("mnuCopyDrawing")->trigger();
+        const QMimeData* copied = QGuiApplication::clipboard()->mimeData();
+        QVERIFY(copied != nullptr);
+        QVERIFY(copied->hasImage());
+        QVERIFY(copied->data(QStringLiteral("image/svg+xml")).contains("1.5 V</text>"));
+        QString answer;
+        s.window->editCommands()->SetExportPathAsker([&answer] { return answer; });
+        for (const char* name : {"drawing.svg", "drawing.png"}) {
+            answer = work_.path() + "/" + name;
+            s.Action("mnuExportDrawing")->trigger();
+        }
+        QVERIFY(FileBytes(work_.path() + "/drawing.svg").contains("1.5 V</text>"));
+        const QImage png(work_.path() + "/drawing.png");
+        QCOMPARE(png.dotsPerMeterX(), 11811);
+        QCOMPARE(png.dotsPerMeterY(), 11811);
+        answer = work_.path() + "/drawing.jpg";
+        s.answers.Press(QMessageBox::Ok);
+        s.Action("mnuExportDrawing")->trigger();
+        QVERIFY(!QFile::exists(answer));
+        QCOMPARE(s.answers.seen.last(),
+                 QStringLiteral("Ampora: The drawing can be exported as SVG (.svg) or PNG (.png): "
+                                "end the file's name with one of these."));
     }
 
     void newAsksToSaveOnlyWhenTheDrawingChanged() {

@@ -18,6 +18,8 @@
 #include <QGuiApplication>
 #include <QMenu>
 #include <QMimeData>
+#include <QPrinter>
+#include <QProcess>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QScrollBar>
@@ -227,6 +229,50 @@ class ReportWindowTest : public QObject {
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 4);
     }
 
+    // Printed to a PDF file, as the print dialog offers where there is no printer: the same
+    // pages, with the same text on each, as Save as... writes.
+    void printingGivesThePagesOfTheSavedPdf() {
+        if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty()) {
+            QSKIP("pdftotext is not installed");
+        }
+        QTemporaryDir folder;
+        const QString wide = WideCircuit(folder);
+        auto ws = SolvedAt(wide.toStdString());
+        QVERIFY(ws);
+        test::ScriptedPrompts prompts;
+        ui::ReportWindow window(&prompts);
+        ui::QtReportPictures pictures;
+        window.LoadReport(*ws, pictures);
+        const QString saved = folder.filePath(QStringLiteral("saved.pdf"));
+        const QString printed = folder.filePath(QStringLiteral("printed.pdf"));
+        QVERIFY(window.SaveReport(saved));
+        bool asked = false;
+        window.SetPrinterAsker([&](QPrinter& printer) {
+            asked = true;
+            printer.setOutputFormat(QPrinter::PdfFormat);
+            printer.setOutputFileName(printed);
+            return true;
+        });
+        QTest::mouseClick(window.cmdPrint(), Qt::LeftButton);
+        QVERIFY(asked);
+        QVERIFY(prompts.messages.empty());
+        // The text of each page, the pages parted by form feeds, laid out as on the page.
+        const auto pages = [](const QString& pdf) {
+            QProcess text;
+            text.start(QStringLiteral("pdftotext"),
+                       {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
+            text.waitForFinished(30000);
+            return QString::fromUtf8(text.readAllStandardOutput()).split(QLatin1Char('\f'));
+        };
+        const QStringList fromSave = pages(saved);
+        const QStringList fromPrint = pages(printed);
+        QVERIFY(fromSave.size() > 3); // three pages, and what follows the last form feed
+        QCOMPARE(fromPrint.size(), fromSave.size());
+        for (int k = 0; k < fromSave.size(); ++k) {
+            QCOMPARE(fromPrint[k], fromSave[k]);
+        }
+    }
+
     void everyPictureIsShownWholeBesideItsTabAtAnyWidth() {
         QTemporaryDir folder;
         const QString wide = WideCircuit(folder);
@@ -360,7 +406,7 @@ class ReportWindowTest : public QObject {
         QVERIFY(!window->RichTextBox1()->document()->isUndoRedoEnabled());
     }
 
-    void saveAsNeverOverlapsCopyOrClose() {
+    void saveAsAndPrintNeverOverlapCopyOrClose() {
         ui::ReportWindow window;
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -373,6 +419,10 @@ class ReportWindowTest : public QObject {
                      qPrintable(QString::number(window.width())));
             QVERIFY(!save.intersects(window.cmdCopyToClipboard()->geometry()));
             QVERIFY(save.right() < window.width());
+            const QRect print = window.cmdPrint()->geometry();
+            QVERIFY2(print.left() > window.cmdReportClose()->geometry().right(),
+                     qPrintable(QString::number(window.width())));
+            QVERIFY(print.right() < save.left());
             QVERIFY(window.cmdCopyToClipboard()->x() >= 0);
         }
     }

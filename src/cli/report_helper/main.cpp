@@ -1,6 +1,8 @@
-// The program ampora-cli runs for `report`: the same command, with the report's pictures and
-// PDF pages drawn by the window's own code on Qt's offscreen platform.
+// The program ampora-cli runs for `report` and `picture`: the same commands, with the report's
+// pictures and PDF pages and the drawing drawn by the window's own code on Qt's offscreen
+// platform.
 #include "cli/cli.h"
+#include "ui/drawing_picture.h"
 #include "ui/report_pictures.h"
 #include "ui/text_cursor_sink.h"
 
@@ -15,6 +17,10 @@ struct QtReportRenderer : ampora::cli::ReportRenderer {
     ampora::ReportPictures& Pictures() override { return pictures; }
     std::string PdfBytes(const ampora::RichTextDocument& report) override {
         return ampora::ui::ReportPdf(report);
+    }
+    std::string DrawingBytes(const ampora::Workspace& ws,
+                             ampora::DrawingFileFormat format) override {
+        return ampora::ui::DrawingBytes(ws, ampora::ui::StepLabels(ws, nullptr), format);
     }
 };
 
