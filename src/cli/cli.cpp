@@ -21,8 +21,14 @@ int RunCli(const std::vector<std::string>& args, std::ostream& out, std::ostream
     if (command == "report") {
         return RunReport(rest, out, err, renderer);
     }
-    err << "ampora-cli: " << command << ": no such command; the commands are check, solve and "
-        << "report\n"
+    if (command == "check-equation") {
+        return RunCheckEquation(rest, out, err);
+    }
+    if (command == "grade") {
+        return RunGrade(rest, out, err);
+    }
+    err << "ampora-cli: " << command << ": no such command; the commands are check, solve, "
+        << "report, check-equation and grade\n"
         << Usage();
     return kExitUsage;
 }

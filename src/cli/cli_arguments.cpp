@@ -17,26 +17,40 @@ constexpr std::string_view kSolveUsage =
 constexpr std::string_view kReportUsage =
     "usage: ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] [--font 1..4] FILE.amq\n"
     "                         -o OUT.(html|rtf|pdf)\n";
+constexpr std::string_view kCheckEquationUsage =
+    "usage: ampora-cli check-equation [--autoname[=1|2|3]] FILE.amq --at NAME \"EQUATION\"\n";
+constexpr std::string_view kGradeUsage =
+    "usage: ampora-cli grade [--autoname[=1|2|3]] [--sigfigs N] FILE.amq ANSWERS.txt\n";
 constexpr std::string_view kAllUsage =
     "usage: ampora-cli check FILE.amq\n"
     "       ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] [--text] FILE.amq\n"
     "       ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] [--font 1..4] FILE.amq\n"
-    "                         -o OUT.(html|rtf|pdf)\n";
+    "                         -o OUT.(html|rtf|pdf)\n"
+    "       ampora-cli check-equation [--autoname[=1|2|3]] FILE.amq --at NAME \"EQUATION\"\n"
+    "       ampora-cli grade [--autoname[=1|2|3]] [--sigfigs N] FILE.amq ANSWERS.txt\n";
 
 // Which commands take an option, so that an option given to the wrong one is named as such
 // rather than as unknown.
+constexpr unsigned Bit(Command command) {
+    return 1u << static_cast<unsigned>(command);
+}
+
 struct OptionUse {
     std::string_view name;
-    bool solve;
-    bool report;
+    unsigned takenBy;         // one Bit per command
     std::string_view missing; // what must follow an option that takes a value
 };
-constexpr std::array<OptionUse, 5> kOptionUses = {
-    {{"--autoname", true, true, ""},
-     {"--sigfigs", true, true, "a number of significant figures from 1 to 17"},
-     {"--text", true, false, ""},
-     {"--font", false, true, "a font set from 1 to 4"},
-     {"-o", false, true, "the name of the report's file"}}};
+constexpr std::array<OptionUse, 6> kOptionUses = {
+    {{"--autoname",
+      Bit(Command::Solve) | Bit(Command::Report) | Bit(Command::CheckEquation) |
+          Bit(Command::Grade),
+      ""},
+     {"--sigfigs", Bit(Command::Solve) | Bit(Command::Report) | Bit(Command::Grade),
+      "a number of significant figures from 1 to 17"},
+     {"--text", Bit(Command::Solve), ""},
+     {"--font", Bit(Command::Report), "a font set from 1 to 4"},
+     {"-o", Bit(Command::Report), "the name of the report's file"},
+     {"--at", Bit(Command::CheckEquation), "the name of a node"}}};
 
 std::string_view OptionName(const std::string& arg) {
     const std::string_view name(arg);
@@ -53,14 +67,60 @@ const OptionUse* FindOption(std::string_view name) {
 }
 
 bool Takes(const OptionUse& use, Command command) {
-    return command == Command::Solve ? use.solve : command == Command::Report && use.report;
+    return (use.takenBy & Bit(command)) != 0;
 }
 
-std::string WhoTakes(const OptionUse& use) {
-    if (use.solve && use.report) {
-        return "only solve and report take this option";
+std::string_view CommandName(Command command) {
+    switch (command) {
+    case Command::Check:
+        return "check";
+    case Command::Solve:
+        return "solve";
+    case Command::Report:
+        return "report";
+    case Command::CheckEquation:
+        return "check-equation";
+    case Command::Grade:
+        break;
     }
-    return use.solve ? "only solve takes this option" : "only report takes this option";
+    return "grade";
+}
+
+// "only solve takes this option", "only solve, report and grade take this option".
+std::string WhoTakes(const OptionUse& use) {
+    std::vector<std::string_view> names;
+    for (const Command command :
+         {Command::Solve, Command::Report, Command::CheckEquation, Command::Grade}) {
+        if (Takes(use, command)) {
+            names.push_back(CommandName(command));
+        }
+    }
+    std::string text = "only ";
+    for (std::size_t k = 0; k < names.size(); ++k) {
+        text += k == 0 ? "" : k + 1 == names.size() ? " and " : ", ";
+        text += names[k];
+    }
+    return text + (names.size() == 1 ? " takes this option" : " take this option");
+}
+
+// What a command reads besides the circuit file, and what it says when that is missing.
+struct SecondArgument {
+    std::string RunOptions::*field = nullptr;
+    std::string_view missing;
+    std::string_view another;
+};
+
+std::optional<SecondArgument> SecondOf(Command command) {
+    if (command == Command::CheckEquation) {
+        return SecondArgument{&RunOptions::equation,
+                              "no equation given: write it in quotes after the circuit file",
+                              "a second equation; one equation is checked at a time"};
+    }
+    if (command == Command::Grade) {
+        return SecondArgument{&RunOptions::answers, "no answers file (ANSWERS.txt) given",
+                              "a third file; grade reads a circuit file and a file of answers"};
+    }
+    return std::nullopt;
 }
 
 // A whole number in [low, high] after an option, or nothing.
@@ -85,22 +145,40 @@ std::string_view UsageOf(Command command) {
     case Command::Solve:
         return kSolveUsage;
     case Command::Report:
+        return kReportUsage;
+    case Command::CheckEquation:
+        return kCheckEquationUsage;
+    case Command::Grade:
         break;
     }
-    return kReportUsage;
+    return kGradeUsage;
 }
 
 ParsedArguments ParseArguments(const std::vector<std::string>& args, Command command) {
     ParsedArguments parsed;
     RunOptions& options = parsed.options;
     bool havePath = false;
+    bool haveSecond = false;
+    const std::optional<SecondArgument> second = SecondOf(command);
     for (std::size_t k = 0; k < args.size() && parsed.Valid(); ++k) {
         const std::string& arg = args[k];
         if (arg.empty()) {
             parsed.error = "\"\": an empty argument names no circuit file";
             break;
         }
-        if (arg.front() != '-') {
+        // An equation may begin with a minus sign: "-V1/10 = 2".
+        const bool equation = command == Command::CheckEquation && havePath && !haveSecond &&
+                              FindOption(OptionName(arg)) == nullptr && !arg.starts_with("--");
+        if (arg.front() != '-' || equation) {
+            if (havePath && second) {
+                if (haveSecond) {
+                    parsed.error = arg + ": " + std::string(second->another);
+                    break;
+                }
+                options.*(second->field) = arg;
+                haveSecond = true;
+                continue;
+            }
             if (havePath) {
                 parsed.error = arg + ": a second circuit file, after " + options.path +
                                "; one file is read at a time";
@@ -154,6 +232,11 @@ ParsedArguments ParseArguments(const std::vector<std::string>& args, Command com
             } else {
                 parsed.error = given + ": the significant figures run from 1 to 17";
             }
+        } else if (use->name == "--at") {
+            options.at = *value;
+            if (value->empty()) {
+                parsed.error = "--at \"\": the node's name is empty";
+            }
         } else if (use->name == "--font") {
             if (const auto font = NumberIn(*value, 1, 4)) {
                 options.fontIndex = *font;
@@ -175,6 +258,10 @@ ParsedArguments ParseArguments(const std::vector<std::string>& args, Command com
         parsed.error = "no circuit file (FILE.amq) given";
     } else if (command == Command::Report && options.output.empty()) {
         parsed.error = "no -o OUT given: the report needs a file to write";
+    } else if (command == Command::CheckEquation && options.at.empty()) {
+        parsed.error = "no --at NAME given: name the node or supernode the equation is written at";
+    } else if (second && !haveSecond) {
+        parsed.error = std::string(second->missing);
     }
     return parsed;
 }

@@ -13,7 +13,7 @@
 
 namespace ampora::cli {
 
-enum class Command { Check, Solve, Report };
+enum class Command { Check, Solve, Report, CheckEquation, Grade };
 
 // The usage lines of every command, and of one.
 std::string_view Usage();
@@ -25,7 +25,10 @@ struct RunOptions {
     std::int16_t fontIndex = Preferences{}.FontIndex;
     bool text = false; // solve: an aligned plain-text answer key instead of JSON
     std::string path;
-    std::string output; // -o, for report only
+    std::string output;   // -o, for report only
+    std::string at;       // check-equation: the node or supernode the equation is written at
+    std::string equation; // check-equation: the student's equation
+    std::string answers;  // grade: the student's file of answers
 };
 
 struct ParsedArguments {
@@ -36,7 +39,8 @@ struct ParsedArguments {
 };
 
 // Reads one command's arguments (those after the command's name): its options and the one
-// circuit file every command takes; report also requires -o OUT.(html|rtf|pdf).
+// circuit file every command takes; report also requires -o OUT.(html|rtf|pdf),
+// check-equation --at NAME and the equation after the file, grade the answers file.
 ParsedArguments ParseArguments(const std::vector<std::string>& args, Command command);
 
 // Writes "ampora-cli: " + the error and then the command's usage to err; returns the exit

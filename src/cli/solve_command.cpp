@@ -6,6 +6,7 @@
 #include "cli/solve_run.h"
 #include "cli/solve_text.h"
 #include "document/number_text.h"
+#include "equations/equation_check.h"
 
 #include <array>
 #include <filesystem>
@@ -150,6 +151,7 @@ void WriteResults(JsonWriter& json, Workspace& ws) {
     }
     json.EndArray();
     WriteStrings(json, "equations", eq.FirstWritten);
+    WriteStrings(json, "equation_at", EquationAnchors(ws));
     WriteStrings(json, "collected", eq.Collected);
     WriteMatrix(json, "matrix", eq.Augmented, eq.NumUnknowns);
     WriteMatrix(json, "rref", eq.Reduced, eq.NumUnknowns);

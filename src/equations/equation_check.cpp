@@ -668,6 +668,18 @@ int EquationAtNode(const Workspace& ws, std::string_view name) {
     return 0;
 }
 
+std::string WhyNoEquationAt(const Workspace& ws, std::string_view name) {
+    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
+        if (ws.circuit.NodeLabels[slot].Name == name) {
+            return IsReferencePosition(ws, ws.naming.NodeRank[slot])
+                       ? std::string(name) + " is the reference node, which has no equation"
+                       : std::string(name) +
+                             " is in the supernode of the reference node, which has no equation";
+        }
+    }
+    return "no node is named " + std::string(name);
+}
+
 std::string EquationCaption(const Workspace& ws, int variable) {
     const EqnVar& var = ws.equations.EqnVars.at(static_cast<std::size_t>(variable - 1));
     return (var.SuperNode > 0 ? "supernode " : "node ") + var.VarName;

@@ -31,6 +31,10 @@ struct AnswerVerdict {
 // no equation (the reference, and the members of a supernode that holds it).
 int EquationAtNode(const Workspace& ws, std::string_view name);
 
+// Why EquationAtNode found none: "no node is named Vx", "0 is the reference node, which has
+// no equation", "V5 is in the supernode of the reference node, which has no equation".
+std::string WhyNoEquationAt(const Workspace& ws, std::string_view name);
+
 // "supernode V1" or "node V2": how the equations window names unknown `variable`'s equation.
 std::string EquationCaption(const Workspace& ws, int variable);
 

@@ -12,12 +12,20 @@ const std::string kSolveUsage =
 const std::string kReportUsage =
     "usage: ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] [--font 1..4] FILE.amq\n"
     "                         -o OUT.(html|rtf|pdf)\n";
+const std::string kCheckEquationUsage =
+    "usage: ampora-cli check-equation [--autoname[=1|2|3]] FILE.amq --at NAME \"EQUATION\"\n";
+const std::string kGradeUsage =
+    "usage: ampora-cli grade [--autoname[=1|2|3]] [--sigfigs N] FILE.amq ANSWERS.txt\n";
 const std::string kAllUsage = "usage: ampora-cli check FILE.amq\n"
                               "       ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] "
                               "[--text] FILE.amq\n"
                               "       ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] "
                               "[--font 1..4] FILE.amq\n"
-                              "                         -o OUT.(html|rtf|pdf)\n";
+                              "                         -o OUT.(html|rtf|pdf)\n"
+                              "       ampora-cli check-equation [--autoname[=1|2|3]] FILE.amq "
+                              "--at NAME \"EQUATION\"\n"
+                              "       ampora-cli grade [--autoname[=1|2|3]] [--sigfigs N] "
+                              "FILE.amq ANSWERS.txt\n";
 
 struct MalformedCase {
     std::vector<std::string> args;
@@ -31,14 +39,15 @@ TEST(CliArguments, EachWrongArgumentIsNamedWithItsReasonAndTheUsageFollows) {
     const std::vector<MalformedCase> cases = {
         {{}, "no command given", &kAllUsage},
         {{"slove", "a.amq"},
-         "slove: no such command; the commands are check, solve and report",
+         "slove: no such command; the commands are check, solve, report, check-equation and "
+         "grade",
          &kAllUsage},
         {{"check"}, "no circuit file (FILE.amq) given", &kCheckUsage},
         {{"check", "a.amq", "b.amq"},
          "b.amq: a second circuit file, after a.amq; one file is read at a time",
          &kCheckUsage},
         {{"check", "--sigfigs", "3", "a.amq"},
-         "--sigfigs: only solve and report take this option",
+         "--sigfigs: only solve, report and grade take this option",
          &kCheckUsage},
         {{"solve"}, "no circuit file (FILE.amq) given", &kSolveUsage},
         {{"solve", ""}, "\"\": an empty argument names no circuit file", &kSolveUsage},
@@ -83,6 +92,34 @@ TEST(CliArguments, EachWrongArgumentIsNamedWithItsReasonAndTheUsageFollows) {
         {{"report", "--text", "a.amq", "-o", "r.pdf"},
          "--text: only solve takes this option",
          &kReportUsage},
+        {{"check-equation", "a.amq", "V1 = 0"},
+         "no --at NAME given: name the node or supernode the equation is written at",
+         &kCheckEquationUsage},
+        {{"check-equation", "a.amq", "--at", "V1"},
+         "no equation given: write it in quotes after the circuit file",
+         &kCheckEquationUsage},
+        {{"check-equation", "a.amq", "--at"},
+         "--at: the name of a node must follow it",
+         &kCheckEquationUsage},
+        {{"check-equation", "a.amq", "--at", "", "V1 = 0"},
+         "--at \"\": the node's name is empty",
+         &kCheckEquationUsage},
+        {{"check-equation", "a.amq", "--at", "V1", "V1 = 0", "V1 = 2"},
+         "V1 = 2: a second equation; one equation is checked at a time",
+         &kCheckEquationUsage},
+        {{"check-equation", "--sigfigs", "3", "a.amq", "--at", "V1", "V1 = 0"},
+         "--sigfigs: only solve, report and grade take this option",
+         &kCheckEquationUsage},
+        {{"check-equation", "--at", "V1", "V1 = 0"}, // read as the circuit file
+         "no equation given: write it in quotes after the circuit file",
+         &kCheckEquationUsage},
+        {{"grade", "a.amq"}, "no answers file (ANSWERS.txt) given", &kGradeUsage},
+        {{"grade", "a.amq", "b.txt", "c.txt"},
+         "c.txt: a third file; grade reads a circuit file and a file of answers",
+         &kGradeUsage},
+        {{"grade", "--at", "V1", "a.amq", "b.txt"},
+         "--at: only check-equation takes this option",
+         &kGradeUsage},
     };
     for (const MalformedCase& row : cases) {
         const test::CliRun run = test::Cli(row.args);
