@@ -57,6 +57,11 @@ void Canvas::paintEvent(QPaintEvent*) {
     PaintDrag(painter);
 }
 
+void Canvas::SetResultsHidden(bool hidden) {
+    resultsHidden_ = hidden;
+    update();
+}
+
 DiagramLabels Canvas::CurrentLabels() const {
     const Workspace& ws = workspace_;
     if (ws.Step == 1) {
@@ -70,7 +75,7 @@ DiagramLabels Canvas::CurrentLabels() const {
         }
         return LayOutDiagram(ws, texts, false);
     }
-    const int view = ws.Step == 3 ? ws.ViewMode : 0;
+    const int view = ws.Step == 3 && !resultsHidden_ ? ws.ViewMode : 0;
     return LayOutView(ws, view, ws.preferences.SigFigs);
 }
 
