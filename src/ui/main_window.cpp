@@ -146,6 +146,7 @@ MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
     connect(canvas_, &Canvas::Edited, this, &MainWindow::SyncToolbar);
     connect(canvas_, &Canvas::NodeLabelClicked, this, &MainWindow::NodeLabelClicked);
     frmEquations_ = new EquationsWindow(workspace_, this);
+    connect(frmEquations_, &EquationsWindow::answersShown, this, [this] { HideAnswers(false); });
 
     // Start-up: an untitled empty circuit in step 1, no tool, nothing to undo.
     workspace_.Step = 1;
@@ -294,7 +295,7 @@ void MainWindow::EnterStepPanel() {
     stepPanels_->setCurrentIndex(step - 1);
     // The tools edit the circuit, which only step 1 may change.
     toolbar_->setEnabled(step == 1);
-    mnuFilePrint_->setEnabled(step == 3);
+    mnuFilePrint_->setEnabled(step == 3 && !answersHidden_);
     if (QAbstractButton* view = viewButtons_->button(workspace_.ViewMode)) {
         view->setChecked(true);
     }
@@ -334,6 +335,7 @@ void MainWindow::cmdNext2_Click() {
     SetStepStatus(QString::fromLatin1(kStep3Status));
     SetHint(QString());
     frmEquations_->Rebuild();
+    HideAnswers(workspace_.preferences.PracticeHideAnswers);
     frmEquations_->show();
     // Once shown its tabs are laid out, and what they lack in room can be measured.
     frmEquations_->FitToContents();
@@ -404,7 +406,7 @@ void MainWindow::WriteResultLabels() {
 }
 
 void MainWindow::ShowReport() {
-    if (workspace_.Step == 3) {
+    if (workspace_.Step == 3 && !answersHidden_) {
         ShowReportWindow(this, workspace_, prompts_);
         emit ReportRequested();
     }
@@ -604,6 +606,10 @@ void MainWindow::BuildMenus() {
         connect(action, &QAction::triggered, this, [this, i] { mnuF_Click(i); });
         mnuF_[static_cast<std::size_t>(i)] = action;
     }
+    mnuPractice_ = mnuOptions->addAction(QStringLiteral("Practice: hide the answers"));
+    mnuPractice_->setObjectName(QStringLiteral("mnuPractice"));
+    mnuPractice_->setCheckable(true);
+    connect(mnuPractice_, &QAction::triggered, this, &MainWindow::mnuPractice_Click);
     mnuCenter_ = mnuOptions->addAction(QStringLiteral("&Center the circuit"));
     mnuCenter_->setObjectName(QStringLiteral("mnuCenter"));
     connect(mnuCenter_, &QAction::triggered, this, [this] {
@@ -802,6 +808,7 @@ void MainWindow::LoadRegSettings() {
     mnuSF_Click(stored.preferences.SigFigs);
     mnuF_Click(stored.preferences.FontIndex);
     mnuAName_Click(stored.preferences.AutoNamePattern);
+    mnuPractice_Click(stored.preferences.PracticeHideAnswers);
     if (stored.UseStoredGeometry) {
         ApplyGeometry(stored.Main);
         ApplyGeometryTo(frmEquations_, stored.Equations);
