@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <random>
 
 namespace ampora {
 namespace {
@@ -87,6 +88,45 @@ TEST(StudentEquation, EachMistakeSaysWhereAndWhy) {
     for (const auto& c : cases) {
         EXPECT_EQ(Form(c.text), c.message) << c.text;
     }
+}
+
+// Any jumble of the pieces of equations is read or refused with a place inside the text (or
+// just past its end), never anything else.
+TEST(StudentEquation, AJumbleIsReadOrRefusedAtAPlaceInIt) {
+    const char* pieces[] = {"V1", "V2", "V10", "Va b", "(",      ")", "+",      "-",  "*", "/",
+                            "2",  ".5", "E3",  " ",    "\u2212", "#", "1e-400", "0.", "V"};
+    std::mt19937 random(17);
+    int read = 0;
+    for (int trial = 0; trial < 3000; ++trial) {
+        std::string text;
+        std::size_t characters = 0;
+        const int count = static_cast<int>(random() % 10);
+        for (int k = 0; k < count; ++k) {
+            if (k == count / 2 && random() % 10 != 0) {
+                text += "="; // mostly one, in the middle
+                ++characters;
+            }
+            const std::string piece = pieces[random() % std::size(pieces)];
+            text += piece;
+            characters += piece == "\u2212" ? 1 : piece.size();
+        }
+        const StudentEquation result = ReadStudentEquation(text, kNames);
+        if (result.Read()) {
+            ++read;
+            EXPECT_EQ(result.sum.coefficients.size(), kNames.size());
+            continue;
+        }
+        if (result.error == "the equation is empty") {
+            EXPECT_EQ(text.find_first_not_of(' '), std::string::npos) << text;
+            continue;
+        }
+        int at = 0;
+        ASSERT_EQ(std::sscanf(result.error.c_str(), "at character %d: ", &at), 1)
+            << text << " -> " << result.error;
+        EXPECT_GE(at, 1) << text;
+        EXPECT_LE(static_cast<std::size_t>(at), characters + 1) << text << " -> " << result.error;
+    }
+    EXPECT_GT(read, 30); // the jumbles do not all fail the same way
 }
 
 } // namespace
