@@ -335,7 +335,8 @@ void MainWindow::cmdNext2_Click() {
     SetStepStatus(QString::fromLatin1(kStep3Status));
     SetHint(QString());
     frmEquations_->Rebuild();
-    HideAnswers(workspace_.preferences.PracticeHideAnswers);
+    // A circuit without an unknown leaves no equation to practise on.
+    HideAnswers(workspace_.preferences.PracticeHideAnswers && workspace_.equations.NumUnknowns > 0);
     frmEquations_->show();
     // Once shown its tabs are laid out, and what they lack in room can be measured.
     frmEquations_->FitToContents();
