@@ -3,9 +3,9 @@
 // single mistake the hint could name before the likeliest is chosen.
 
 #include "analysis/node_naming.h"
-#include "analysis/step_transitions.h"
 #include "equations/equation_check.h"
 #include "ladder_circuit.h"
+#include "workflow/step_transitions.h"
 
 #include <benchmark/benchmark.h>
 

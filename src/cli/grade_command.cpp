@@ -1,7 +1,7 @@
 #include "cli/cli.h"
 #include "cli/solve_run.h"
-#include "document/number_text.h"
 #include "equations/equation_check.h"
+#include "tables/number_text.h"
 
 #include <filesystem>
 #include <fstream>

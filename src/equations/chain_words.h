@@ -1,7 +1,7 @@
 #pragma once
 // A chain of the circuit in the words of a hint: "the 30 Ω resistor between V4 and 0".
 
-#include "document/workspace.h"
+#include "tables/workspace.h"
 
 #include <string>
 

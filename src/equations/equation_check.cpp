@@ -1,11 +1,11 @@
 #include "equations/equation_check.h"
 
 #include "analysis/format_number.h"
-#include "document/number_text.h"
 #include "equations/chain_words.h"
 #include "equations/equation_forms.h"
 #include "equations/student_equation.h"
 #include "equations/supernode_queries.h"
+#include "tables/number_text.h"
 
 #include <algorithm>
 #include <cmath>

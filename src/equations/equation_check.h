@@ -2,7 +2,7 @@
 // Judges a student's work on a solved circuit: a node or supernode equation as typed, or
 // the value found for an unknown. A wrong equation gets one hint, the most likely first.
 
-#include "document/workspace.h"
+#include "tables/workspace.h"
 
 #include <string>
 #include <string_view>

@@ -3,9 +3,9 @@
 // compared whatever their order, side or scale: the forms, the terms of the program's
 // equations, and the tests of one form against another.
 
-#include "document/workspace.h"
 #include "equations/chains_by_start.h"
 #include "equations/student_equation.h"
+#include "tables/workspace.h"
 
 #include <optional>
 #include <string>

@@ -1,8 +1,8 @@
 #include "ui/check_work_tab.h"
 
-#include "document/number_text.h"
-#include "document/workspace.h"
 #include "equations/equation_check.h"
+#include "tables/number_text.h"
+#include "tables/workspace.h"
 
 #include <QGridLayout>
 #include <QLabel>

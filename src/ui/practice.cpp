@@ -2,7 +2,7 @@
 // equation right in the equations window, or asks for the answers there.
 
 #include "analysis/result_labels.h"
-#include "document/workspace.h"
+#include "tables/workspace.h"
 #include "ui/canvas.h"
 #include "ui/equations_window.h"
 #include "ui/main_window.h"

@@ -1,11 +1,11 @@
 #include "equations/equation_check.h"
 
 #include "analysis/node_naming.h"
-#include "analysis/step_transitions.h"
-#include "document/number_text.h"
 #include "support/lattice_circuit.h"
 #include "support/scripted_prompts.h"
 #include "support/solve_session.h"
+#include "tables/number_text.h"
+#include "workflow/step_transitions.h"
 
 #include <gtest/gtest.h>
 

@@ -3,11 +3,11 @@
 
 #include "../support/scripted_prompts.h"
 #include "analysis/node_naming.h"
-#include "analysis/step_transitions.h"
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
-#include "document/workspace.h"
+#include "tables/workspace.h"
 #include "ui/equations_window.h"
+#include "workflow/step_transitions.h"
 
 #include <QLabel>
 #include <QLineEdit>

@@ -3,8 +3,8 @@
 
 #include "../support/memory_settings_store.h"
 #include "../support/scripted_prompts.h"
-#include "document/workspace.h"
 #include "editor/diagram_labels.h"
+#include "tables/workspace.h"
 #include "ui/canvas.h"
 #include "ui/equations_window.h"
 #include "ui/main_window.h"
