@@ -21,17 +21,23 @@ int RunCli(const std::vector<std::string>& args, std::ostream& out, std::ostream
     if (command == "report") {
         return RunReport(rest, out, err, renderer);
     }
+    if (command == "picture") {
+        return RunPicture(rest, out, err, renderer);
+    }
+    if (command == "check-equation") {
+        return RunCheckEquation(rest, out, err);
+    }
+    if (command == "grade") {
+        return RunGrade(rest, out, err);
+    }
     if (command == "generate") {
         return RunGenerate(rest, out, err);
     }
     if (command == "worksheet") {
         return RunWorksheet(rest, out, err, renderer);
     }
-    if (command == "picture") {
-        return RunPicture(rest, out, err, renderer);
-    }
     err << "ampora-cli: " << command << ": no such command; the commands are check, solve, "
-        << "report, picture, generate and worksheet\n"
+        << "report, picture, check-equation, grade, generate and worksheet\n"
         << Usage();
     return kExitUsage;
 }

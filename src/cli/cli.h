@@ -36,6 +36,13 @@ int RunCheck(const std::vector<std::string>& args, std::ostream& out, std::ostre
 
 int RunSolve(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 
+// A student's equation at a node or supernode, judged: exit 0 when right, 1 when wrong.
+int RunCheckEquation(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
+// A student's file of equations ("AT: EQUATION") and values ("NAME = VALUE"), each line
+// judged, then the score.
+int RunGrade(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
 // Without a renderer the report cannot be drawn: a message and the usage exit code.
 int RunReport(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
               ReportRenderer* renderer);

@@ -22,6 +22,10 @@ constexpr std::string_view kPictureUsage =
     "usage: ampora-cli picture [--autoname[=1|2|3]] [--sigfigs N]\n"
     "                          [--view values|currents|voltages|power] FILE.amq\n"
     "                          -o OUT.(svg|png)\n";
+constexpr std::string_view kCheckEquationUsage =
+    "usage: ampora-cli check-equation [--autoname[=1|2|3]] FILE.amq --at NAME \"EQUATION\"\n";
+constexpr std::string_view kGradeUsage =
+    "usage: ampora-cli grade [--autoname[=1|2|3]] [--sigfigs N] FILE.amq ANSWERS.txt\n";
 constexpr std::string_view kAllUsage =
     "usage: ampora-cli check FILE.amq\n"
     "       ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] [--text] FILE.amq\n"
@@ -30,6 +34,8 @@ constexpr std::string_view kAllUsage =
     "       ampora-cli picture [--autoname[=1|2|3]] [--sigfigs N]\n"
     "                          [--view values|currents|voltages|power] FILE.amq\n"
     "                          -o OUT.(svg|png)\n"
+    "       ampora-cli check-equation [--autoname[=1|2|3]] FILE.amq --at NAME \"EQUATION\"\n"
+    "       ampora-cli grade [--autoname[=1|2|3]] [--sigfigs N] FILE.amq ANSWERS.txt\n"
     "       ampora-cli generate --nodes N --supernodes S --sources K [--seed X] [--nice]\n"
     "                           -o FILE.amq\n"
     "       ampora-cli worksheet --count C [--nodes N --supernodes S --sources K] [--seed X]\n"
@@ -37,20 +43,28 @@ constexpr std::string_view kAllUsage =
 
 // Which commands take an option, so that an option given to the wrong one is named as such
 // rather than as unknown.
+constexpr unsigned Bit(Command command) {
+    return 1u << static_cast<unsigned>(command);
+}
+
 struct OptionUse {
     std::string_view name;
-    bool solve;
-    bool report;
-    bool picture;
+    unsigned takenBy;         // one Bit per command
     std::string_view missing; // what must follow an option that takes a value
 };
-constexpr std::array<OptionUse, 6> kOptionUses = {
-    {{"--autoname", true, true, true, ""},
-     {"--sigfigs", true, true, true, "a number of significant figures from 1 to 17"},
-     {"--text", true, false, false, ""},
-     {"--font", false, true, false, "a font set from 1 to 4"},
-     {"--view", false, false, true, "a view (values, currents, voltages or power)"},
-     {"-o", false, true, true, "the name of the report's file"}}};
+constexpr std::array<OptionUse, 7> kOptionUses = {
+    {{"--autoname",
+      Bit(Command::Solve) | Bit(Command::Report) | Bit(Command::Picture) |
+          Bit(Command::CheckEquation) | Bit(Command::Grade),
+      ""},
+     {"--sigfigs",
+      Bit(Command::Solve) | Bit(Command::Report) | Bit(Command::Picture) | Bit(Command::Grade),
+      "a number of significant figures from 1 to 17"},
+     {"--text", Bit(Command::Solve), ""},
+     {"--font", Bit(Command::Report), "a font set from 1 to 4"},
+     {"--view", Bit(Command::Picture), "a view (values, currents, voltages or power)"},
+     {"-o", Bit(Command::Report) | Bit(Command::Picture), "the name of the report's file"},
+     {"--at", Bit(Command::CheckEquation), "the name of a node"}}};
 
 constexpr std::array<std::string_view, 4> kViewNames = {"values", "currents", "voltages", "power"};
 
@@ -69,35 +83,63 @@ const OptionUse* FindOption(std::string_view name) {
 }
 
 bool Takes(const OptionUse& use, Command command) {
-    switch (command) {
-    case Command::Solve:
-        return use.solve;
-    case Command::Report:
-        return use.report;
-    case Command::Picture:
-        return use.picture;
-    case Command::Check:
-        break;
-    }
-    return false;
+    return (use.takenBy & Bit(command)) != 0;
 }
 
-// "only solve takes this option", "only solve, report and picture take this option".
+std::string_view CommandName(Command command) {
+    switch (command) {
+    case Command::Check:
+        return "check";
+    case Command::Solve:
+        return "solve";
+    case Command::Report:
+        return "report";
+    case Command::Picture:
+        return "picture";
+    case Command::CheckEquation:
+        return "check-equation";
+    case Command::Grade:
+        break;
+    }
+    return "grade";
+}
+
+// "only solve takes this option", "only solve, report, picture and grade take this option".
 std::string WhoTakes(const OptionUse& use) {
     std::vector<std::string_view> names;
-    for (const auto& [taken, name] :
-         {std::pair{use.solve, "solve"}, std::pair{use.report, "report"},
-          std::pair{use.picture, "picture"}}) {
-        if (taken) {
-            names.emplace_back(name);
+    for (const Command command :
+         {Command::Solve, Command::Report, Command::Picture, Command::CheckEquation,
+          Command::Grade}) {
+        if (Takes(use, command)) {
+            names.push_back(CommandName(command));
         }
     }
-    std::string list;
+    std::string text = "only ";
     for (std::size_t k = 0; k < names.size(); ++k) {
-        list += k == 0 ? "" : k + 1 == names.size() ? " and " : ", ";
-        list += names[k];
+        text += k == 0 ? "" : k + 1 == names.size() ? " and " : ", ";
+        text += names[k];
     }
-    return "only " + list + (names.size() == 1 ? " takes" : " take") + " this option";
+    return text + (names.size() == 1 ? " takes this option" : " take this option");
+}
+
+// What a command reads besides the circuit file, and what it says when that is missing.
+struct SecondArgument {
+    std::string RunOptions::*field = nullptr;
+    std::string_view missing;
+    std::string_view another;
+};
+
+std::optional<SecondArgument> SecondOf(Command command) {
+    if (command == Command::CheckEquation) {
+        return SecondArgument{&RunOptions::equation,
+                              "no equation given: write it in quotes after the circuit file",
+                              "a second equation; one equation is checked at a time"};
+    }
+    if (command == Command::Grade) {
+        return SecondArgument{&RunOptions::answers, "no answers file (ANSWERS.txt) given",
+                              "a third file; grade reads a circuit file and a file of answers"};
+    }
+    return std::nullopt;
 }
 
 std::optional<std::int16_t> ViewNamed(const std::string& text) {
@@ -145,22 +187,40 @@ std::string_view UsageOf(Command command) {
     case Command::Report:
         return kReportUsage;
     case Command::Picture:
+        return kPictureUsage;
+    case Command::CheckEquation:
+        return kCheckEquationUsage;
+    case Command::Grade:
         break;
     }
-    return kPictureUsage;
+    return kGradeUsage;
 }
 
 ParsedArguments ParseArguments(const std::vector<std::string>& args, Command command) {
     ParsedArguments parsed;
     RunOptions& options = parsed.options;
     bool havePath = false;
+    bool haveSecond = false;
+    const std::optional<SecondArgument> second = SecondOf(command);
     for (std::size_t k = 0; k < args.size() && parsed.Valid(); ++k) {
         const std::string& arg = args[k];
         if (arg.empty()) {
             parsed.error = "\"\": an empty argument names no circuit file";
             break;
         }
-        if (arg.front() != '-') {
+        // An equation may begin with a minus sign: "-V1/10 = 2".
+        const bool equation = command == Command::CheckEquation && havePath && !haveSecond &&
+                              FindOption(OptionName(arg)) == nullptr && !arg.starts_with("--");
+        if (arg.front() != '-' || equation) {
+            if (havePath && second) {
+                if (haveSecond) {
+                    parsed.error = arg + ": " + std::string(second->another);
+                    break;
+                }
+                options.*(second->field) = arg;
+                haveSecond = true;
+                continue;
+            }
             if (havePath) {
                 parsed.error = arg + ": a second circuit file, after " + options.path +
                                "; one file is read at a time";
@@ -218,6 +278,11 @@ ParsedArguments ParseArguments(const std::vector<std::string>& args, Command com
             } else {
                 parsed.error = given + ": the significant figures run from 1 to 17";
             }
+        } else if (use->name == "--at") {
+            options.at = *value;
+            if (value->empty()) {
+                parsed.error = "--at \"\": the node's name is empty";
+            }
         } else if (use->name == "--font") {
             if (const auto font = NumberIn(*value, 1, 4)) {
                 options.fontIndex = *font;
@@ -244,6 +309,10 @@ ParsedArguments ParseArguments(const std::vector<std::string>& args, Command com
         parsed.error = "no -o OUT given: the report needs a file to write";
     } else if (command == Command::Picture && options.output.empty()) {
         parsed.error = "no -o OUT given: the picture needs a file to write";
+    } else if (command == Command::CheckEquation && options.at.empty()) {
+        parsed.error = "no --at NAME given: name the node or supernode the equation is written at";
+    } else if (second && !haveSecond) {
+        parsed.error = std::string(second->missing);
     }
     return parsed;
 }

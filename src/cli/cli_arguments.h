@@ -13,7 +13,7 @@
 
 namespace ampora::cli {
 
-enum class Command { Check, Solve, Report, Picture };
+enum class Command { Check, Solve, Report, Picture, CheckEquation, Grade };
 
 // The usage lines of every command, and of one.
 std::string_view Usage();
@@ -27,6 +27,9 @@ struct RunOptions {
     std::string path;
     std::int16_t viewMode = 0; // --view, for picture only: 0 values .. 3 power
     std::string output;        // -o, for report and picture
+    std::string at;            // check-equation: the node or supernode the equation is written at
+    std::string equation;      // check-equation: the student's equation
+    std::string answers;       // grade: the student's file of answers
 };
 
 struct ParsedArguments {
@@ -38,7 +41,8 @@ struct ParsedArguments {
 
 // Reads one command's arguments (those after the command's name): its options and the one
 // circuit file every command takes; report also requires -o OUT.(html|rtf|pdf), picture
-// -o OUT.(svg|png).
+// -o OUT.(svg|png), check-equation --at NAME and the equation after the file, grade the
+// answers file.
 ParsedArguments ParseArguments(const std::vector<std::string>& args, Command command);
 
 // Writes "ampora-cli: " + the error and then the command's usage to err; returns the exit

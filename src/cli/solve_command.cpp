@@ -4,6 +4,7 @@
 #include "cli/json_writer.h"
 #include "cli/solve_run.h"
 #include "cli/solve_text.h"
+#include "equations/equation_check.h"
 #include "tables/number_text.h"
 #include "workflow/step_transitions.h"
 
@@ -150,6 +151,7 @@ void WriteResults(JsonWriter& json, Workspace& ws) {
     }
     json.EndArray();
     WriteStrings(json, "equations", eq.FirstWritten);
+    WriteStrings(json, "equation_at", EquationAnchors(ws));
     WriteStrings(json, "collected", eq.Collected);
     WriteMatrix(json, "matrix", eq.Augmented, eq.NumUnknowns);
     WriteMatrix(json, "rref", eq.Reduced, eq.NumUnknowns);

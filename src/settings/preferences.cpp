@@ -61,6 +61,8 @@ bool FormSizeOKRegistry(const SettingsStore& store, ScreenSize screen) {
     return equations && GeometryOnScreen(*equations, screen);
 }
 
+constexpr const char* kPractice = "PracticeHideAnswers";
+
 StoredSettings LoadRegSettings(const SettingsStore& store, ScreenSize screen) {
     StoredSettings settings;
     if (store.Get(kParameters, "SigFigs").empty()) {
@@ -71,6 +73,7 @@ StoredSettings LoadRegSettings(const SettingsStore& store, ScreenSize screen) {
     settings.preferences.FontIndex = IntegerIn(store, "FontIndex", 1, 4, 3);
     settings.preferences.AutoNamePattern = IntegerIn(store, "AutoNameIndex", 1, 3, 1);
     settings.preferences.ShowInstructions = store.Get(kParameters, "Instructions") == "True";
+    settings.preferences.PracticeHideAnswers = store.Get(kParameters, kPractice) == "True";
     if (FormSizeOKRegistry(store, screen)) {
         settings.UseStoredGeometry = true;
         settings.Main = *StoredGeometry(store, "Form1");
@@ -86,6 +89,11 @@ void SaveRegSettings(SettingsStore& store, const Preferences& preferences,
     store.Set(kParameters, "FontIndex", std::to_string(preferences.FontIndex));
     store.Set(kParameters, "AutoNameIndex", std::to_string(preferences.AutoNamePattern));
     store.Set(kParameters, "Instructions", preferences.ShowInstructions ? "True" : "False");
+    // Written once practice has been turned on, so that the settings of a student who never
+    // practises hold only the usual keys.
+    if (preferences.PracticeHideAnswers || !store.Get(kParameters, kPractice).empty()) {
+        store.Set(kParameters, kPractice, preferences.PracticeHideAnswers ? "True" : "False");
+    }
     if (FormSizeOKRunning(main, equations, screen)) {
         WriteGeometry(store, "Form1", main);
         WriteGeometry(store, "Form2", equations);

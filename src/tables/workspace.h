@@ -16,6 +16,8 @@ struct Preferences {
     std::int16_t FontIndex = 3;
     std::int16_t AutoNamePattern = 1;
     bool ShowInstructions = true;
+    // Step 3 keeps the results hidden until the student's equations are right.
+    bool PracticeHideAnswers = false;
 };
 
 // The three steps the window is always in one of.

@@ -90,8 +90,13 @@ void Canvas::paintEvent(QPaintEvent*) {
     PaintKeyboardFocus(painter);
 }
 
+void Canvas::SetResultsHidden(bool hidden) {
+    resultsHidden_ = hidden;
+    update();
+}
+
 DiagramLabels Canvas::CurrentLabels() const {
-    return StepLabels(workspace_, &editor_);
+    return StepLabels(workspace_, &editor_, resultsHidden_);
 }
 
 void Canvas::PaintGrid(QPainter& painter) const {

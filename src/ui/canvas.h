@@ -27,6 +27,8 @@ class Canvas : public QWidget {
     void SetPrompts(Prompts* prompts) { prompts_ = prompts; }
     void SetShowGrid(bool show);
     bool ShowGrid() const { return showGrid_; }
+    // While a student practises, step 3 shows the devices' values and no result.
+    void SetResultsHidden(bool hidden);
     // The strip under the toolbar and the step panel at the right hide part of the canvas;
     // "Center the circuit" centres the drawing in what is left.
     void SetCoveredAreas(int top, int right);
@@ -105,6 +107,7 @@ class Canvas : public QWidget {
     EditorState& editor_;
     Prompts* prompts_ = nullptr;
     bool showGrid_ = true;
+    bool resultsHidden_ = false;
     int coveredTop_ = 0;
     int coveredRight_ = 0;
     QPointF dragPointer_; // canvas units: where a dragged device picture follows the pointer

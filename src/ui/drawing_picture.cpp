@@ -59,8 +59,8 @@ QByteArray SvgOf(const Workspace& ws, const DiagramLabels& labels) {
 
 } // namespace
 
-DiagramLabels StepLabels(const Workspace& ws, const EditorState* editor) {
-    if (ws.Step == 1) {
+DiagramLabels StepLabels(const Workspace& ws, const EditorState* editor, bool resultsHidden) {
+    if (ws.Step == kStepEdit) {
         std::vector<std::string> texts(static_cast<std::size_t>(ws.circuit.NumElements) + 1);
         for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
             const Element& e = ws.circuit.Elements[slot];
@@ -71,7 +71,7 @@ DiagramLabels StepLabels(const Workspace& ws, const EditorState* editor) {
         }
         return LayOutDiagram(ws, texts, false);
     }
-    const int view = ws.Step == 3 ? ws.ViewMode : 0;
+    const int view = ws.Step == kStepResults && !resultsHidden ? ws.ViewMode : kViewValues;
     return LayOutView(ws, view, ws.preferences.SigFigs);
 }
 

@@ -21,8 +21,9 @@ namespace ampora::ui {
 
 // The labels the canvas shows: in step 1 each device's value as it was typed (`editor`), or as
 // stored when there is no editor (a file just read); from step 2 on the node names too, and
-// in step 3 the view's quantities.
-DiagramLabels StepLabels(const Workspace& ws, const EditorState* editor);
+// in step 3 the view's quantities, unless the results are hidden for practice.
+DiagramLabels StepLabels(const Workspace& ws, const EditorState* editor,
+                         bool resultsHidden = false);
 
 // The pixels of a PNG file per inch, and of the screen the drawing is measured in.
 inline constexpr double kPictureDpi = 300;

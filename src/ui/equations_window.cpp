@@ -4,6 +4,7 @@
 #include "equations/counting_text.h"
 #include "report/font_sets.h"
 #include "tables/workspace.h"
+#include "ui/check_work_tab.h"
 #include "ui/equation_pictures.h"
 
 #include <QHeaderView>
@@ -137,6 +138,27 @@ EquationsWindow::EquationsWindow(const Workspace& workspace, QWidget* parent)
     column->addStretch();
     scroll->setWidget(page);
     tabs_->addTab(scroll, QStringLiteral("Equations and solutions"));
+
+    checkScroll_ = new QScrollArea(tabs_);
+    checkScroll_->setObjectName(QStringLiteral("scrollCheckWork"));
+    checkScroll_->setWidgetResizable(true);
+    checkWork_ = new CheckWorkTab(workspace_, checkScroll_);
+    checkScroll_->setWidget(checkWork_);
+    tabs_->addTab(checkScroll_, QStringLiteral("Check my work"));
+    connect(checkWork_, &CheckWorkTab::answersEarned, this, [this] {
+        SetAnswersHidden(false);
+        emit answersShown();
+    });
+}
+
+void EquationsWindow::SetAnswersHidden(bool hidden) {
+    answersHidden_ = hidden;
+    checkWork_->SetAnswersHidden(hidden);
+    const int equationsTab = tabs_->indexOf(scroll_);
+    tabs_->setTabVisible(equationsTab, !hidden);
+    if (hidden) {
+        tabs_->setCurrentWidget(checkScroll_);
+    }
 }
 
 QLabel* EquationsWindow::Caption(int index) const {
@@ -264,6 +286,8 @@ void EquationsWindow::Rebuild() {
             : QStringLiteral("The currents through the batteries that join the supernodes:\n") +
                   currents.join(QLatin1Char('\n')));
     lblBatteryCurrents_->setVisible(!currents.isEmpty());
+
+    checkWork_->Rebuild(font);
 }
 
 void EquationsWindow::FillGrid(QTableWidget* grid, bool reduced) {

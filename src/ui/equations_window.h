@@ -18,6 +18,8 @@ struct Workspace;
 
 namespace ampora::ui {
 
+class CheckWorkTab;
+
 class EquationsWindow : public QWidget {
     Q_OBJECT
 
@@ -38,6 +40,14 @@ class EquationsWindow : public QWidget {
 
     // A newly solved circuit is read from the top of both tabs.
     void ScrollToTop();
+
+    // In practice the equations and solutions stay hidden, and "Check my work" is shown,
+    // until the student has every equation right or asks for the answers.
+    void SetAnswersHidden(bool hidden);
+    bool AnswersHidden() const { return answersHidden_; }
+
+  signals:
+    void answersShown();
 
   private:
     QLabel* Caption(int index) const;
@@ -60,6 +70,9 @@ class EquationsWindow : public QWidget {
     QLabel* lblBatteryCurrents_ = nullptr;
     QImage picture1_;
     QImage picture2_;
+    QScrollArea* checkScroll_ = nullptr; // the "Check my work" tab
+    CheckWorkTab* checkWork_ = nullptr;
+    bool answersHidden_ = false;
 };
 
 } // namespace ampora::ui

@@ -81,6 +81,7 @@ MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
     connect(canvas_, &Canvas::NodeLabelClicked, this, &MainWindow::NodeLabelClicked);
     frmEquations_ = new EquationsWindow(workspace_, this);
     BuildAccess();
+    connect(frmEquations_, &EquationsWindow::answersShown, this, [this] { HideAnswers(false); });
 
     // Start-up: an untitled empty circuit in step 1, no tool, nothing to undo.
     workspace_.Step = kStepEdit;

@@ -58,6 +58,9 @@ class MainWindow : public QMainWindow {
     void mnuSF_Click(int index);
     void mnuF_Click(int index);
     void mnuAName_Click(int index);
+    // Options > "Practice: hide the answers": in step 3 the results stay hidden until every
+    // equation the student writes is right or the student asks for the answers.
+    void mnuPractice_Click(bool checked);
 
     // Opens the file the desktop handed over (a double-click on an .amq file).
     void OpenFileFromDesktop(const QString& path);
@@ -160,6 +163,10 @@ class MainWindow : public QMainWindow {
     std::array<QAction*, 9> mnuSF_{};         // 3..8
     std::array<QAction*, 5> mnuF_{};          // 1..4
     std::array<QAction*, 4> mnuAName_{};      // 1..3
+    QAction* mnuPractice_ = nullptr;
+    bool answersHidden_ = false; // step 3 of a student practising
+
+    void HideAnswers(bool hidden);
 };
 
 } // namespace ampora::ui

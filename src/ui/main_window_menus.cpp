@@ -134,6 +134,10 @@ void MainWindow::BuildMenus() {
         connect(action, &QAction::triggered, this, [this, i] { mnuF_Click(i); });
         mnuF_[static_cast<std::size_t>(i)] = action;
     }
+    mnuPractice_ = mnuOptions->addAction(QStringLiteral("Practice: hide the answers"));
+    mnuPractice_->setObjectName(QStringLiteral("mnuPractice"));
+    mnuPractice_->setCheckable(true);
+    connect(mnuPractice_, &QAction::triggered, this, &MainWindow::mnuPractice_Click);
     mnuCenter_ = mnuOptions->addAction(QStringLiteral("&Center the circuit"));
     mnuCenter_->setObjectName(QStringLiteral("mnuCenter"));
     connect(mnuCenter_, &QAction::triggered, this, [this] {

@@ -136,7 +136,7 @@ void MainWindow::EnterStepPanel() {
     stepPanels_->setCurrentIndex(step - 1);
     // The tools edit the circuit, which only step 1 may change.
     toolbar_->setEnabled(step == 1);
-    mnuFilePrint_->setEnabled(step == 3);
+    mnuFilePrint_->setEnabled(step == 3 && !answersHidden_);
     if (QAbstractButton* view = viewButtons_->button(workspace_.ViewMode)) {
         view->setChecked(true);
     }
@@ -179,6 +179,8 @@ void MainWindow::cmdNext2_Click() {
     SetStepStatus(QString::fromLatin1(kStep3Status));
     SetHint(QString());
     frmEquations_->Rebuild();
+    // A circuit without an unknown leaves no equation to practise on.
+    HideAnswers(workspace_.preferences.PracticeHideAnswers && workspace_.equations.NumUnknowns > 0);
     frmEquations_->show();
     // Once shown its tabs are laid out, and what they lack in room can be measured.
     frmEquations_->FitToContents();
@@ -251,7 +253,7 @@ void MainWindow::WriteResultLabels() {
 }
 
 void MainWindow::ShowReport() {
-    if (workspace_.Step == kStepResults) {
+    if (workspace_.Step == kStepResults && !answersHidden_) {
         ShowReportWindow(this, workspace_, prompts_);
         emit ReportRequested();
     }

@@ -64,6 +64,7 @@ void MainWindow::LoadRegSettings() {
     mnuSF_Click(stored.preferences.SigFigs);
     mnuF_Click(stored.preferences.FontIndex);
     mnuAName_Click(stored.preferences.AutoNamePattern);
+    mnuPractice_Click(stored.preferences.PracticeHideAnswers);
     if (stored.UseStoredGeometry) {
         ApplyGeometry(stored.Main);
         ApplyGeometryTo(frmEquations_, stored.Equations);

@@ -16,6 +16,10 @@ const std::string kPictureUsage =
     "usage: ampora-cli picture [--autoname[=1|2|3]] [--sigfigs N]\n"
     "                          [--view values|currents|voltages|power] FILE.amq\n"
     "                          -o OUT.(svg|png)\n";
+const std::string kCheckEquationUsage =
+    "usage: ampora-cli check-equation [--autoname[=1|2|3]] FILE.amq --at NAME \"EQUATION\"\n";
+const std::string kGradeUsage =
+    "usage: ampora-cli grade [--autoname[=1|2|3]] [--sigfigs N] FILE.amq ANSWERS.txt\n";
 const std::string kAllUsage =
     "usage: ampora-cli check FILE.amq\n"
     "       ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] [--text] FILE.amq\n"
@@ -24,6 +28,8 @@ const std::string kAllUsage =
     "       ampora-cli picture [--autoname[=1|2|3]] [--sigfigs N]\n"
     "                          [--view values|currents|voltages|power] FILE.amq\n"
     "                          -o OUT.(svg|png)\n"
+    "       ampora-cli check-equation [--autoname[=1|2|3]] FILE.amq --at NAME \"EQUATION\"\n"
+    "       ampora-cli grade [--autoname[=1|2|3]] [--sigfigs N] FILE.amq ANSWERS.txt\n"
     "       ampora-cli generate --nodes N --supernodes S --sources K [--seed X] [--nice]\n"
     "                           -o FILE.amq\n"
     "       ampora-cli worksheet --count C [--nodes N --supernodes S --sources K] [--seed X]\n"
@@ -41,15 +47,15 @@ TEST(CliArguments, EachWrongArgumentIsNamedWithItsReasonAndTheUsageFollows) {
     const std::vector<MalformedCase> cases = {
         {{}, "no command given", &kAllUsage},
         {{"slove", "a.amq"},
-         "slove: no such command; the commands are check, solve, report, picture, generate and "
-         "worksheet",
+         "slove: no such command; the commands are check, solve, report, picture, check-equation, "
+         "grade, generate and worksheet",
          &kAllUsage},
         {{"check"}, "no circuit file (FILE.amq) given", &kCheckUsage},
         {{"check", "a.amq", "b.amq"},
          "b.amq: a second circuit file, after a.amq; one file is read at a time",
          &kCheckUsage},
         {{"check", "--sigfigs", "3", "a.amq"},
-         "--sigfigs: only solve, report and picture take this option",
+         "--sigfigs: only solve, report, picture and grade take this option",
          &kCheckUsage},
         {{"solve"}, "no circuit file (FILE.amq) given", &kSolveUsage},
         {{"solve", ""}, "\"\": an empty argument names no circuit file", &kSolveUsage},
@@ -111,6 +117,34 @@ TEST(CliArguments, EachWrongArgumentIsNamedWithItsReasonAndTheUsageFollows) {
         {{"picture", "a.amq", "-o", "a.svg", "--view", "current"},
          "--view current: the view is values, currents, voltages or power",
          &kPictureUsage},
+        {{"check-equation", "a.amq", "V1 = 0"},
+         "no --at NAME given: name the node or supernode the equation is written at",
+         &kCheckEquationUsage},
+        {{"check-equation", "a.amq", "--at", "V1"},
+         "no equation given: write it in quotes after the circuit file",
+         &kCheckEquationUsage},
+        {{"check-equation", "a.amq", "--at"},
+         "--at: the name of a node must follow it",
+         &kCheckEquationUsage},
+        {{"check-equation", "a.amq", "--at", "", "V1 = 0"},
+         "--at \"\": the node's name is empty",
+         &kCheckEquationUsage},
+        {{"check-equation", "a.amq", "--at", "V1", "V1 = 0", "V1 = 2"},
+         "V1 = 2: a second equation; one equation is checked at a time",
+         &kCheckEquationUsage},
+        {{"check-equation", "--sigfigs", "3", "a.amq", "--at", "V1", "V1 = 0"},
+         "--sigfigs: only solve, report, picture and grade take this option",
+         &kCheckEquationUsage},
+        {{"check-equation", "--at", "V1", "V1 = 0"}, // read as the circuit file
+         "no equation given: write it in quotes after the circuit file",
+         &kCheckEquationUsage},
+        {{"grade", "a.amq"}, "no answers file (ANSWERS.txt) given", &kGradeUsage},
+        {{"grade", "a.amq", "b.txt", "c.txt"},
+         "c.txt: a third file; grade reads a circuit file and a file of answers",
+         &kGradeUsage},
+        {{"grade", "--at", "V1", "a.amq", "b.txt"},
+         "--at: only check-equation takes this option",
+         &kGradeUsage},
     };
     for (const MalformedCase& row : cases) {
         const test::CliRun run = test::Cli(row.args);

@@ -125,5 +125,21 @@ TEST(WindowGeometryRules, AWindowOffScreenAtExitSavesTheDefaultLayout) {
     EXPECT_EQ(store.Get(kParameters, "Form1 Left"), "150");
 }
 
+TEST(Preferences, PracticeIsStoredOnceTurnedOnAndComesBack) {
+    MemorySettingsStore store;
+    Preferences preferences;
+    const auto saved = [&] {
+        SaveRegSettings(store, preferences, WindowGeometry{9000, 6000, 100, 200},
+                        WindowGeometry{9000, 3600, 100, 6200}, kScreen);
+        return store.Get(kParameters, "PracticeHideAnswers") + " -> " +
+               (LoadRegSettings(store, kScreen).preferences.PracticeHideAnswers ? "on" : "off");
+    };
+    EXPECT_EQ(saved(), " -> off");
+    preferences.PracticeHideAnswers = true;
+    EXPECT_EQ(saved(), "True -> on");
+    preferences.PracticeHideAnswers = false;
+    EXPECT_EQ(saved(), "False -> off");
+}
+
 } // namespace
 } // namespace ampora
