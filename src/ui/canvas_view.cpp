@@ -104,7 +104,11 @@ void Canvas::FitDrawing() {
         return;
     }
     const QRectF wanted = drawing.adjusted(-kMargin / 2, -kMargin / 2, kMargin / 2, kMargin / 2);
-    const QRect free = FreeArea();
+    // Room is left for both scroll bars, which a fitted view may bring up.
+    QRect free = FreeArea();
+    free.setRight(free.right() - (vertical_->isVisible() ? 0 : vertical_->sizeHint().width()));
+    free.setBottom(free.bottom() -
+                   (horizontal_->isVisible() ? 0 : horizontal_->sizeHint().height()));
     const qreal z = std::clamp(
         std::min(free.width() / wanted.width(), free.height() / wanted.height()), kMinZoom, 2.0);
     // The drawing's middle in the middle of the free part.
