@@ -71,7 +71,8 @@ DiagramLabels StepLabels(const Workspace& ws, const EditorState* editor, bool re
         }
         return LayOutDiagram(ws, texts, false);
     }
-    const int view = ws.Step == kStepResults && !resultsHidden ? ws.ViewMode : kViewValues;
+    const int view =
+        ws.Step == kStepResults && !resultsHidden ? int{ws.ViewMode} : int{kViewValues};
     return LayOutView(ws, view, ws.preferences.SigFigs);
 }
 
