@@ -23,7 +23,7 @@ constexpr qreal kClipboardScale = 2;
 
 // The step's look, minus what belongs to the window alone (the frames of clickable names).
 DiagramLook PictureLook(const Workspace& ws) {
-    return DiagramLook{ws.Step != 1, false};
+    return DiagramLook{ws.Step != kStepEdit, false};
 }
 
 QByteArray SvgOf(const Workspace& ws, const DiagramLabels& labels) {
@@ -60,7 +60,7 @@ QByteArray SvgOf(const Workspace& ws, const DiagramLabels& labels) {
 } // namespace
 
 DiagramLabels StepLabels(const Workspace& ws, const EditorState* editor) {
-    if (ws.Step == 1) {
+    if (ws.Step == kStepEdit) {
         std::vector<std::string> texts(static_cast<std::size_t>(ws.circuit.NumElements) + 1);
         for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
             const Element& e = ws.circuit.Elements[slot];
@@ -71,7 +71,7 @@ DiagramLabels StepLabels(const Workspace& ws, const EditorState* editor) {
         }
         return LayOutDiagram(ws, texts, false);
     }
-    const int view = ws.Step == 3 ? ws.ViewMode : 0;
+    const int view = ws.Step == kStepResults ? ws.ViewMode : int{kViewValues};
     return LayOutView(ws, view, ws.preferences.SigFigs);
 }
 
