@@ -16,7 +16,7 @@ int RunPicture(const std::vector<std::string>& args, std::ostream&, std::ostream
         return kExitUsage;
     }
     Workspace workspace;
-    if (options.viewMode == 0) {
+    if (options.viewMode == kViewValues) {
         // The values are those of the drawing in step 1: nothing needs solving.
         if (!OpenCircuit(workspace, options, err)) {
             return kExitUsage;

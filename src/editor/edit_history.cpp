@@ -1,6 +1,7 @@
 #include "editor/edit_history.h"
 
 #include "document/circuit_edit.h"
+#include "tables/workspace.h"
 
 #include <algorithm>
 
@@ -71,14 +72,15 @@ bool NamesOnly(const DrawingSnapshot& a, const DrawingSnapshot& b) {
 }
 
 bool Allowed(const EditHistory& history, std::size_t from, std::size_t to, int workflowStep) {
-    if (workflowStep == 1) {
+    if (workflowStep == kStepEdit) {
         return true;
     }
-    return workflowStep == 2 && NamesOnly(history.Steps[from].After, history.Steps[to].After);
+    return workflowStep == kStepName &&
+           NamesOnly(history.Steps[from].After, history.Steps[to].After);
 }
 
 void Restore(const DrawingSnapshot& s, int workflowStep, Circuit& circuit, EditorState& editor) {
-    if (workflowStep == 2) {
+    if (workflowStep == kStepName) {
         for (int slot = 1; slot <= s.NumNodes; ++slot) {
             circuit.NodeLabels[slot].Name = s.NodeLabels[slot].Name;
         }

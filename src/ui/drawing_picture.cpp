@@ -23,7 +23,7 @@ constexpr qreal kClipboardScale = 2;
 
 // The step's look, minus what belongs to the window alone (the frames of clickable names).
 DiagramLook PictureLook(const Workspace& ws) {
-    return DiagramLook{ws.Step != 1, false};
+    return DiagramLook{ws.Step != kStepEdit, false};
 }
 
 QByteArray SvgOf(const Workspace& ws, const DiagramLabels& labels) {
