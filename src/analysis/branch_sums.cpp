@@ -2,8 +2,8 @@
 
 #include "analysis/analysis_failure.h"
 #include "analysis/chain_path.h"
-#include "analysis/device_index.h"
 #include "analysis/travel.h"
+#include "analysis/wire_geometry.h"
 
 #include <string>
 
@@ -26,8 +26,7 @@ void AddDevice(const Element& element, Travel travel, Branch& chain) {
 }
 
 // Adds up the devices on chain `b`, placing each device not yet placed on an earlier chain.
-void SumChain(const Circuit& circuit, const DeviceIndex& devices, const std::vector<Point>& points,
-              int b, Topology& topology) {
+void SumChain(const Circuit& circuit, const std::vector<Point>& points, int b, Topology& topology) {
     Branch& chain = topology.Branches[b];
     chain.Resistance = 0;
     chain.EMF = 0;
@@ -36,15 +35,19 @@ void SumChain(const Circuit& circuit, const DeviceIndex& devices, const std::vec
         const Point from = points[k - 1];
         const Point to = points[k];
         const Travel travel = TravelAlong(from, to);
-        devices.ForEachInside(from, to, [&](int slot) {
-            AddDevice(circuit.Elements[slot], travel, chain);
+        for (int slot = 1; slot <= circuit.NumElements; ++slot) {
+            const Element& element = circuit.Elements[slot];
+            if (element.Kind == kEmpty || !LiesStrictlyInside({element.X, element.Y}, from, to)) {
+                continue;
+            }
+            AddDevice(element, travel, chain);
             ChainPlacement& placement = topology.Placements.at(static_cast<std::size_t>(slot));
             if (placement.chain == 0) {
                 placement.chain = b;
                 placement.travel = travel;
             }
             ++placement.counted;
-        });
+        }
     }
 }
 
@@ -54,9 +57,8 @@ void SumBranches(const Circuit& circuit, Topology& topology) {
     topology.NumCurrents = 0;
     topology.Placements = {};
     ChainPoints points(topology);
-    const DeviceIndex devices(circuit);
     for (int b = 1; b <= topology.NumBranches; ++b) {
-        SumChain(circuit, devices, points[b], b, topology);
+        SumChain(circuit, points[b], b, topology);
         Branch& chain = topology.Branches[b];
         chain.CurrentName.clear();
         if (chain.Resistance != 0 || chain.SourceCurrent != 0) {
