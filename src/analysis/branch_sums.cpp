@@ -6,6 +6,7 @@
 #include "analysis/wire_geometry.h"
 
 #include <string>
+#include <vector>
 
 namespace ampora {
 
@@ -25,8 +26,26 @@ void AddDevice(const Element& element, Travel travel, Branch& chain) {
     }
 }
 
+// A live device and where its centre lies.
+struct Device {
+    Point centre;
+    int slot = 0;
+};
+
+std::vector<Device> LiveDevices(const Circuit& circuit) {
+    std::vector<Device> devices;
+    for (int slot = 1; slot <= circuit.NumElements; ++slot) {
+        const Element& element = circuit.Elements[slot];
+        if (element.Kind != kEmpty) {
+            devices.push_back(Device{{element.X, element.Y}, slot});
+        }
+    }
+    return devices;
+}
+
 // Adds up the devices on chain `b`, placing each device not yet placed on an earlier chain.
-void SumChain(const Circuit& circuit, const std::vector<Point>& points, int b, Topology& topology) {
+void SumChain(const Circuit& circuit, const std::vector<Device>& devices,
+              const std::vector<Point>& points, int b, Topology& topology) {
     Branch& chain = topology.Branches[b];
     chain.Resistance = 0;
     chain.EMF = 0;
@@ -35,13 +54,13 @@ void SumChain(const Circuit& circuit, const std::vector<Point>& points, int b, T
         const Point from = points[k - 1];
         const Point to = points[k];
         const Travel travel = TravelAlong(from, to);
-        for (int slot = 1; slot <= circuit.NumElements; ++slot) {
-            const Element& element = circuit.Elements[slot];
-            if (element.Kind == kEmpty || !LiesStrictlyInside({element.X, element.Y}, from, to)) {
+        for (const Device& device : devices) {
+            if (!LiesStrictlyInside(device.centre, from, to)) {
                 continue;
             }
-            AddDevice(element, travel, chain);
-            ChainPlacement& placement = topology.Placements.at(static_cast<std::size_t>(slot));
+            AddDevice(circuit.Elements[device.slot], travel, chain);
+            ChainPlacement& placement =
+                topology.Placements.at(static_cast<std::size_t>(device.slot));
             if (placement.chain == 0) {
                 placement.chain = b;
                 placement.travel = travel;
@@ -57,8 +76,9 @@ void SumBranches(const Circuit& circuit, Topology& topology) {
     topology.NumCurrents = 0;
     topology.Placements = {};
     ChainPoints points(topology);
+    const std::vector<Device> devices = LiveDevices(circuit);
     for (int b = 1; b <= topology.NumBranches; ++b) {
-        SumChain(circuit, points[b], b, topology);
+        SumChain(circuit, devices, points[b], b, topology);
         Branch& chain = topology.Branches[b];
         chain.CurrentName.clear();
         if (chain.Resistance != 0 || chain.SourceCurrent != 0) {

@@ -27,11 +27,10 @@ int NodeAt(const Circuit& circuit, Point point) {
 }
 
 // The first wire other than `current` with an end at the point, live or already walked.
-int NextWire(const Circuit& circuit, Point point, int current) {
-    for (int slot = 1; slot <= circuit.NumWires; ++slot) {
-        const Wire& wire = circuit.Wires[slot];
-        if (slot != current && (FirstEnd(wire) == point || SecondEnd(wire) == point)) {
-            return slot;
+int NextWire(const EndsByPoint& ends, Point point, int current) {
+    for (const WireEnd& end : ends.At(point)) {
+        if (SlotOfEnd(end.end) != current) {
+            return SlotOfEnd(end.end);
         }
     }
     return 0;
@@ -74,7 +73,8 @@ Point Step(Circuit& circuit, Trace& trace, int wire, Point from) {
 // From `start` along `wire`, then along next wires until a node is reached (when
 // `stopAtNodes`), the start point comes round again (when `stopAtStart`), or no wire goes
 // on.
-Trace Walk(Circuit& circuit, Point start, int wire, bool stopAtNodes, bool stopAtStart) {
+Trace Walk(Circuit& circuit, const EndsByPoint& ends, Point start, int wire, bool stopAtNodes,
+           bool stopAtStart) {
     Trace trace;
     AppendPathPoint(trace.Path, start);
     trace.Points.push_back(start);
@@ -88,7 +88,7 @@ Trace Walk(Circuit& circuit, Point start, int wire, bool stopAtNodes, bool stopA
         if (stopAtStart && point == start) {
             break;
         }
-        const int next = NextWire(circuit, point, wire);
+        const int next = NextWire(ends, point, wire);
         if (next == 0) {
             break;
         }
@@ -114,6 +114,8 @@ void Record(Topology& topology, std::int16_t& kindCount, std::int16_t startNode,
 }
 
 void TraceAll(Circuit& circuit, Topology& topology) {
+    // Wires do not move while chains are traced; only their Used marks change.
+    const EndsByPoint ends(circuit);
     for (int n = 1; n <= circuit.NumNodes; ++n) {
         const NodeLabel& node = circuit.NodeLabels[n];
         const Point at{node.X, node.Y};
@@ -121,7 +123,7 @@ void TraceAll(Circuit& circuit, Topology& topology) {
             if (wire == 0) {
                 continue;
             }
-            Trace trace = Walk(circuit, at, wire, true, false);
+            Trace trace = Walk(circuit, ends, at, wire, true, false);
             const auto reached = static_cast<std::int16_t>(NodeAt(circuit, trace.Points.back()));
             if (reached != 0) {
                 Record(topology, topology.NumBranches, static_cast<std::int16_t>(n), reached,
@@ -143,7 +145,7 @@ void TraceAll(Circuit& circuit, Topology& topology) {
         if (wire == 0) {
             continue;
         }
-        Trace trace = Walk(circuit, at, wire, true, false);
+        Trace trace = Walk(circuit, ends, at, wire, true, false);
         Record(topology, topology.NumLooseBranches,
                static_cast<std::int16_t>(-(topology.NumLooseBranches + 1)), 0, trace);
     }
@@ -153,7 +155,7 @@ void TraceAll(Circuit& circuit, Topology& topology) {
         if (wire.Used == 0) {
             continue;
         }
-        Trace trace = Walk(circuit, FirstEnd(wire), slot, false, true);
+        Trace trace = Walk(circuit, ends, FirstEnd(wire), slot, false, true);
         Record(topology, topology.NumLoops, static_cast<std::int16_t>(-(topology.NumLoops + 1)), 0,
                trace);
     }

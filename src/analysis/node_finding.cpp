@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
-#include <vector>
 
 namespace ampora {
 
@@ -17,32 +17,17 @@ struct PreviousNode {
     std::string Name;
 };
 
-// The wire ends in end order: end e is the first end of slot (e + 1) / 2 when e is odd,
-// its second end when even. Throws for a wire count past the table.
-std::vector<Point> WireEnds(const Circuit& circuit) {
-    std::vector<Point> ends;
-    ends.reserve(2 * static_cast<std::size_t>(circuit.NumWires));
-    for (int slot = 1; slot <= circuit.NumWires; ++slot) {
-        ends.push_back(FirstEnd(circuit.Wires[slot]));
-        ends.push_back(SecondEnd(circuit.Wires[slot]));
+void AddNode(Circuit& circuit, Point point, std::span<const WireEnd> ends) {
+    if (ends.size() > 4) {
+        throw SlotOutOfRange("more than four wire ends meet at one point");
     }
-    return ends;
-}
-
-void AddNode(Circuit& circuit, const std::vector<Point>& ends, Point point) {
     NodeLabel node;
     node.X = point.X;
     node.Y = point.Y;
     node.Name = kUnnamedNode;
     std::array<std::int16_t*, 4> wires{&node.Wire1, &node.Wire2, &node.Wire3, &node.Wire4};
-    std::size_t count = 0;
     for (std::size_t k = 0; k < ends.size(); ++k) {
-        if (ends[k] == point) {
-            if (count == wires.size()) {
-                throw SlotOutOfRange("more than four wire ends meet at one point");
-            }
-            *wires[count++] = static_cast<std::int16_t>(k / 2 + 1);
-        }
+        *wires[k] = static_cast<std::int16_t>(SlotOfEnd(ends[k].end));
     }
     const int slot = circuit.NumNodes + 1;
     circuit.NodeLabels[slot] = node; // throws past 20 nodes
@@ -59,21 +44,22 @@ FoundPoints FindNodesInPlace(Circuit& circuit, Topology& topology) {
     circuit.NumNodes = 0;
     topology.NumLooseEnds = 0;
     FoundPoints found;
-    const std::vector<Point> ends = WireEnds(circuit);
-    for (std::size_t end = 0; end < ends.size(); ++end) {
-        // How many ends lie at this end's point, and whether it is the first of them.
-        const Point point = ends[end];
-        const auto multiplicity = std::count(ends.begin(), ends.end(), point);
+    const EndsByPoint ends(circuit);
+    for (int end = 0; end < 2 * circuit.NumWires; ++end) {
+        const Wire& wire = circuit.Wires[SlotOfEnd(end)];
+        const Point point = end % 2 == 0 ? FirstEnd(wire) : SecondEnd(wire);
+        // The ends at this end's point, itself included; a point holding NaN has none.
+        const std::span<const WireEnd> company = ends.At(point);
+        const std::size_t multiplicity = company.size();
         if (multiplicity == 1) {
             if (++found.looseEnds <= kMaxLooseEnds) {
                 const int slot = topology.NumLooseEnds + 1;
                 topology.LooseEnds[slot] = LooseEnd{point.X, point.Y};
                 topology.NumLooseEnds = static_cast<std::int16_t>(slot);
             }
-        } else if (multiplicity >= 3 &&
-                   std::find(ends.begin(), ends.end(), point) == ends.begin() + end) {
+        } else if (multiplicity >= 3 && company.front().end == end) {
             if (++found.nodes <= kMaxNodes) {
-                AddNode(circuit, ends, point);
+                AddNode(circuit, point, company);
             }
         }
     }

@@ -59,23 +59,21 @@ void SplitWire(Circuit& circuit, int j, float at) {
     SetWireFromLine(piece, line.Horizontal, line.Level, at, line.High);
 }
 
-// Finds the first ordered pair (i, j) of distinct live wires, in slot order, where an end
-// of i lies strictly inside j, and splits j there. False when there is none.
+// Finds the first ordered pair (i, j) of distinct wires, in slot order, where an end of i
+// lies strictly inside j, and splits j there. False when there is none. Needs a compacted
+// table, where every slot up to the count is live.
 bool SplitFirstTouchingPair(Circuit& circuit) {
     const int count = circuit.NumWires;
     // The normal forms, read once for the whole scan: a split ends it.
     std::array<WireLine, kMaxWires + 1> lines;
-    std::array<bool, kMaxWires + 1> live{};
     for (int slot = 1; slot <= count; ++slot) {
-        const Wire& wire = circuit.Wires[slot]; // throws for a count past the table
-        live[static_cast<std::size_t>(slot)] = wire.Used != 0;
-        lines[static_cast<std::size_t>(slot)] = LineOf(wire);
+        lines[static_cast<std::size_t>(slot)] = LineOf(circuit.Wires[slot]);
     }
     for (int i = 1; i <= count; ++i) {
         for (int j = 1; j <= count; ++j) {
             float at = 0;
             const auto a = static_cast<std::size_t>(i), b = static_cast<std::size_t>(j);
-            if (i != j && live[a] && live[b] && SplitPoint(lines[a], lines[b], at)) {
+            if (i != j && SplitPoint(lines[a], lines[b], at)) {
                 SplitWire(circuit, j, at);
                 return true;
             }
@@ -95,14 +93,19 @@ bool RemoveDuplicateWires(Circuit& circuit) {
             removed = true;
         }
     }
-    for (int i = 1; i <= circuit.NumWires; ++i) {
+    const int count = circuit.NumWires;
+    std::array<WireLine, kMaxWires + 1> lines;
+    for (int slot = 1; slot <= count; ++slot) {
+        lines[static_cast<std::size_t>(slot)] = LineOf(circuit.Wires[slot]);
+    }
+    for (int i = 1; i <= count; ++i) {
         if (circuit.Wires[i].Used == 0) {
             continue;
         }
-        const WireLine line = LineOf(circuit.Wires[i]);
-        for (int j = i + 1; j <= circuit.NumWires; ++j) {
+        for (int j = i + 1; j <= count; ++j) {
             Wire& other = circuit.Wires[j];
-            if (other.Used != 0 && LineOf(other) == line) {
+            if (other.Used != 0 &&
+                lines[static_cast<std::size_t>(j)] == lines[static_cast<std::size_t>(i)]) {
                 other.Used = 0;
                 removed = true;
             }
