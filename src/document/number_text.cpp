@@ -9,14 +9,6 @@ namespace ampora {
 
 namespace {
 
-// Whole floats of up to seven digits are held exactly and written as their digits, both
-// as the shortest text and at seven digits. Drawings are on a grid, so most coordinates
-// take this short cut.
-bool IsSmallWhole(float value) {
-    return value >= -9999999.0f && value <= 9999999.0f &&
-           value == static_cast<float>(static_cast<int>(value)) && value != 0;
-}
-
 // More digits than this and a plain decimal is hard to read: 1E+16 rather than
 // 10000000000000000, 1E-16 rather than 0.0000000000000001.
 constexpr int kMostPlainDigits = 15;
@@ -88,17 +80,6 @@ template <typename T> char* WriteShortestPlain(char* out, T value) {
     return WriteFromScientific(out, std::string_view(scientific, written.ptr));
 }
 
-// A short whole number, so that converting it gives what from_chars gives.
-std::optional<float> ParseSmallWhole(std::string_view text) {
-    const char* last = text.data() + text.size();
-    SmallWhole whole;
-    const char* const end = ScanSmallWhole(text.data(), last, whole);
-    if (end != last) {
-        return std::nullopt;
-    }
-    return whole.AsFloat();
-}
-
 template <typename T> std::optional<T> Parse(std::string_view text) {
     if (text.empty()) {
         return std::nullopt;
@@ -108,11 +89,6 @@ template <typename T> std::optional<T> Parse(std::string_view text) {
         text.remove_prefix(1);
         if (text.empty() || text.front() == '-' || text.front() == '+') {
             return std::nullopt;
-        }
-    }
-    if constexpr (std::is_same_v<T, float>) {
-        if (const auto whole = ParseSmallWhole(text)) {
-            return whole;
         }
     }
     T value{};
@@ -130,17 +106,11 @@ template <typename T> std::optional<T> Parse(std::string_view text) {
 
 } // namespace
 
-char* WriteShortestText(char* first, char* last, float value) {
-    if (IsSmallWhole(value)) {
-        return std::to_chars(first, last, static_cast<int>(value)).ptr;
-    }
+char* WriteShortestText(char* first, char* /*last*/, float value) {
     return WriteShortestPlain(first, value);
 }
 
 char* WriteSingleText(char* first, char* last, float value) {
-    if (IsSmallWhole(value)) {
-        return std::to_chars(first, last, static_cast<int>(value)).ptr;
-    }
     if (!std::isfinite(value)) {
         return std::to_chars(first, last, value).ptr;
     }
