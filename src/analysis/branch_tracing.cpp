@@ -76,6 +76,7 @@ Point Step(Circuit& circuit, Trace& trace, int wire, Point from) {
 Trace Walk(Circuit& circuit, const EndsByPoint& ends, Point start, int wire, bool stopAtNodes,
            bool stopAtStart) {
     Trace trace;
+    trace.Path.reserve(96); // a few wires' worth of ";x,y"
     AppendPathPoint(trace.Path, start);
     trace.Points.push_back(start);
     Point point = Step(circuit, trace, wire, start);

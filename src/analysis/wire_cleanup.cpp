@@ -142,10 +142,13 @@ bool CompactWires(Circuit& circuit) {
 void CleanUpWires(Circuit& circuit) {
     RemoveDuplicateWires(circuit);
     CompactWires(circuit);
-    // After each split the search starts again from the first pair.
+    // After each split the search starts again from the first pair. Only a split can make
+    // a new duplicate, so the duplicates are looked for again only after one.
+    bool split = false;
     while (SplitFirstTouchingPair(circuit)) {
+        split = true;
     }
-    if (RemoveDuplicateWires(circuit)) {
+    if (split && RemoveDuplicateWires(circuit)) {
         CompactWires(circuit);
     }
 }

@@ -9,6 +9,13 @@ namespace ampora {
 
 namespace {
 
+// A whole number of up to seven digits, which a float holds exactly, is written as its
+// digits; most coordinates of a drawing on the grid are such numbers.
+bool IsSmallWhole(float value) {
+    return value >= -9999999.0f && value <= 9999999.0f &&
+           value == static_cast<float>(static_cast<int>(value)) && value != 0;
+}
+
 // More digits than this and a plain decimal is hard to read: 1E+16 rather than
 // 10000000000000000, 1E-16 rather than 0.0000000000000001.
 constexpr int kMostPlainDigits = 15;
@@ -106,13 +113,19 @@ template <typename T> std::optional<T> Parse(std::string_view text) {
 
 } // namespace
 
-char* WriteShortestText(char* first, char* /*last*/, float value) {
+char* WriteShortestText(char* first, char* last, float value) {
+    if (IsSmallWhole(value)) {
+        return std::to_chars(first, last, static_cast<int>(value)).ptr;
+    }
     return WriteShortestPlain(first, value);
 }
 
 char* WriteSingleText(char* first, char* last, float value) {
     if (!std::isfinite(value)) {
         return std::to_chars(first, last, value).ptr;
+    }
+    if (IsSmallWhole(value)) {
+        return std::to_chars(first, last, static_cast<int>(value)).ptr;
     }
     // Seven significant digits, rounded from the single's exact value.
     char scientific[48];
