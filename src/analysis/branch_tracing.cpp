@@ -1,7 +1,8 @@
 #include "analysis/branch_tracing.h"
 
 #include "analysis/chain_path.h"
-#include "analysis/wire_geometry.h"
+#include "analysis/wire_ends.h"
+#include "tables/wire_geometry.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,7 @@
 #include "analysis/node_finding.h"
 
-#include "analysis/wire_geometry.h"
+#include "analysis/wire_ends.h"
+#include "tables/wire_geometry.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "analysis/wire_cleanup.h"
 
-#include "analysis/wire_geometry.h"
 #include "document/circuit_edit.h"
+#include "tables/wire_geometry.h"
 
 #include <array>
 #include <cstdint>

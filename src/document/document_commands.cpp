@@ -68,8 +68,8 @@ CommandResult FileNew(DocumentContext& context, bool opening) {
     if (ws.circuit.NumWires != 0) {
         result.undoAvailable = EraseWholeCircuit(ws.circuit);
     }
-    ws.Step = 1;
-    ws.ViewMode = 0;
+    ws.Step = kStepEdit;
+    ws.ViewMode = kViewValues;
     ws.CurrentFileName.clear();
     return result;
 }

@@ -3,9 +3,9 @@
 // "Changed" is never a flag: it is decided by comparing the tables with the file.
 
 #include "document/file_dialogs.h"
-#include "document/prompts.h"
-#include "document/workspace.h"
 #include "settings/settings_store.h"
+#include "tables/prompts.h"
+#include "tables/workspace.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #include "equations/chains_by_start.h"
 
-#include "document/circuit.h"
+#include "tables/circuit.h"
 
 namespace ampora {
 

@@ -2,7 +2,7 @@
 // The node-to-node chains that leave a node, which the supernodes, the node equations and
 // the battery currents all ask each node for.
 
-#include "analysis/analysis_tables.h"
+#include "tables/analysis_tables.h"
 
 #include <vector>
 

@@ -4,7 +4,7 @@
 
 #include "analysis/node_finding.h"
 #include "analysis/wire_cleanup.h"
-#include "analysis/wire_geometry.h"
+#include "tables/wire_geometry.h"
 
 #include <gtest/gtest.h>
 
