@@ -1,11 +1,12 @@
 #include "analysis/branch_sums.h"
 
 #include "analysis/chain_path.h"
-#include "analysis/device_index.h"
 #include "tables/analysis_failure.h"
 #include "tables/travel.h"
+#include "tables/wire_geometry.h"
 
 #include <string>
+#include <vector>
 
 namespace ampora {
 
@@ -25,9 +26,26 @@ void AddDevice(const Element& element, Travel travel, Branch& chain) {
     }
 }
 
+// A live device and where its centre lies.
+struct Device {
+    Point centre;
+    int slot = 0;
+};
+
+std::vector<Device> LiveDevices(const Circuit& circuit) {
+    std::vector<Device> devices;
+    for (int slot = 1; slot <= circuit.NumElements; ++slot) {
+        const Element& element = circuit.Elements[slot];
+        if (element.Kind != kEmpty) {
+            devices.push_back(Device{{element.X, element.Y}, slot});
+        }
+    }
+    return devices;
+}
+
 // Adds up the devices on chain `b`, placing each device not yet placed on an earlier chain.
-void SumChain(const Circuit& circuit, const DeviceIndex& devices, const std::vector<Point>& points,
-              int b, Topology& topology) {
+void SumChain(const Circuit& circuit, const std::vector<Device>& devices,
+              const std::vector<Point>& points, int b, Topology& topology) {
     Branch& chain = topology.Branches[b];
     chain.Resistance = 0;
     chain.EMF = 0;
@@ -36,15 +54,19 @@ void SumChain(const Circuit& circuit, const DeviceIndex& devices, const std::vec
         const Point from = points[k - 1];
         const Point to = points[k];
         const Travel travel = TravelAlong(from, to);
-        devices.ForEachInside(from, to, [&](int slot) {
-            AddDevice(circuit.Elements[slot], travel, chain);
-            ChainPlacement& placement = topology.Placements.at(static_cast<std::size_t>(slot));
+        for (const Device& device : devices) {
+            if (!LiesStrictlyInside(device.centre, from, to)) {
+                continue;
+            }
+            AddDevice(circuit.Elements[device.slot], travel, chain);
+            ChainPlacement& placement =
+                topology.Placements.at(static_cast<std::size_t>(device.slot));
             if (placement.chain == 0) {
                 placement.chain = b;
                 placement.travel = travel;
             }
             ++placement.counted;
-        });
+        }
     }
 }
 
@@ -54,7 +76,7 @@ void SumBranches(const Circuit& circuit, Topology& topology) {
     topology.NumCurrents = 0;
     topology.Placements = {};
     ChainPoints points(topology);
-    const DeviceIndex devices(circuit);
+    const std::vector<Device> devices = LiveDevices(circuit);
     for (int b = 1; b <= topology.NumBranches; ++b) {
         SumChain(circuit, devices, points[b], b, topology);
         Branch& chain = topology.Branches[b];

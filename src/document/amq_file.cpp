@@ -32,12 +32,9 @@ std::string Quoted(const std::string& text) {
 }
 
 // A field of a line: a view into the line itself, or into the splitter's copy when a quoted
-// text holds doubled quotes. Valid until the next line is split. The everyday field, a short
-// whole number, is parsed by the split itself; any other text is left to the exact parsers.
+// text holds doubled quotes. Valid until the next line is split.
 struct Field {
     std::string_view text;
-    SmallWhole number; // the value of the text when `whole`
-    bool whole = false;
     bool quoted = false;
 };
 
@@ -49,8 +46,7 @@ constexpr std::size_t kRecordFields = 4;
 class FieldSplitter {
   public:
     // Splits one line; the reason when a quoted field is not closed properly, else empty.
-    // Out of line so that it does not crowd SplitPlain, which takes nearly every line.
-    [[gnu::noinline]] std::string_view Split(std::string_view line) {
+    std::string_view Split(std::string_view line) {
         copied_ = 0;
         std::size_t count = 0;
         const char* at = line.data();
@@ -79,38 +75,6 @@ class FieldSplitter {
         }
     }
 
-    // The everyday line, bare short whole numbers between commas, split straight from the
-    // text in the same pass that finds the line's end: returns where the next line begins,
-    // or nullptr when the line holds anything else and must be cut out and Split.
-    const char* SplitPlain(const char* at, const char* last) {
-        for (std::size_t count = 1; count <= kRecordFields; ++count) {
-            Field& field = fields_[count - 1];
-            const char* const end = ScanSmallWhole(at, last, field.number);
-            if (end == nullptr) {
-                return nullptr;
-            }
-            field.text = std::string_view(at, static_cast<std::size_t>(end - at));
-            field.whole = true;
-            field.quoted = false;
-            if (end != last && *end == ',') {
-                at = end + 1;
-                continue;
-            }
-            count_ = count;
-            if (end == last) {
-                return last;
-            }
-            if (*end == '\n') {
-                return end + 1;
-            }
-            if (*end == '\r' && end + 1 != last && end[1] == '\n') {
-                return end + 2;
-            }
-            return nullptr;
-        }
-        return nullptr; // a fifth field: Split counts them all
-    }
-
     std::size_t Count() const { return count_; }
     // One of the first four fields of the line last split, which split cleanly.
     const Field& operator[](std::size_t index) const { return fields_.at(index); }
@@ -129,14 +93,12 @@ class FieldSplitter {
     // which is returned; trailing blanks are not part of it.
     static const char* Unquoted(const char* first, const char* last, Field& field) {
         field.quoted = false;
-        const char* const digitsEnd = ScanSmallWhole(first, last, field.number);
         const char* const close = std::find(first, last, ',');
         const char* end = close;
         while (end != first && IsBlank(end[-1])) {
             --end;
         }
         field.text = std::string_view(first, static_cast<std::size_t>(end - first));
-        field.whole = digitsEnd != nullptr && digitsEnd == end;
         return close;
     }
 
@@ -144,7 +106,6 @@ class FieldSplitter {
     // quote, or nullptr when it is not closed.
     const char* Quoted(const char* first, const char* last, Field& field) {
         field.quoted = true;
-        field.whole = false;
         for (const char* at = first; at != last; ++at) {
             if (*at != '"') {
                 continue;
@@ -200,10 +161,6 @@ class LineReader {
             return false;
         }
         ++number_;
-        if (const char* next = fields.SplitPlain(at_, last_)) {
-            at_ = next;
-            return true;
-        }
         const char* const lf = std::find(at_, last_, '\n');
         std::string_view line(at_, static_cast<std::size_t>(lf - at_));
         if (!line.empty() && line.back() == '\r') {
@@ -222,8 +179,8 @@ class LineReader {
     int number_ = 0;
 };
 
-// What a line or a field holds, such as "wire 3" or "element 2 value". Put into words
-// only when reading fails, as most files read without a fault.
+// What a line or a field holds, such as "wire 3" or "element 2 value", put into words when
+// reading fails.
 struct Subject {
     std::string_view name;
     int slot = 0; // 0: the name alone
@@ -271,16 +228,14 @@ class CircuitReader {
     const FieldSplitter& Fields(const Subject& what, std::size_t expected) {
         std::string_view problem;
         const bool read = lines_.Next(splitter_, problem);
-        if (!read || !problem.empty() || splitter_.Count() != expected) [[unlikely]] {
+        if (!read || !problem.empty() || splitter_.Count() != expected) {
             FailFields(what, expected, read, problem);
         }
         return splitter_;
     }
 
-    // Out of line, as are the other failures, so that the words they build do not crowd the
-    // path that every line takes.
-    [[noreturn, gnu::cold, gnu::noinline]] void
-    FailFields(const Subject& what, std::size_t expected, bool read, std::string_view problem) {
+    [[noreturn]] void FailFields(const Subject& what, std::size_t expected, bool read,
+                                 std::string_view problem) {
         if (!read) {
             throw Stop{lines_.Number() + 1, "the file ends where " + what.Text() +
                                                 " should follow (line " +
@@ -294,9 +249,6 @@ class CircuitReader {
     }
 
     float Number(const Field& field, const Subject& line, std::string_view which) const {
-        if (field.whole) {
-            return field.number.AsFloat();
-        }
         const auto value = field.quoted ? std::nullopt : ParseFloat(field.text);
         if (!value) {
             FailNumber(field, Subject{line.name, line.slot, which});
@@ -304,16 +256,12 @@ class CircuitReader {
         return *value;
     }
 
-    [[noreturn, gnu::cold, gnu::noinline]] void FailNumber(const Field& field,
-                                                           const Subject& what) const {
+    [[noreturn]] void FailNumber(const Field& field, const Subject& what) const {
         Fail(what.Text() + " is not a finite single-precision number: \"" +
              Abbreviated(field.text) + "\"");
     }
 
     static std::optional<long long> WholeNumber(const Field& field) {
-        if (field.whole) {
-            return field.number.AsInteger();
-        }
         return field.quoted ? std::nullopt : ParseInteger(field.text);
     }
 

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <span>
@@ -15,71 +14,6 @@
 namespace ampora {
 
 namespace {
-
-// What the equations ask of the chains and supernodes again and again, found in one pass:
-// which chains leave each node, which variable carries each node, and which supernodes
-// hold each node and join each battery chain (one bit per supernode).
-struct EquationIndex {
-    ChainsByStart chainsByStart;
-    std::array<std::int16_t, kMaxNodes + 1> variableAt{}; // by NodeOrder position
-    std::array<std::uint16_t, kMaxNodes + 1> superNodesAt{};
-    std::array<std::uint16_t, kMaxChains + 1> superNodesJoinedBy{};
-};
-
-static_assert(kMaxSuperNodes <= 16, "one bit per supernode");
-
-bool IsPosition(int position) {
-    return position >= 0 && position <= kMaxNodes;
-}
-
-std::uint16_t SuperNodeBit(int superNode) {
-    return static_cast<std::uint16_t>(1u << (superNode - 1));
-}
-
-EquationIndex IndexEquations(const Workspace& ws) {
-    const Equations& eq = ws.equations;
-    EquationIndex index;
-    index.chainsByStart = GroupChainsByStart(ws.topology);
-    for (int s = 1; s <= kMaxSuperNodes; ++s) {
-        const SuperNode& superNode = eq.SuperNodes[s];
-        for (const std::int16_t position : superNode.Nodes) {
-            if (IsPosition(position)) {
-                index.superNodesAt[static_cast<std::size_t>(position)] |= SuperNodeBit(s);
-            }
-        }
-        if (s > eq.NumSuperNodes) {
-            continue; // a chain counts as joining only the supernodes in use
-        }
-        for (const std::int16_t chain : superNode.SNBranches) {
-            if (Slots<Branch, kMaxChains>::Holds(chain)) {
-                index.superNodesJoinedBy[static_cast<std::size_t>(chain)] |= SuperNodeBit(s);
-            }
-        }
-    }
-    // The first variable that carries a node is the one its currents count for.
-    for (std::size_t v = 0; v < eq.EqnVars.size(); ++v) {
-        const EqnVar& var = eq.EqnVars[v];
-        const auto claim = [&](int position) {
-            if (IsPosition(position) && index.variableAt[static_cast<std::size_t>(position)] == 0) {
-                index.variableAt[static_cast<std::size_t>(position)] =
-                    static_cast<std::int16_t>(v + 1);
-            }
-        };
-        if (var.SuperNode > 0) {
-            for (const std::int16_t position : eq.SuperNodes[var.SuperNode].Nodes) {
-                claim(position);
-            }
-        } else {
-            claim(var.Node);
-        }
-    }
-    return index;
-}
-
-int VariableAt(const Workspace& ws, const EquationIndex& index, int position) {
-    return IsPosition(position) ? index.variableAt[static_cast<std::size_t>(position)]
-                                : EqnVarWithNode(ws.equations, position);
-}
 
 // A chain's number (a sum of resistances or battery voltages, or a source's current) to
 // the seven digits a single carries, perhaps after a prefix, written once for the several
@@ -118,22 +52,18 @@ struct Term {
 using Terms = std::array<Term, kMaxChains>;
 
 // True for a chain that joins two members of the supernode: it carries no current out.
-bool StaysInside(const Workspace& ws, const EquationIndex& index, int chainSlot, int superNode) {
-    const std::uint16_t bit = SuperNodeBit(superNode);
-    if ((index.superNodesJoinedBy[static_cast<std::size_t>(chainSlot)] & bit) != 0) {
-        return true;
-    }
+bool StaysInside(const Workspace& ws, int chainSlot, int superNode) {
     const int endPosition = ws.naming.NodeRank[ws.topology.Branches[chainSlot].EndNode];
-    return IsPosition(endPosition) &&
-           (index.superNodesAt[static_cast<std::size_t>(endPosition)] & bit) != 0;
+    return IsBranchOfSN(ws.equations, chainSlot, superNode) ||
+           IsOnList(static_cast<std::int16_t>(endPosition),
+                    ws.equations.SuperNodes[superNode].Nodes);
 }
 
 // The chains that carry current out of the variable's node, member by member for a
 // supernode, each node's chains in slot order: the order in which every form lists them.
 // A chain that returns to its own node carries nothing out of it, and in a supernode's
 // equation the chains that stay inside the supernode are left out too.
-std::span<const Term> GatherTerms(const Workspace& ws, const EquationIndex& index,
-                                  const EqnVar& var, Terms& terms) {
+std::span<const Term> GatherTerms(const Workspace& ws, const EqnVar& var, Terms& terms) {
     const std::span<const std::int16_t> members =
         var.SuperNode > 0
             ? std::span<const std::int16_t>(ws.equations.SuperNodes[var.SuperNode].Nodes)
@@ -141,12 +71,12 @@ std::span<const Term> GatherTerms(const Workspace& ws, const EquationIndex& inde
     std::size_t count = 0;
     for (const int member : members) {
         const int slot = NodeAt(ws, member);
-        for (const int b : ChainsFrom(index.chainsByStart, slot)) {
+        for (const int b : ChainsFrom(ws.topology, slot)) {
             const Branch& chain = ws.topology.Branches[b];
             if (chain.EndNode == slot) {
                 continue;
             }
-            if (var.SuperNode > 0 && StaysInside(ws, index, b, var.SuperNode)) {
+            if (var.SuperNode > 0 && StaysInside(ws, b, var.SuperNode)) {
                 continue;
             }
             Term& term = terms.at(count++);
@@ -160,7 +90,7 @@ std::span<const Term> GatherTerms(const Workspace& ws, const EquationIndex& inde
                 continue;
             }
             term.end = &ws.circuit.NodeLabels[chain.EndNode];
-            term.endVariable = VariableAt(ws, index, ws.naming.NodeRank[chain.EndNode]);
+            term.endVariable = EqnVarWithNode(ws.equations, ws.naming.NodeRank[chain.EndNode]);
             WriteNumber(term.number, kConductancePrefix, chain.Resistance);
             if (chain.EMF != 0) {
                 WriteNumber(term.emfSize, {}, chain.EMF < 0 ? std::fabs(chain.EMF) : chain.EMF);
@@ -278,20 +208,12 @@ void AppendConstants(std::string& out, std::span<const Term> terms) {
     }
 }
 
-// The columns of the unknowns in the equation of `row`, one bit each: its own, and the
-// variable at the end of each of its chains.
-std::uint32_t ColumnsUsed(std::span<const Term> terms, int row, int unknowns) {
-    static_assert(kMaxUnknowns < 32, "one bit per column");
-    const auto bit = [unknowns](int column) {
-        return column >= 1 && column <= std::min(unknowns, kMaxUnknowns) ? 1u << column : 0u;
-    };
-    std::uint32_t columns = 0;
-    for (const Term& term : terms) {
-        if (!term.IsSource()) {
-            columns |= bit(row) | bit(term.endVariable);
-        }
-    }
-    return columns;
+// True when the unknown in `column` is in the equation of `row`: its own, and the variable
+// at the end of each of its chains, for the chains without a current source.
+bool UsesColumn(std::span<const Term> terms, int row, int column) {
+    return std::any_of(terms.begin(), terms.end(), [&](const Term& term) {
+        return !term.IsSource() && (column == row || term.endVariable == column);
+    });
 }
 
 // The unknowns on the left, each with the sum of its conductances, "=", the constants.
@@ -299,9 +221,10 @@ std::string Collected(const Workspace& ws, int row, std::span<const Term> terms)
     const int n = ws.equations.NumUnknowns;
     std::string equation;
     equation.reserve(16 + 16 * static_cast<std::size_t>(n) + 24 * terms.size());
-    const std::uint32_t columns = ColumnsUsed(terms, row, n);
-    for (std::uint32_t pending = columns; pending != 0; pending &= pending - 1) {
-        const int column = std::countr_zero(pending);
+    for (int column = 1; column <= std::min(n, kMaxUnknowns); ++column) {
+        if (!UsesColumn(terms, row, column)) {
+            continue;
+        }
         if (column != row) {
             equation += "-(";
         } else {
@@ -349,11 +272,10 @@ void WriteNodeEquations(Workspace& ws) {
     const int n = eq.NumUnknowns;
     eq.FirstWritten.reserve(static_cast<std::size_t>(std::max(n, 0)));
     eq.Collected.reserve(static_cast<std::size_t>(std::max(n, 0)));
-    const EquationIndex index = IndexEquations(ws);
     Terms terms;
     for (int row = 1; row <= n; ++row) {
         const EqnVar& var = eq.EqnVars[static_cast<std::size_t>(row - 1)];
-        const std::span<const Term> rowTerms = GatherTerms(ws, index, var, terms);
+        const std::span<const Term> rowTerms = GatherTerms(ws, var, terms);
         eq.FirstWritten.push_back(FirstWritten(rowTerms));
         LoadRow(ws, ws.Matrix, row, rowTerms);
         eq.Collected.push_back(Collected(ws, row, rowTerms));

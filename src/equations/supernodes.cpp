@@ -108,7 +108,6 @@ void AddSuperNode(Workspace& ws, std::vector<std::int16_t> members,
 void GetSuperNodes(Workspace& ws) {
     ClearSuperNodes(ws);
     const Topology& topology = ws.topology;
-    const ChainsByStart chainsByStart = GroupChainsByStart(topology);
     std::array<bool, kMaxNodes + 1> grouped{};
     std::array<double, kMaxNodes + 1> offset{}; // voltage above the group's first node
     // The group being walked: its nodes, the battery chains leaving them, and those chains
@@ -130,7 +129,7 @@ void GetSuperNodes(Workspace& ws) {
         for (std::size_t next = 0; next < members.count; ++next) {
             const int from = members.items[next];
             const int fromSlot = NodeAt(ws, from);
-            for (const int b : ChainsFrom(chainsByStart, fromSlot)) {
+            for (const int b : ChainsFrom(topology, fromSlot)) {
                 const Branch& chain = topology.Branches[b];
                 if (!IsBatteryChain(chain)) {
                     continue;

@@ -9,9 +9,8 @@ namespace ampora {
 
 namespace {
 
-// Whole floats of up to seven digits are held exactly and written as their digits, both
-// as the shortest text and at seven digits. Drawings are on a grid, so most coordinates
-// take this short cut.
+// A whole number of up to seven digits, which a float holds exactly, is written as its
+// digits; most coordinates of a drawing on the grid are such numbers.
 bool IsSmallWhole(float value) {
     return value >= -9999999.0f && value <= 9999999.0f &&
            value == static_cast<float>(static_cast<int>(value)) && value != 0;
@@ -88,17 +87,6 @@ template <typename T> char* WriteShortestPlain(char* out, T value) {
     return WriteFromScientific(out, std::string_view(scientific, written.ptr));
 }
 
-// A short whole number, so that converting it gives what from_chars gives.
-std::optional<float> ParseSmallWhole(std::string_view text) {
-    const char* last = text.data() + text.size();
-    SmallWhole whole;
-    const char* const end = ScanSmallWhole(text.data(), last, whole);
-    if (end != last) {
-        return std::nullopt;
-    }
-    return whole.AsFloat();
-}
-
 template <typename T> std::optional<T> Parse(std::string_view text) {
     if (text.empty()) {
         return std::nullopt;
@@ -108,11 +96,6 @@ template <typename T> std::optional<T> Parse(std::string_view text) {
         text.remove_prefix(1);
         if (text.empty() || text.front() == '-' || text.front() == '+') {
             return std::nullopt;
-        }
-    }
-    if constexpr (std::is_same_v<T, float>) {
-        if (const auto whole = ParseSmallWhole(text)) {
-            return whole;
         }
     }
     T value{};
@@ -138,11 +121,11 @@ char* WriteShortestText(char* first, char* last, float value) {
 }
 
 char* WriteSingleText(char* first, char* last, float value) {
-    if (IsSmallWhole(value)) {
-        return std::to_chars(first, last, static_cast<int>(value)).ptr;
-    }
     if (!std::isfinite(value)) {
         return std::to_chars(first, last, value).ptr;
+    }
+    if (IsSmallWhole(value)) {
+        return std::to_chars(first, last, static_cast<int>(value)).ptr;
     }
     // Seven significant digits, rounded from the single's exact value.
     char scientific[48];

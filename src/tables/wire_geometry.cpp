@@ -18,16 +18,4 @@ void SetWireFromLine(Wire& wire, bool horizontal, float level, float low, float 
     }
 }
 
-bool LiesStrictlyInside(Point point, Point from, Point to) {
-    if (from.X == to.X) {
-        return point.X == from.X && point.Y > std::min(from.Y, to.Y) &&
-               point.Y < std::max(from.Y, to.Y);
-    }
-    if (from.Y == to.Y) {
-        return point.Y == from.Y && point.X > std::min(from.X, to.X) &&
-               point.X < std::max(from.X, to.X);
-    }
-    return false;
-}
-
 } // namespace ampora

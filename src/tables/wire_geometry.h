@@ -5,9 +5,7 @@
 #include "tables/circuit.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
-#include <cstdint>
 
 namespace ampora {
 
@@ -42,39 +40,21 @@ inline Point SecondEnd(const Wire& wire) {
     return Point{wire.X2, wire.Y2};
 }
 
-// A coordinate as an unsigned number in the same order, equal exactly when the floats are
-// (zero and minus zero are one). Not for NaN, which equals nothing and has no place.
-inline std::uint32_t OrderedBits(float value) {
-    const auto bits = std::bit_cast<std::uint32_t>(value == 0 ? 0.0f : value);
-    return (bits & 0x80000000u) != 0 ? ~bits : bits | 0x80000000u;
-}
-
-// A coordinate's bits with minus zero made zero (adding zero does that and changes nothing
-// else): equal exactly when the floats are, for keys that are hashed rather than sorted.
-// Not for NaN.
-inline std::uint32_t EqualityBits(float value) {
-    return std::bit_cast<std::uint32_t>(value + 0.0f);
-}
-
-// A point as one number, equal exactly when the points are; not for NaN.
-inline std::uint64_t PositionKey(Point point) {
-    return std::uint64_t{EqualityBits(point.Y)} << 32 | EqualityBits(point.X);
-}
-
-inline bool HasNaN(Point point) {
+inline bool IsNaNPoint(Point point) {
     return std::isnan(point.X) || std::isnan(point.Y);
 }
 
-// Keys of a point without NaN that sort along rows (y, then x) or along columns (x, then y),
-// so that the points strictly inside a horizontal or a vertical segment lie in one range.
-inline std::uint64_t RowKey(Point point) {
-    return std::uint64_t{OrderedBits(point.Y)} << 32 | OrderedBits(point.X);
-}
-inline std::uint64_t ColumnKey(Point point) {
-    return std::uint64_t{OrderedBits(point.X)} << 32 | OrderedBits(point.Y);
-}
-
 // True when the point lies on the segment strictly between its two ends.
-bool LiesStrictlyInside(Point point, Point from, Point to);
+inline bool LiesStrictlyInside(Point point, Point from, Point to) {
+    if (from.X == to.X) {
+        return point.X == from.X && point.Y > std::min(from.Y, to.Y) &&
+               point.Y < std::max(from.Y, to.Y);
+    }
+    if (from.Y == to.Y) {
+        return point.Y == from.Y && point.X > std::min(from.X, to.X) &&
+               point.X < std::max(from.X, to.X);
+    }
+    return false;
+}
 
 } // namespace ampora

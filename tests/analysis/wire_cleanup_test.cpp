@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace ampora {
 namespace {
 
@@ -75,6 +77,26 @@ TEST(WireCleanup, AWireInsideAnotherCollinearOneSplitsItAtBothEnds) {
                                                                     "wire 1 0,40 0,80\n"
                                                                     "wire 2 0,80 0,120\n"
                                                                     "wire 3 0,120 0,200\n");
+}
+
+TEST(WireCleanup, ASlantedWireLiesAlongTheLevelOfItsFirstEndAndNaNRepeatsNothing) {
+    // Wire 2 is read as the horizontal 80..160 at y 0: its low end splits wire 1, and the
+    // piece beyond, of the same form, then repeats it and goes. The two NaN wires equal
+    // nothing, not even each other, and split nothing; minus zero is zero, so wire 6 repeats
+    // wire 5.
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    EXPECT_EQ(CleanedUp(Drawn({{0, 0, 160, 0},
+                               {80, 0, 160, 80},
+                               {nan, 0, nan, 80},
+                               {nan, 0, nan, 80},
+                               {-0.0f, 0, -0.0f, 40},
+                               {0, 40, 0, 0}})),
+              "NumWires 5\n"
+              "wire 1 0,0 80,0\n"
+              "wire 2 80,0 160,80\n"
+              "wire 3 nan,0 nan,80\n"
+              "wire 4 nan,0 nan,80\n"
+              "wire 5 -0,0 -0,40\n");
 }
 
 TEST(WireCleanup, DuplicatesReversedOrNotAndZeroLengthWiresGoAndTheRestMoveToTheFront) {

@@ -9,10 +9,9 @@ namespace {
 
 // "node: chain chain ..." for every node slot from 0 to one past the table.
 std::string Grouping(const Topology& topology) {
-    const ChainsByStart grouped = GroupChainsByStart(topology);
     std::string text;
     for (int node = 0; node <= kMaxNodes + 1; ++node) {
-        const auto chains = ChainsFrom(grouped, node);
+        const auto chains = ChainsFrom(topology, node);
         if (chains.empty()) {
             continue;
         }
@@ -51,9 +50,9 @@ TEST(ChainsByStart, AFullTableOfChainsFromOneNodeFitsAndMoreThrows) {
     for (int k = 0; k < kMaxChains; ++k) {
         topology.Branches[++topology.NumBranches].StartNode = 7;
     }
-    EXPECT_EQ(ChainsFrom(GroupChainsByStart(topology), 7).size(), std::size_t{kMaxChains});
+    EXPECT_EQ(ChainsFrom(topology, 7).size(), std::size_t{kMaxChains});
     ++topology.NumBranches;
-    EXPECT_THROW(GroupChainsByStart(topology), SlotOutOfRange);
+    EXPECT_THROW(ChainsFrom(topology, 7), SlotOutOfRange);
 }
 
 } // namespace
