@@ -1,0 +1,19 @@
+#pragma once
+// The augmented matrix as it stands before elimination, written for other programs: the
+// ampora.gj file that the equations window keeps up to date, and a CSV for a spreadsheet.
+
+#include "document/workspace.h"
+
+#include <string>
+
+namespace ampora {
+
+// CR LF lines: the number of unknowns, then one line per row of the matrix, its numbers
+// separated by commas, each in the shortest text that reads back to the same double.
+std::string GjText(const AugmentedMatrix& matrix, int unknowns);
+
+// A header of the unknowns' names and "Constant", then the rows as in GjText; CR LF lines,
+// a name quoted when it holds a comma, a quote or a line break.
+std::string MatrixCsvText(const Workspace& ws);
+
+} // namespace ampora
