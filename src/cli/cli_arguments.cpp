@@ -13,13 +13,15 @@ namespace {
 
 constexpr std::string_view kCheckUsage = "usage: ampora-cli check FILE.amq\n";
 constexpr std::string_view kSolveUsage =
-    "usage: ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] [--text] FILE.amq\n";
+    "usage: ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] [--text] [--exact]\n"
+    "                        [--gj FILE.gj] FILE.amq\n";
 constexpr std::string_view kReportUsage =
     "usage: ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] [--font 1..4] FILE.amq\n"
     "                         -o OUT.(html|rtf|pdf)\n";
 constexpr std::string_view kAllUsage =
     "usage: ampora-cli check FILE.amq\n"
-    "       ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] [--text] FILE.amq\n"
+    "       ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] [--text] [--exact]\n"
+    "                        [--gj FILE.gj] FILE.amq\n"
     "       ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] [--font 1..4] FILE.amq\n"
     "                         -o OUT.(html|rtf|pdf)\n";
 
@@ -31,10 +33,12 @@ struct OptionUse {
     bool report;
     std::string_view missing; // what must follow an option that takes a value
 };
-constexpr std::array<OptionUse, 5> kOptionUses = {
+constexpr std::array<OptionUse, 7> kOptionUses = {
     {{"--autoname", true, true, ""},
      {"--sigfigs", true, true, "a number of significant figures from 1 to 17"},
      {"--text", true, false, ""},
+     {"--exact", true, false, ""},
+     {"--gj", true, false, "the name of the matrix file"},
      {"--font", false, true, "a font set from 1 to 4"},
      {"-o", false, true, "the name of the report's file"}}};
 
@@ -132,11 +136,11 @@ ParsedArguments ParseArguments(const std::vector<std::string>& args, Command com
             }
             continue;
         }
-        if (use->name == "--text") {
-            if (arg != "--text") {
-                parsed.error = arg + ": --text takes no value";
+        if (use->name == "--text" || use->name == "--exact") {
+            if (arg != use->name) {
+                parsed.error = arg + ": " + std::string(use->name) + " takes no value";
             }
-            options.text = true;
+            (use->name == "--text" ? options.text : options.exact) = true;
             continue;
         }
         if (arg != use->name) { // "--sigfigs=5": these take their value as the next argument
@@ -160,6 +164,11 @@ ParsedArguments ParseArguments(const std::vector<std::string>& args, Command com
             } else {
                 parsed.error = given + ": the font set runs from 1 to 4";
             }
+        } else if (use->name == "--gj") {
+            if (value->empty()) {
+                parsed.error = "--gj \"\": the matrix file's name is empty";
+            }
+            options.gjPath = *value;
         } else if (value->empty()) {
             parsed.error = "-o \"\": the report's file name is empty";
         } else if (!ReportFormatOf(*value)) {
