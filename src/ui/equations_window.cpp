@@ -5,6 +5,8 @@
 #include "equations/counting_text.h"
 #include "report/font_sets.h"
 #include "ui/equation_pictures.h"
+#include "ui/matrix_file.h"
+#include "ui/row_operations_tab.h"
 
 #include <QHeaderView>
 #include <QLabel>
@@ -137,6 +139,8 @@ EquationsWindow::EquationsWindow(const Workspace& workspace, QWidget* parent)
     column->addStretch();
     scroll->setWidget(page);
     tabs_->addTab(scroll, QStringLiteral("Equations and solutions"));
+    rowOperations_ = new RowOperationsTab(workspace_, tabs_);
+    tabs_->addTab(rowOperations_, QStringLiteral("Row operations"));
 }
 
 QLabel* EquationsWindow::Caption(int index) const {
@@ -182,6 +186,7 @@ void EquationsWindow::ScrollToTop() {
     txtCounting_->verticalScrollBar()->setValue(0);
     scroll_->verticalScrollBar()->setValue(0);
     scroll_->horizontalScrollBar()->setValue(0);
+    rowOperations_->ShowStep(0);
 }
 
 QImage EquationsWindow::Picture(int which) const {
@@ -254,6 +259,8 @@ void EquationsWindow::Rebuild() {
             : QStringLiteral("The currents through the batteries that join the supernodes:\n") +
                   currents.join(QLatin1Char('\n')));
     lblBatteryCurrents_->setVisible(!currents.isEmpty());
+    rowOperations_->Rebuild(density);
+    UpdateMatrixFile(ws);
 }
 
 void EquationsWindow::FillGrid(QTableWidget* grid, bool reduced) {

@@ -5,6 +5,7 @@
 #include "document/number_text.h"
 #include "equations/exact_node_matrix.h"
 #include "equations/matrix_export.h"
+#include "equations/row_operation_steps.h"
 #include "support/lattice_circuit.h"
 #include "support/scripted_prompts.h"
 #include "support/solve_session.h"
@@ -105,6 +106,12 @@ TEST(RowOperations, ReplayingTheRecordOfRandomCircuitsEndsAtTheReducedForm) {
         }
         ASSERT_TRUE(exact);
         ++withUnknowns;
+        // The last step reads as the reduced form does.
+        Workspace settled = ws;
+        settled.equations.RowOps.clear();
+        settled.equations.Augmented = eq.Reduced;
+        EXPECT_EQ(ShowRowOperations(ws, false, 6).steps.back().cells,
+                  ShowRowOperations(settled, false, 6).steps.front().cells);
         for (int row = 1; row <= n; ++row) {
             const double rhs = exact->reduced(row, n + 1).convert_to<double>();
             EXPECT_NEAR(rhs, eq.Reduced(row, n + 1), 1e-9 * std::max(1.0, std::fabs(rhs)));
@@ -112,6 +119,70 @@ TEST(RowOperations, ReplayingTheRecordOfRandomCircuitsEndsAtTheReducedForm) {
     }
     EXPECT_EQ(solved, 150);
     EXPECT_GE(withUnknowns, 100);
+}
+
+std::string StepsText(const ShownSteps& shown, int n) {
+    std::string text;
+    for (const ShownStep& step : shown.steps) {
+        text += step.words.Joined() + "  [changed " + std::to_string(step.changedRow) + " " +
+                std::to_string(step.otherChangedRow) + ", pivot " + std::to_string(step.pivotRow) +
+                "," + std::to_string(step.pivotColumn) + "]\n";
+        for (std::size_t k = 0; k < step.cells.size(); ++k) {
+            text += (k % static_cast<std::size_t>(n + 1) == 0 ? " " : " ") + step.cells[k];
+            text += (k + 1) % static_cast<std::size_t>(n + 1) == 0 ? "\n" : "";
+        }
+    }
+    for (const std::string& solution : shown.solutions) {
+        text += solution + "\n";
+    }
+    return text;
+}
+
+TEST(ShownSteps, TheBridgeStepByStepInDecimalsAndInFractions) {
+    test::SolveSession session;
+    test::Solve(session, test::ExampleText("wheatstone_bridge.amq"), 0);
+    ASSERT_TRUE(session.solved);
+    EXPECT_EQ(StepsText(ShowRowOperations(session.ws, false, 3), 2),
+              "The augmented matrix as set up  [changed 0 0, pivot 0,0]\n"
+              " 0.035 -0.02 0.1\n -0.02 0.0307 0.0667\n"
+              "R1 ← R1 ÷ 0.035  [changed 1 0, pivot 1,1]\n"
+              " 1 -0.571 2.86\n -0.02 0.0307 0.0667\n"
+              "R2 ← R2 + 0.02·R1  [changed 2 0, pivot 1,1]\n"
+              " 1 -0.571 2.86\n 0 0.0192 0.124\n"
+              "R2 ← R2 ÷ 0.0192  [changed 2 0, pivot 2,2]\n"
+              " 1 -0.571 2.86\n 0 1 6.44\n"
+              "R1 ← R1 + 0.571·R2  [changed 1 0, pivot 2,2]\n"
+              " 1 0 6.53\n 0 1 6.44\n"
+              "V2=6.53\nV3=6.44\n");
+    const ShownSteps exact = ShowRowOperations(session.ws, true, 3);
+    EXPECT_TRUE(exact.fractions);
+    ASSERT_EQ(exact.steps.size(), 5u);
+    EXPECT_EQ(exact.steps[2].words.Joined(), "R2 ← R2 + 1/50·R1");
+    EXPECT_EQ(exact.solutions, (std::vector<std::string>{"V2=660/101", "V3=650/101"}));
+}
+
+TEST(ShownSteps, ASwapMarksBothRowsAndALeftoverReadsAsZeroAsInTheReducedForm) {
+    Workspace ws;
+    ws.equations.NumUnknowns = 2;
+    ws.equations.EqnVars = {EqnVar{0, 2, "Va"}, EqnVar{0, 3, "Vb"}};
+    // Row 2 ends with a leftover of about -5E-12, which the solver clears.
+    const double rows[2][3] = {{0.1, 0.2, 0.3}, {0.2, 0.4, 0.6 + 1e-11}};
+    for (int r = 1; r <= 2; ++r) {
+        for (int c = 1; c <= 3; ++c) {
+            ws.equations.Augmented(r, c) = rows[r - 1][c - 1];
+        }
+    }
+    ws.equations.Reduced = ws.equations.Augmented;
+    Solve(ws.equations.Reduced, 2, 2, &ws.equations.RowOps);
+    EXPECT_EQ(StepsText(ShowRowOperations(ws, false, 3), 2),
+              "The augmented matrix as set up  [changed 0 0, pivot 0,0]\n"
+              " 0.1 0.2 0.3\n 0.2 0.4 0.6\n"
+              "R1 ↔ R2  [changed 1 2, pivot 1,1]\n"
+              " 0.2 0.4 0.6\n 0.1 0.2 0.3\n"
+              "R1 ← R1 ÷ 0.2  [changed 1 0, pivot 1,1]\n"
+              " 1 2 3\n 0.1 0.2 0.3\n"
+              "R2 ← R2 − 0.1·R1  [changed 2 0, pivot 1,1]\n"
+              " 1 2 3\n 0 0 0\n");
 }
 
 TEST(MatrixExport, TheGjFileOfAnExampleReadsBackToTheSameMatrix) {
