@@ -24,6 +24,8 @@ namespace ampora::ui {
 namespace {
 
 constexpr float kMargin = 10;
+// Wide enough that no text measured on it wraps.
+constexpr int kDraftWidth = 4000;
 constexpr float kCellPadX = 10;
 constexpr float kCellPadY = 6;
 constexpr std::uint32_t kPivotColour = 0x0050C8;
@@ -33,7 +35,7 @@ const QColor kChangedShade(255, 243, 176);
 class Measure {
   public:
     explicit Measure(MarkupState& state)
-        : image_(1, 1, QImage::Format_RGB32), surface_(image_), state_(state) {
+        : image_(kDraftWidth, 1, QImage::Format_RGB32), surface_(image_), state_(state) {
         SetNormalStyle(surface_, state_);
     }
     EquationExtent operator()(const std::string& text) {
@@ -120,10 +122,14 @@ QImage RowOperationPicture(const Workspace& ws, const ShownSteps& shown, int ste
             fit(static_cast<std::size_t>(row), static_cast<std::size_t>(column), measure(cell));
         }
     }
+    // The words as plain text, the number set as the equations set it.
     for (const std::string* piece :
          {&current.words.before, &current.words.number, &current.words.after}) {
-        const EquationExtent extent =
-            piece->empty() ? EquationExtent{} : EquationExtent{measure(*piece)};
+        const bool number = piece == &current.words.number;
+        const EquationExtent extent = piece->empty() ? EquationExtent{}
+                                      : number
+                                          ? measure(*piece)
+                                          : EquationExtent{measure.TextWidth(*piece), line * 0.8f};
         layout.words.push_back(extent);
         layout.wordsWidth += extent.Width;
         layout.wordsHeight = std::max(layout.wordsHeight, extent.Height);
@@ -186,9 +192,11 @@ QImage RowOperationPicture(const Workspace& ws, const ShownSteps& shown, int ste
     const std::string* pieces[] = {&current.words.before, &current.words.number,
                                    &current.words.after};
     for (std::size_t k = 0; k < 3; ++k) {
-        if (!pieces[k]->empty()) {
+        if (k == 1 && !pieces[k]->empty()) {
             centred(*pieces[k], layout.words[k], x, kMargin, layout.words[k].Width,
                     layout.wordsHeight);
+        } else if (!pieces[k]->empty()) {
+            plain(*pieces[k], x, kMargin, layout.words[k].Width, layout.wordsHeight);
         }
         x += layout.words[k].Width;
     }
