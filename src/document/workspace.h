@@ -16,6 +16,7 @@ struct Preferences {
     std::int16_t FontIndex = 3;
     std::int16_t AutoNamePattern = 1;
     bool ShowInstructions = true;
+    bool ReportRowOperations = false; // the report lists the steps of the elimination
 };
 
 struct Workspace {

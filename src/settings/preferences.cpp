@@ -71,6 +71,8 @@ StoredSettings LoadRegSettings(const SettingsStore& store, ScreenSize screen) {
     settings.preferences.FontIndex = IntegerIn(store, "FontIndex", 1, 4, 3);
     settings.preferences.AutoNamePattern = IntegerIn(store, "AutoNameIndex", 1, 3, 1);
     settings.preferences.ShowInstructions = store.Get(kParameters, "Instructions") == "True";
+    settings.preferences.ReportRowOperations =
+        store.Get(kParameters, kReportRowOperations) == "True";
     if (FormSizeOKRegistry(store, screen)) {
         settings.UseStoredGeometry = true;
         settings.Main = *StoredGeometry(store, "Form1");
@@ -86,6 +88,12 @@ void SaveRegSettings(SettingsStore& store, const Preferences& preferences,
     store.Set(kParameters, "FontIndex", std::to_string(preferences.FontIndex));
     store.Set(kParameters, "AutoNameIndex", std::to_string(preferences.AutoNamePattern));
     store.Set(kParameters, "Instructions", preferences.ShowInstructions ? "True" : "False");
+    // Written once it has been turned on, so that a store never touched by it holds only
+    // the keys it always held.
+    if (preferences.ReportRowOperations || !store.Get(kParameters, kReportRowOperations).empty()) {
+        store.Set(kParameters, kReportRowOperations,
+                  preferences.ReportRowOperations ? "True" : "False");
+    }
     if (FormSizeOKRunning(main, equations, screen)) {
         WriteGeometry(store, "Form1", main);
         WriteGeometry(store, "Form2", equations);
