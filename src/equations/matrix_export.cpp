@@ -1,6 +1,10 @@
 #include "equations/matrix_export.h"
 
 #include "document/number_text.h"
+#include "document/safe_file_write.h"
+#include "settings/recent_files.h"
+
+#include <filesystem>
 
 namespace ampora {
 
@@ -49,6 +53,28 @@ std::string MatrixCsvText(const Workspace& ws) {
     text += "Constant\r\n";
     AppendRows(text, eq.Augmented, eq.NumUnknowns);
     return text;
+}
+
+bool ExportMatrix(DocumentContext& context) {
+    const Workspace& ws = context.workspace;
+    if (ws.Step != 3 || ws.equations.NumUnknowns <= 0) {
+        return false;
+    }
+    const std::string folder =
+        ws.CurrentFileName.empty()
+            ? RecentFolder(context.store, context.programFolder)
+            : std::filesystem::path(ws.CurrentFileName).parent_path().string();
+    const auto path = context.dialogs.AskCsvPath(folder);
+    if (!path || path->empty()) {
+        return false;
+    }
+    const FileWriteResult written = WriteFileSafely(*path, MatrixCsvText(ws));
+    if (!written.written) {
+        context.prompts.ShowMessage("The matrix could not be saved as " + *path + ". " +
+                                        written.reason,
+                                    MessageIcon::Exclamation);
+    }
+    return written.written;
 }
 
 } // namespace ampora

@@ -7,6 +7,7 @@
 #include "equations/matrix_export.h"
 #include "equations/row_operation_steps.h"
 #include "support/lattice_circuit.h"
+#include "support/memory_settings_store.h"
 #include "support/scripted_prompts.h"
 #include "support/solve_session.h"
 #include "support/test_files.h"
@@ -220,6 +221,46 @@ TEST(MatrixExport, TheCsvNamesItsColumnsAndQuotesANameWithAComma) {
     EXPECT_EQ(MatrixCsvText(session.ws), "\"V,3\",V2,Constant\r\n"
                                          "3.066666666666667E-2,-0.02,6.666666666666667E-2\r\n"
                                          "-0.02,0.035,0.1\r\n");
+}
+
+TEST(MatrixExport, ExportMatrixAsksForACsvBesideTheCircuitAndSaysWhenItCannotWrite) {
+    test::TempDir dir;
+    test::SolveSession session;
+    test::Solve(session, test::ExampleText("wheatstone_bridge.amq"), 0);
+    ASSERT_TRUE(session.solved);
+    session.ws.CurrentFileName = (dir / "bridge.amq").string();
+    const std::string written = (dir / "bridge.csv").string();
+    const std::string unwritable = (dir / "missing" / "bridge.csv").string();
+    const struct {
+        std::optional<std::string> answer;
+        bool exported;
+        const char* message; // "" for none
+    } rows[] = {
+        {std::nullopt, false, ""},
+        {written, true, ""},
+        {unwritable, false, "(!) The matrix could not be saved as "},
+    };
+    for (const auto& row : rows) {
+        test::ScriptedPrompts prompts;
+        test::ScriptedFileDialogs dialogs;
+        test::MemorySettingsStore store;
+        dialogs.answers.push_back(row.answer);
+        DocumentContext context{session.ws, prompts, dialogs, store, "/program"};
+        EXPECT_EQ(ExportMatrix(context), row.exported);
+        EXPECT_EQ(dialogs.shown, std::vector<std::string>{"csv in " + dir.Path().string()});
+        const std::string shown = prompts.messages.empty() ? "" : prompts.messages[0];
+        EXPECT_EQ(shown.substr(0, std::string(row.message).size()), row.message);
+        EXPECT_EQ(prompts.messages.size(), std::string(row.message).empty() ? 0u : 1u);
+    }
+    EXPECT_EQ(test::ReadBytes(written), MatrixCsvText(session.ws));
+    // Nothing to export before the circuit is solved.
+    session.ws.Step = 2;
+    test::ScriptedPrompts prompts;
+    test::ScriptedFileDialogs dialogs;
+    test::MemorySettingsStore store;
+    DocumentContext context{session.ws, prompts, dialogs, store, "/program"};
+    EXPECT_FALSE(ExportMatrix(context));
+    EXPECT_TRUE(dialogs.shown.empty());
 }
 
 } // namespace
