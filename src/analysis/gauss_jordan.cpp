@@ -83,17 +83,14 @@ bool Subtract(std::span<double> other, std::span<const double> pivotRow, std::si
     return changed;
 }
 
-bool ClearTiny(AugmentedMatrix& matrix, int rows, std::size_t width) {
-    bool changed = false;
+void ClearTiny(AugmentedMatrix& matrix, int rows, std::size_t width) {
     for (int i = 1; i <= rows; ++i) {
         for (double& cell : RowCells(matrix, i, width)) {
             if (std::fabs(cell) < kNegligible) {
-                changed = changed || cell != 0;
                 cell = 0.0;
             }
         }
     }
-    return changed;
 }
 
 // A row or column number for the record; the size check keeps them within 1..21.
@@ -217,11 +214,10 @@ void RowOperationReplay::Apply(const RowOperation& operation) {
     }
 }
 
-bool RowOperationReplay::ClearNegligible() {
-    if (rows_ == 0) {
-        return false;
+void RowOperationReplay::ClearNegligible() {
+    if (rows_ > 0) {
+        ClearTiny(matrix_, rows_, static_cast<std::size_t>(columns_ + 1));
     }
-    return ClearTiny(matrix_, rows_, static_cast<std::size_t>(columns_ + 1));
 }
 
 } // namespace ampora

@@ -9,7 +9,6 @@
 
 namespace ampora {
 
-
 // Reduces rows 1..rows, columns 1..columns + 1 of the matrix in place; column columns + 1
 // holds the right-hand sides. A column whose largest remaining entry is 1e-10 or less gets
 // no pivot. Never allocates unless asked to record, never fails on numbers; sizes beyond
@@ -26,9 +25,8 @@ class RowOperationReplay {
     RowOperationReplay(const AugmentedMatrix& start, int rows, int columns);
 
     void Apply(const RowOperation& operation);
-    // The solver's last touch: every entry below 1e-10 in size becomes exactly 0. True when
-    // that changed an entry other than the sign of a zero.
-    bool ClearNegligible();
+    // The solver's last touch: every entry below 1e-10 in size becomes exactly 0.
+    void ClearNegligible();
 
     const AugmentedMatrix& Matrix() const { return matrix_; }
 

@@ -104,14 +104,6 @@ TEST(RowOperations, RecordingChangesNothingTheSolverWrites) {
     EXPECT_EQ(operations.front().source, 2);
 }
 
-TEST(RowOperations, ALeftoverBelowTheThresholdIsClearedOnlyAtTheEnd) {
-    AugmentedMatrix matrix = MatrixOf({{1, 5e-11}});
-    RowOperationReplay replay(matrix, 1, 1);
-    EXPECT_TRUE(replay.ClearNegligible());
-    EXPECT_EQ(replay.Matrix()(1, 2), 0.0);
-    EXPECT_FALSE(replay.ClearNegligible());
-}
-
 struct DecimalCase {
     const char* text;
     const char* exact; // "" when the text is refused
