@@ -8,6 +8,7 @@
 #include "document/workspace.h"
 #include "editor/editing_tools.h"
 #include "equations/counting_text.h"
+#include "equations/matrix_export.h"
 #include "settings/recent_files.h"
 #include "ui/about_box.h"
 #include "ui/canvas.h"
@@ -295,6 +296,7 @@ void MainWindow::EnterStepPanel() {
     // The tools edit the circuit, which only step 1 may change.
     toolbar_->setEnabled(step == 1);
     mnuFilePrint_->setEnabled(step == 3);
+    mnuFileExportMatrix_->setEnabled(step == 3);
     if (QAbstractButton* view = viewButtons_->button(workspace_.ViewMode)) {
         view->setChecked(true);
     }
@@ -530,6 +532,12 @@ void MainWindow::BuildMenus() {
     mnuFilePrint_ =
         add(mnuFile, "&Print report", "mnuFilePrint", QKeySequence(), &MainWindow::ShowReport);
     mnuFilePrint_->setEnabled(false);
+    mnuFileExportMatrix_ =
+        add(mnuFile, "Export &matrix...", "mnuFileExportMatrix", QKeySequence(), [this] {
+            DocumentContext context = Context();
+            ExportMatrix(context);
+        });
+    mnuFileExportMatrix_->setEnabled(false);
     mnuRecentFile_[0] = mnuFile->addSeparator();
     mnuRecentFile_[0]->setObjectName(QStringLiteral("mnuRecentFile0"));
     for (int i = 1; i <= kRecentFileCount; ++i) {
@@ -604,6 +612,12 @@ void MainWindow::BuildMenus() {
         connect(action, &QAction::triggered, this, [this, i] { mnuF_Click(i); });
         mnuF_[static_cast<std::size_t>(i)] = action;
     }
+    mnuReportRowOperations_ =
+        mnuOptions->addAction(QStringLiteral("Include &row operations in the report"));
+    mnuReportRowOperations_->setObjectName(QStringLiteral("mnuReportRowOperations"));
+    mnuReportRowOperations_->setCheckable(true);
+    connect(mnuReportRowOperations_, &QAction::toggled, this,
+            [this](bool checked) { workspace_.preferences.ReportRowOperations = checked; });
     mnuCenter_ = mnuOptions->addAction(QStringLiteral("&Center the circuit"));
     mnuCenter_->setObjectName(QStringLiteral("mnuCenter"));
     connect(mnuCenter_, &QAction::triggered, this, [this] {
@@ -809,6 +823,7 @@ void MainWindow::LoadRegSettings() {
         SetDefaultFormSize();
     }
     workspace_.preferences.ShowInstructions = stored.preferences.ShowInstructions;
+    mnuReportRowOperations_->setChecked(stored.preferences.ReportRowOperations);
 }
 
 void MainWindow::SaveRegSettings() {
