@@ -3,8 +3,8 @@
 // their rails and rungs cut into short pieces as a student draws them. Shared by the
 // benchmarks.
 
-#include "document/prompts.h"
-#include "document/workspace.h"
+#include "tables/prompts.h"
+#include "tables/workspace.h"
 
 #include <vector>
 

@@ -2,8 +2,8 @@
 // as a ladder whose rails and rungs are cut into short pieces as a student draws them.
 // Copying the prepared workspace is left out of the timing.
 
-#include "analysis/step_transitions.h"
 #include "ladder_circuit.h"
+#include "workflow/step_transitions.h"
 
 #include <benchmark/benchmark.h>
 

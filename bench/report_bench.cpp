@@ -2,12 +2,12 @@
 // core builder alone (pictures handed in ready-made), once with the diagrams and equations
 // drawn and encoded as PNG by the window's code.
 
-#include "analysis/step_transitions.h"
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
 #include "report/report_builder.h"
 #include "report/rich_text_document.h"
 #include "report/rtf_writer.h"
+#include "workflow/step_transitions.h"
 
 #ifdef AMPORA_BENCH_WITH_UI
 #include "ui/report_pictures.h"

@@ -4,10 +4,10 @@
 
 #include "analysis/node_naming.h"
 #include "analysis/result_labels.h"
-#include "analysis/step_transitions.h"
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
 #include "ladder_circuit.h"
+#include "workflow/step_transitions.h"
 
 #include <benchmark/benchmark.h>
 

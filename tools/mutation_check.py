@@ -21,7 +21,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 
 # (area, file, text, replacement, what the fault does)
 FAULTS = [
-    ("document", "src/document/number_text.cpp",
+    ("document", "src/tables/number_text.cpp",
      "if (text.front() == '+') {", "if (text.front() == '-') {",
      "a typed leading plus sign is no longer taken"),
     ("document", "src/document/amq_file.cpp",

@@ -14,6 +14,7 @@ packages=(
     ngspice clang llvm libclang-rt-14-dev
     unrtf poppler-utils desktop-file-utils libxml2-utils
     qt6-svg-dev librsvg2-bin dpkg-dev shared-mime-info
+    clang-format
     libboost-dev
 )
 

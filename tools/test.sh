@@ -40,8 +40,9 @@ if [[ ! -f "$sanitize_dir/build.ninja" ]]; then
         -DAMPORA_SANITIZE=ON -DAMPORA_BUILD_BENCHMARKS=OFF
 fi
 cmake --build "$sanitize_dir" -j 2
-# The package test only copies files about; it says nothing new under the sanitizers.
-run_ctest --test-dir "$sanitize_dir" --output-on-failure --timeout 900 -j 2 -E '^install_and_package$'
+# The package, formatting and layering tests read files only; they say nothing new under the
+# sanitizers.
+run_ctest --test-dir "$sanitize_dir" --output-on-failure --timeout 900 -j 2 -E '^(install_and_package|formatting|layering)$'
 
 if ((fuzz_seconds > 0)); then
     echo "== fuzz targets, ${fuzz_seconds} s each"

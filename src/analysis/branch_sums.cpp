@@ -1,9 +1,9 @@
 #include "analysis/branch_sums.h"
 
-#include "analysis/analysis_failure.h"
 #include "analysis/chain_path.h"
 #include "analysis/device_index.h"
-#include "analysis/travel.h"
+#include "tables/analysis_failure.h"
+#include "tables/travel.h"
 
 #include <string>
 

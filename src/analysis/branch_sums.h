@@ -3,8 +3,8 @@
 // current source, signed by the direction of travel, and the names of the chain currents
 // that become unknowns of the equations.
 
-#include "analysis/analysis_tables.h"
-#include "document/circuit.h"
+#include "tables/analysis_tables.h"
+#include "tables/circuit.h"
 
 namespace ampora {
 

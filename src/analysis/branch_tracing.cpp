@@ -2,7 +2,7 @@
 
 #include "analysis/chain_path.h"
 #include "analysis/key_numbering.h"
-#include "analysis/wire_geometry.h"
+#include "tables/wire_geometry.h"
 
 #include <algorithm>
 #include <array>

@@ -2,8 +2,8 @@
 // Traces the chains of wires between the nodes: from every node along each of its wires,
 // from every loose end, and around the closed loops that touch no node.
 
-#include "analysis/analysis_tables.h"
-#include "document/circuit.h"
+#include "tables/analysis_tables.h"
+#include "tables/circuit.h"
 
 namespace ampora {
 

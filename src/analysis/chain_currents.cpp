@@ -1,7 +1,7 @@
 #include "analysis/chain_currents.h"
 
 #include "analysis/chain_path.h"
-#include "analysis/travel.h"
+#include "tables/travel.h"
 
 #include <array>
 #include <cmath>

@@ -1,8 +1,8 @@
 #pragma once
 // The current of every chain and of every device, from the solved node voltages.
 
-#include "analysis/analysis_tables.h"
-#include "document/circuit.h"
+#include "tables/analysis_tables.h"
+#include "tables/circuit.h"
 
 namespace ampora {
 

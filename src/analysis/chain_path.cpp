@@ -1,6 +1,6 @@
 #include "analysis/chain_path.h"
 
-#include "document/number_text.h"
+#include "tables/number_text.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,8 +2,8 @@
 // The Path of a traced chain: its points in trace order as "x,y;x,y;...", each
 // coordinate in its shortest text, so that the text reads back to the same floats.
 
-#include "analysis/analysis_tables.h"
-#include "analysis/wire_geometry.h"
+#include "tables/analysis_tables.h"
+#include "tables/wire_geometry.h"
 
 #include <array>
 #include <string>

@@ -1,10 +1,10 @@
 #pragma once
 // The checks that refuse circuits nodal analysis cannot handle, and their messages.
 
-#include "analysis/analysis_failure.h"
-#include "analysis/analysis_tables.h"
-#include "document/circuit.h"
-#include "document/prompts.h"
+#include "tables/analysis_failure.h"
+#include "tables/analysis_tables.h"
+#include "tables/circuit.h"
+#include "tables/prompts.h"
 
 #include <string>
 

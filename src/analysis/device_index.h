@@ -2,8 +2,8 @@
 // The devices of a circuit sorted by position, along rows and along columns, so that the
 // ones lying strictly inside a path segment are found without looking at every device.
 
-#include "analysis/wire_geometry.h"
-#include "document/circuit.h"
+#include "tables/circuit.h"
+#include "tables/wire_geometry.h"
 
 #include <array>
 #include <cstdint>

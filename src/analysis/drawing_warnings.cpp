@@ -1,7 +1,7 @@
 #include "analysis/drawing_warnings.h"
 
-#include "analysis/wire_geometry.h"
-#include "document/number_text.h"
+#include "tables/number_text.h"
+#include "tables/wire_geometry.h"
 
 #include <algorithm>
 

@@ -4,8 +4,8 @@
 // wire, or a current source of no current (which the branch sums cannot tell from a wire).
 // The analysis goes on as it always does; these texts tell the student what it made of them.
 
-#include "analysis/analysis_tables.h"
-#include "document/circuit.h"
+#include "tables/analysis_tables.h"
+#include "tables/circuit.h"
 
 #include <string>
 #include <vector>

@@ -3,7 +3,7 @@
 // number the exact quotient the decimals only approximate, so that a student can see that
 // 1/10 + 1/30 is 2/15 and not 0.1333.
 
-#include "analysis/analysis_tables.h"
+#include "tables/analysis_tables.h"
 
 #include <boost/multiprecision/cpp_int.hpp>
 

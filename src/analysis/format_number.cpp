@@ -1,6 +1,6 @@
 #include "analysis/format_number.h"
 
-#include "document/number_text.h"
+#include "tables/number_text.h"
 
 #include <algorithm>
 #include <array>

@@ -3,7 +3,7 @@
 // student sees this very matrix, so the steps are fixed: the largest pivot (the upper row
 // on ties), exact 1 and 0 where they belong, and tiny leftovers shown as 0.
 
-#include "analysis/analysis_tables.h"
+#include "tables/analysis_tables.h"
 
 #include <cstdint>
 

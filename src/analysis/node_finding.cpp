@@ -1,7 +1,7 @@
 #include "analysis/node_finding.h"
 
 #include "analysis/key_numbering.h"
-#include "analysis/wire_geometry.h"
+#include "tables/wire_geometry.h"
 
 #include <algorithm>
 #include <array>

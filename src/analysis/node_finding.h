@@ -2,8 +2,8 @@
 // Finds the nodes (points where three or more wire ends meet) and the loose ends (wire
 // ends that touch nothing) of the cleaned-up wires.
 
-#include "analysis/analysis_tables.h"
-#include "document/circuit.h"
+#include "tables/analysis_tables.h"
+#include "tables/circuit.h"
 
 namespace ampora {
 

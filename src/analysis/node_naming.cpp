@@ -172,7 +172,7 @@ void ClearNames(Circuit& circuit) {
 }
 
 bool RenameNode(Workspace& workspace, Prompts& prompts, int slot, float left, float top) {
-    if (workspace.Step != 2 || slot < 1 || slot > workspace.circuit.NumNodes) {
+    if (workspace.Step != kStepName || slot < 1 || slot > workspace.circuit.NumNodes) {
         return false;
     }
     NodeLabel& node = workspace.circuit.NodeLabels[slot];

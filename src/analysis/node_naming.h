@@ -2,9 +2,9 @@
 // Naming the nodes in step 2: the name check that also puts the nodes in order, AutoName,
 // Clear Names and renaming one node by clicking its label.
 
-#include "analysis/analysis_tables.h"
-#include "document/prompts.h"
-#include "document/workspace.h"
+#include "tables/analysis_tables.h"
+#include "tables/prompts.h"
+#include "tables/workspace.h"
 
 #include <string>
 

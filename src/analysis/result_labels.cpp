@@ -1,7 +1,7 @@
 #include "analysis/result_labels.h"
 
 #include "analysis/format_number.h"
-#include "document/number_text.h"
+#include "tables/number_text.h"
 
 #include <algorithm>
 #include <array>

@@ -2,14 +2,12 @@
 // What each device's label shows in the four views of the diagram: its value, its
 // current, its voltage or its power, with an arrow giving the direction on the screen.
 
-#include "document/workspace.h"
+#include "tables/workspace.h"
 
 #include <string>
 #include <vector>
 
 namespace ampora {
-
-enum ViewModes { kViewValues = 0, kViewCurrents = 1, kViewVoltages = 2, kViewPower = 3 };
 
 // "12 V", "1000 Ω", "0.5 A": a device's value with its unit.
 std::string ValueWithUnit(const Element& element);

@@ -1,8 +1,8 @@
 #include "analysis/wire_cleanup.h"
 
 #include "analysis/key_numbering.h"
-#include "analysis/wire_geometry.h"
 #include "document/circuit_edit.h"
+#include "tables/wire_geometry.h"
 
 #include <algorithm>
 #include <array>

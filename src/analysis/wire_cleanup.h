@@ -2,7 +2,7 @@
 // Rewrites the wire table so that every touching point is a wire end: duplicates go,
 // live wires move to the front, and wires are split where another wire ends on them.
 
-#include "document/circuit.h"
+#include "tables/circuit.h"
 
 namespace ampora {
 

@@ -1,8 +1,8 @@
 #include "cli/cli_arguments.h"
 
 #include "cli/cli.h"
-#include "document/number_text.h"
 #include "report/report_files.h"
+#include "tables/number_text.h"
 
 #include <array>
 #include <ostream>

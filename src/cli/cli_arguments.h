@@ -3,7 +3,7 @@
 // A wrong argument is named with the reason, as in "--font 5: the font set runs from 1 to 4",
 // and the command's usage follows it.
 
-#include "document/workspace.h"
+#include "tables/workspace.h"
 
 #include <cstdint>
 #include <optional>

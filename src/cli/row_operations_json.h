@@ -2,7 +2,7 @@
 // The steps of the elimination in ampora-cli solve's JSON.
 
 #include "cli/json_writer.h"
-#include "document/workspace.h"
+#include "tables/workspace.h"
 
 namespace ampora::cli {
 

@@ -1,14 +1,14 @@
 #include "analysis/branch_tracing.h"
 #include "analysis/result_labels.h"
-#include "analysis/step_transitions.h"
 #include "cli/cli.h"
 #include "cli/json_writer.h"
 #include "cli/row_operations_json.h"
 #include "cli/solve_run.h"
 #include "cli/solve_text.h"
-#include "document/number_text.h"
 #include "document/safe_file_write.h"
 #include "equations/matrix_export.h"
+#include "tables/number_text.h"
+#include "workflow/step_transitions.h"
 
 #include <array>
 #include <filesystem>

@@ -3,7 +3,7 @@
 #include "analysis/node_naming.h"
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
-#include "document/number_text.h"
+#include "tables/number_text.h"
 
 #include <filesystem>
 

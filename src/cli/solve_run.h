@@ -2,9 +2,9 @@
 // What `solve` and `report` share: their options, and running a circuit file the way a
 // student does (open, "Next >", AutoName when asked, "Next >").
 
-#include "analysis/step_transitions.h"
 #include "cli/cli_arguments.h"
-#include "document/workspace.h"
+#include "tables/workspace.h"
+#include "workflow/step_transitions.h"
 
 #include <cstdint>
 #include <optional>

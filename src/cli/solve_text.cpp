@@ -2,9 +2,9 @@
 
 #include "analysis/format_number.h"
 #include "analysis/result_labels.h"
-#include "document/number_text.h"
 #include "equations/supernode_queries.h"
 #include "report/utf8_text.h"
+#include "tables/number_text.h"
 
 #include <algorithm>
 #include <array>

@@ -5,7 +5,7 @@
 // before and after elimination, and the solutions.
 
 #include "cli/solve_run.h"
-#include "document/workspace.h"
+#include "tables/workspace.h"
 
 #include <string>
 

@@ -3,7 +3,7 @@
 #include "document/safe_file_write.h"
 
 #include "document/circuit_edit.h"
-#include "document/number_text.h"
+#include "tables/number_text.h"
 
 #include <algorithm>
 #include <array>

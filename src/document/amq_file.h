@@ -2,7 +2,7 @@
 // The .amq circuit file: wire count and wires, element count and elements, node count
 // and node labels, one record a line, comma-separated, CR LF line ends.
 
-#include "document/circuit.h"
+#include "tables/circuit.h"
 
 #include <string>
 #include <string_view>

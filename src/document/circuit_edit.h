@@ -2,7 +2,7 @@
 // The writer rules of the circuit tables: new items take the lowest free slot,
 // counts are high-water marks, and an erase goes into the one-level undo memory.
 
-#include "document/circuit.h"
+#include "tables/circuit.h"
 
 namespace ampora {
 

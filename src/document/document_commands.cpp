@@ -68,16 +68,15 @@ CommandResult FileNew(DocumentContext& context, bool opening) {
     if (ws.circuit.NumWires != 0) {
         result.undoAvailable = EraseWholeCircuit(ws.circuit);
     }
-    ws.Step = 1;
-    ws.ViewMode = 0;
+    ws.Step = kStepEdit;
+    ws.ViewMode = kViewValues;
     ws.CurrentFileName.clear();
     return result;
 }
 
 CommandResult FileOpen(DocumentContext& context) {
     RunSavePrompt(context);
-    const auto path =
-        context.dialogs.AskOpenPath(RecentFolder(context.store, context.programFolder));
+    const auto path = context.dialogs.AskOpenPath(DialogFolder(context));
     if (!path || path->empty()) {
         return CommandResult{};
     }
@@ -101,8 +100,7 @@ bool FileSave(DocumentContext& context) {
 }
 
 bool FileSaveAs(DocumentContext& context) {
-    const auto path =
-        context.dialogs.AskSavePath(RecentFolder(context.store, context.programFolder));
+    const auto path = context.dialogs.AskSavePath(DialogFolder(context));
     if (!path || path->empty()) {
         return false;
     }
@@ -113,6 +111,10 @@ bool FileSaveAs(DocumentContext& context) {
     context.workspace.CurrentFileName = *path;
     AddRecentFile(context.store, *path);
     return true;
+}
+
+std::string DialogFolder(const DocumentContext& context) {
+    return RecentFolder(context.store, context.programFolder);
 }
 
 } // namespace ampora

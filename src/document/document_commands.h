@@ -3,9 +3,9 @@
 // "Changed" is never a flag: it is decided by comparing the tables with the file.
 
 #include "document/file_dialogs.h"
-#include "document/prompts.h"
-#include "document/workspace.h"
 #include "settings/settings_store.h"
+#include "tables/prompts.h"
+#include "tables/workspace.h"
 
 #include <string>
 
@@ -40,5 +40,8 @@ CommandResult OpenRecent(DocumentContext& context, const std::string& path);
 // Both return true when the circuit was written.
 bool FileSave(DocumentContext& context);
 bool FileSaveAs(DocumentContext& context);
+
+// Where the file dialogs start: the folder of the most recent file, else the program's own.
+std::string DialogFolder(const DocumentContext& context);
 
 } // namespace ampora

@@ -16,15 +16,14 @@ std::vector<LabelBox> NodeLabelPlaces(const NodeLabel& node, float width, float 
     constexpr float kOff = kNodeDotRadius + 2;
     const float x = node.X;
     const float y = node.Y;
-    std::vector<LabelBox> places{
-        LabelBox{x + kOff, y - kOff - height, width, height},
-        LabelBox{x - kOff - width, y - kOff - height, width, height},
-        LabelBox{x + kOff, y + kOff, width, height},
-        LabelBox{x - kOff - width, y + kOff, width, height},
-        LabelBox{x + kOff + 2, y - height / 2, width, height},
-        LabelBox{x - kOff - 2 - width, y - height / 2, width, height},
-        LabelBox{x - width / 2, y - kOff - 2 - height, width, height},
-        LabelBox{x - width / 2, y + kOff + 2, width, height}};
+    std::vector<LabelBox> places{LabelBox{x + kOff, y - kOff - height, width, height},
+                                 LabelBox{x - kOff - width, y - kOff - height, width, height},
+                                 LabelBox{x + kOff, y + kOff, width, height},
+                                 LabelBox{x - kOff - width, y + kOff, width, height},
+                                 LabelBox{x + kOff + 2, y - height / 2, width, height},
+                                 LabelBox{x - kOff - 2 - width, y - height / 2, width, height},
+                                 LabelBox{x - width / 2, y - kOff - 2 - height, width, height},
+                                 LabelBox{x - width / 2, y + kOff + 2, width, height}};
     for (int line = 1; line <= 3; ++line) {
         const float out = static_cast<float>(line) * height;
         places.push_back(LabelBox{x + kOff, y - kOff - height - out, width, height});

@@ -3,8 +3,8 @@
 // step 2 on, the name label beside each node dot. The window, its hit tests and the report's
 // picture of the diagram all use this one layout, so a label is clicked where it is drawn.
 
-#include "document/circuit.h"
 #include "editor/value_labels.h"
+#include "tables/circuit.h"
 
 #include <functional>
 #include <string>

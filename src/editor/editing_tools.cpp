@@ -1,9 +1,9 @@
 #include "editor/editing_tools.h"
 
 #include "document/circuit_edit.h"
-#include "document/number_text.h"
 #include "editor/hit_tests.h"
 #include "editor/snapping.h"
+#include "tables/number_text.h"
 
 #include <algorithm>
 #include <cmath>

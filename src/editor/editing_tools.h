@@ -3,9 +3,9 @@
 // state. The window turns mouse events into canvas units and calls these; anything the
 // user must answer goes through the Prompts port.
 
-#include "document/circuit.h"
-#include "document/prompts.h"
 #include "editor/editor_state.h"
+#include "tables/circuit.h"
+#include "tables/prompts.h"
 
 namespace ampora {
 

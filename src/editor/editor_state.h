@@ -1,8 +1,8 @@
 #pragma once
 // What the main window remembers between mouse events while the user edits in step 1.
 
-#include "document/circuit.h"
-#include "document/slots.h"
+#include "tables/circuit.h"
+#include "tables/slots.h"
 
 #include <cstdint>
 #include <string>

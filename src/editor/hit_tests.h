@@ -2,8 +2,8 @@
 // Where on the drawing a point lies: on which wire, whether a device may sit there,
 // over which wire end, inside which device picture.
 
-#include "document/circuit.h"
 #include "editor/editor_state.h"
+#include "tables/circuit.h"
 
 namespace ampora {
 

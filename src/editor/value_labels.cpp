@@ -1,6 +1,6 @@
 #include "editor/value_labels.h"
 
-#include "document/number_text.h"
+#include "tables/number_text.h"
 
 #include <algorithm>
 #include <array>

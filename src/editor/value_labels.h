@@ -1,7 +1,7 @@
 #pragma once
 // The value label beside each device picture: its text and where it goes.
 
-#include "document/circuit.h"
+#include "tables/circuit.h"
 
 #include <string>
 #include <vector>

@@ -1,10 +1,10 @@
 #include "equations/battery_currents.h"
 
-#include "analysis/analysis_failure.h"
 #include "analysis/chain_currents.h"
 #include "analysis/gauss_jordan.h"
-#include "document/number_text.h"
 #include "equations/supernode_queries.h"
+#include "tables/analysis_failure.h"
+#include "tables/number_text.h"
 
 #include <cstdlib>
 #include <string_view>

@@ -4,8 +4,8 @@
 // every member of its supernode but the anchor.
 
 #include "analysis/chain_currents.h"
-#include "document/prompts.h"
-#include "document/workspace.h"
+#include "tables/prompts.h"
+#include "tables/workspace.h"
 
 namespace ampora {
 

@@ -3,8 +3,8 @@
 // equations and the battery currents all ask each node for its chains; grouped once, that
 // costs one pass over the chain table instead of one pass per node asked.
 
-#include "analysis/analysis_tables.h"
-#include "document/circuit.h"
+#include "tables/analysis_tables.h"
+#include "tables/circuit.h"
 
 #include <array>
 #include <cstdint>

@@ -3,7 +3,7 @@
 // batteries reduce them, how many equations are needed; and the captions of the
 // equations tab.
 
-#include "document/workspace.h"
+#include "tables/workspace.h"
 
 #include <array>
 #include <string>

@@ -2,7 +2,7 @@
 // The augmented matrix of the node equations in exact fractions, and its elimination.
 
 #include "analysis/exact_elimination.h"
-#include "document/workspace.h"
+#include "tables/workspace.h"
 
 #include <optional>
 

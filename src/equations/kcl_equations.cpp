@@ -1,9 +1,9 @@
 #include "equations/kcl_equations.h"
 
-#include "document/number_text.h"
 #include "equations/chains_by_start.h"
 #include "equations/exact_node_matrix.h"
 #include "equations/supernode_queries.h"
+#include "tables/number_text.h"
 
 #include <algorithm>
 #include <array>

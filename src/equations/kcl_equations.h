@@ -2,7 +2,7 @@
 // The Kirchhoff's-current-law equation of every unknown: as first written, with its
 // terms collected, and as a row of the augmented matrix.
 
-#include "document/workspace.h"
+#include "tables/workspace.h"
 
 namespace ampora {
 

@@ -1,8 +1,7 @@
 #include "equations/matrix_export.h"
 
-#include "document/number_text.h"
 #include "document/safe_file_write.h"
-#include "settings/recent_files.h"
+#include "tables/number_text.h"
 
 #include <filesystem>
 
@@ -62,7 +61,7 @@ bool ExportMatrix(DocumentContext& context) {
     }
     const std::string folder =
         ws.CurrentFileName.empty()
-            ? RecentFolder(context.store, context.programFolder)
+            ? DialogFolder(context)
             : std::filesystem::path(ws.CurrentFileName).parent_path().string();
     const auto path = context.dialogs.AskCsvPath(folder);
     if (!path || path->empty()) {

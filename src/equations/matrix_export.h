@@ -3,7 +3,7 @@
 // ampora.gj file that the equations window keeps up to date, and a CSV for a spreadsheet.
 
 #include "document/document_commands.h"
-#include "document/workspace.h"
+#include "tables/workspace.h"
 
 #include <string>
 

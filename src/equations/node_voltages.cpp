@@ -1,7 +1,7 @@
 #include "equations/node_voltages.h"
 
-#include "analysis/analysis_failure.h"
 #include "equations/supernode_queries.h"
+#include "tables/analysis_failure.h"
 
 #include <cmath>
 #include <vector>

@@ -3,7 +3,7 @@
 // of each row operation and the whole matrix after it, in decimals or in exact fractions.
 
 #include "analysis/row_operation_text.h"
-#include "document/workspace.h"
+#include "tables/workspace.h"
 
 #include <string>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "equations/supernode_queries.h"
 
-#include "document/number_text.h"
+#include "tables/number_text.h"
 
 #include <cmath>
 

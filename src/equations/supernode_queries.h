@@ -2,7 +2,7 @@
 // Small questions about supernodes and equation variables, and the texts that write a
 // member's voltage through its anchor's.
 
-#include "document/workspace.h"
+#include "tables/workspace.h"
 
 #include <cstdint>
 #include <string>

@@ -1,8 +1,8 @@
 #include "equations/supernodes.h"
 
-#include "analysis/analysis_failure.h"
 #include "equations/chains_by_start.h"
 #include "equations/supernode_queries.h"
+#include "tables/analysis_failure.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document/workspace.h"
+#include "tables/workspace.h"
 
 namespace ampora {
 

@@ -2,8 +2,8 @@
 // The rectangle that holds everything drawn of a circuit, so that its picture in the report
 // shows the circuit and nothing else.
 
-#include "document/circuit.h"
 #include "editor/value_labels.h"
+#include "tables/circuit.h"
 
 #include <vector>
 

@@ -1,7 +1,7 @@
 #pragma once
 // The four font sets the user picks from for equations and the report.
 
-#include "document/slots.h"
+#include "tables/slots.h"
 
 #include <string>
 

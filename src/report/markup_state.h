@@ -2,8 +2,8 @@
 // The markup printer's running values. The caller owns one MarkupState for as long as the
 // program runs and hands it to every call, with the chosen font set in FontIndex.
 
-#include "document/slots.h"
 #include "report/font_sets.h"
+#include "tables/slots.h"
 
 #include <cstdint>
 #include <string>

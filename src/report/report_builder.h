@@ -3,9 +3,9 @@
 // circuit, the counting text, the equations with their pictures and matrices, and the voltage,
 // current and power diagrams with what their numbers mean.
 
-#include "document/workspace.h"
 #include "report/font_sets.h"
 #include "report/rich_text_sink.h"
+#include "tables/workspace.h"
 
 #include <string>
 #include <vector>

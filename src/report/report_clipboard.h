@@ -2,8 +2,8 @@
 // Copying the report to the clipboard as RTF, holding on while another program has the
 // clipboard for a moment.
 
-#include "document/prompts.h"
 #include "report/rich_text_document.h"
+#include "tables/prompts.h"
 
 #include <cstddef>
 #include <functional>

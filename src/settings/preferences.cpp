@@ -1,6 +1,6 @@
 #include "settings/preferences.h"
 
-#include "document/number_text.h"
+#include "tables/number_text.h"
 
 #include <optional>
 #include <string>

@@ -2,8 +2,8 @@
 // The user's preferences and the geometry of the main and equations windows, read from the
 // settings store at start-up and written back at exit. Geometry is in twips.
 
-#include "document/workspace.h"
 #include "settings/settings_store.h"
+#include "tables/workspace.h"
 
 namespace ampora {
 

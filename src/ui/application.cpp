@@ -1,6 +1,6 @@
 #include "ui/application.h"
 
-#include "document/workspace.h"
+#include "tables/workspace.h"
 #include "ui/app_icon.h"
 #include "ui/main_window.h"
 

@@ -1,10 +1,10 @@
 #include "ui/canvas.h"
 
-#include "document/workspace.h"
 #include "editor/editing_tools.h"
 #include "editor/editor_state.h"
 #include "editor/hit_tests.h"
 #include "editor/value_labels.h"
+#include "tables/workspace.h"
 #include "ui/device_pictures.h"
 #include "ui/diagram_painter.h"
 #include "ui/drawing_warnings_note.h"
@@ -45,7 +45,7 @@ void Canvas::CenterDrawing() {
 void Canvas::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::white);
-    if (workspace_.Step == 1 && showGrid_) {
+    if (workspace_.Step == kStepEdit && showGrid_) {
         PaintGrid(painter);
     }
     const int step = workspace_.Step;
@@ -59,7 +59,7 @@ void Canvas::paintEvent(QPaintEvent*) {
 
 DiagramLabels Canvas::CurrentLabels() const {
     const Workspace& ws = workspace_;
-    if (ws.Step == 1) {
+    if (ws.Step == kStepEdit) {
         // While editing, a device shows its value as it was typed.
         std::vector<std::string> texts(static_cast<std::size_t>(ws.circuit.NumElements) + 1);
         for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
@@ -70,7 +70,7 @@ DiagramLabels Canvas::CurrentLabels() const {
         }
         return LayOutDiagram(ws, texts, false);
     }
-    const int view = ws.Step == 3 ? ws.ViewMode : 0;
+    const int view = ws.Step == kStepResults ? ws.ViewMode : 0;
     return LayOutView(ws, view, ws.preferences.SigFigs);
 }
 
@@ -123,7 +123,7 @@ void Canvas::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) {
         return;
     }
-    if (workspace_.Step == 2) {
+    if (workspace_.Step == kStepName) {
         const int node = NodeLabelAt(CurrentLabels(), static_cast<float>(event->position().x()),
                                      static_cast<float>(event->position().y()));
         if (node != 0) {
@@ -131,7 +131,7 @@ void Canvas::mousePressEvent(QMouseEvent* event) {
         }
         return;
     }
-    if (workspace_.Step != 1 || prompts_ == nullptr) {
+    if (workspace_.Step != kStepEdit || prompts_ == nullptr) {
         return;
     }
     Circuit& circuit = workspace_.circuit;
@@ -180,7 +180,7 @@ void Canvas::mousePressEvent(QMouseEvent* event) {
 }
 
 void Canvas::mouseMoveEvent(QMouseEvent* event) {
-    if (workspace_.Step == 2) {
+    if (workspace_.Step == kStepName) {
         // A node's name is a button in step 2.
         const bool overName =
             NodeLabelAt(CurrentLabels(), static_cast<float>(event->position().x()),
@@ -192,7 +192,7 @@ void Canvas::mouseMoveEvent(QMouseEvent* event) {
         }
         return;
     }
-    if (workspace_.Step != 1) {
+    if (workspace_.Step != kStepEdit) {
         return;
     }
     const auto x = static_cast<float>(event->position().x());
@@ -213,7 +213,7 @@ void Canvas::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void Canvas::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || workspace_.Step != 1) {
+    if (event->button() != Qt::LeftButton || workspace_.Step != kStepEdit) {
         return;
     }
     const auto x = static_cast<float>(event->position().x());

@@ -1,7 +1,7 @@
 #include "ui/circuit_paint.h"
 
-#include "document/workspace.h"
 #include "report/circuit_extents.h"
+#include "tables/workspace.h"
 #include "ui/diagram_painter.h"
 
 #include <QPainter>

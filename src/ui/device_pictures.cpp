@@ -1,6 +1,6 @@
 #include "ui/device_pictures.h"
 
-#include "document/circuit.h"
+#include "tables/circuit.h"
 
 #include <QPainter>
 #include <QPainterPath>

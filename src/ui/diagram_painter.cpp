@@ -2,7 +2,7 @@
 
 #include "analysis/chain_path.h"
 #include "analysis/result_labels.h"
-#include "document/workspace.h"
+#include "tables/workspace.h"
 #include "ui/device_pictures.h"
 #include "ui/palette.h"
 

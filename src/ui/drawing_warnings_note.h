@@ -2,8 +2,8 @@
 // Step 2 points out the devices the analysis reads differently from how they look: a
 // numbered list in the step-2 panel and a numbered ring around each device on the drawing.
 
-#include "analysis/analysis_tables.h"
-#include "document/workspace.h"
+#include "tables/analysis_tables.h"
+#include "tables/workspace.h"
 
 #include <vector>
 

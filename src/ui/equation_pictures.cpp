@@ -1,9 +1,9 @@
 #include "ui/equation_pictures.h"
 
-#include "document/workspace.h"
-#include "equations/equation_drawing.h"
+#include "report/equation_drawing.h"
 #include "report/markup_state.h"
 #include "report/style_codes.h"
+#include "tables/workspace.h"
 #include "ui/painter_surface.h"
 
 #include <algorithm>

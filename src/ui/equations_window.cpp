@@ -1,9 +1,9 @@
 #include "ui/equations_window.h"
 
 #include "analysis/format_number.h"
-#include "document/workspace.h"
 #include "equations/counting_text.h"
 #include "report/font_sets.h"
+#include "tables/workspace.h"
 #include "ui/equation_pictures.h"
 #include "ui/matrix_file.h"
 #include "ui/row_operations_tab.h"

@@ -117,6 +117,7 @@ class MainWindow : public QMainWindow {
     void NodeLabelClicked(int slot);
     // Shows the panel, tools and menus of the workspace's step.
     void EnterStepPanel();
+    void HideResultWindows();
     void SetStepStatus(const QString& text);
     // The labels of step 3 and the power totals, after a view or a preference changed.
     void WriteResultLabels();

@@ -1,8 +1,8 @@
 #include "ui/matrix_file.h"
 
 #include "document/safe_file_write.h"
-#include "document/workspace.h"
 #include "equations/matrix_export.h"
+#include "tables/workspace.h"
 
 #include <QDir>
 #include <QFile>

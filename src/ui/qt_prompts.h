@@ -1,7 +1,7 @@
 #pragma once
 // Message boxes titled "Ampora" and the positioned input dialog, for the core's questions.
 
-#include "document/prompts.h"
+#include "tables/prompts.h"
 
 #include <QPoint>
 #include <functional>

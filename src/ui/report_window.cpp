@@ -1,11 +1,11 @@
 #include "ui/report_window.h"
 
 #include "document/safe_file_write.h"
-#include "document/workspace.h"
 #include "report/html_writer.h"
 #include "report/report_builder.h"
 #include "report/report_files.h"
 #include "report/rtf_writer.h"
+#include "tables/workspace.h"
 #include "ui/qt_prompts.h"
 #include "ui/report_pictures.h"
 #include "ui/text_cursor_sink.h"
@@ -280,7 +280,7 @@ void ReportWindow::closeEvent(QCloseEvent* event) {
 }
 
 ReportWindow* ShowReportWindow(QWidget* owner, Workspace& ws, Prompts* prompts) {
-    if (ws.Step != 3) {
+    if (ws.Step != kStepResults) {
         return nullptr; // there is nothing to report before the circuit is solved
     }
     auto* window = owner != nullptr ? owner->findChild<ReportWindow*>() : nullptr;

@@ -1,6 +1,6 @@
 #include "ui/tool_icons.h"
 
-#include "document/circuit.h"
+#include "tables/circuit.h"
 #include "ui/device_pictures.h"
 #include "ui/palette.h"
 

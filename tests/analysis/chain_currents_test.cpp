@@ -4,7 +4,7 @@
 #include "analysis/node_finding.h"
 #include "analysis/wire_cleanup.h"
 #include "document/circuit_edit.h"
-#include "document/number_text.h"
+#include "tables/number_text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "analysis/gauss_jordan.h"
-#include "document/number_text.h"
+#include "tables/number_text.h"
 
 #include <gtest/gtest.h>
 

@@ -8,9 +8,9 @@
 #include "analysis/chain_path.h"
 #include "analysis/node_finding.h"
 #include "analysis/wire_cleanup.h"
-#include "analysis/wire_geometry.h"
 #include "support/circuit_dump.h"
 #include "support/topology_dump.h"
+#include "tables/wire_geometry.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "analysis/exact_elimination.h"
 #include "analysis/gauss_jordan.h"
 #include "analysis/row_operation_text.h"
-#include "document/number_text.h"
+#include "tables/number_text.h"
 
 #include <gtest/gtest.h>
 

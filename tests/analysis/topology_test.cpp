@@ -1,4 +1,3 @@
-#include "analysis/analysis_failure.h"
 #include "analysis/branch_sums.h"
 #include "analysis/branch_tracing.h"
 #include "analysis/node_finding.h"
@@ -8,6 +7,7 @@
 #include "support/drawn_circuit.h"
 #include "support/test_files.h"
 #include "support/topology_dump.h"
+#include "tables/analysis_failure.h"
 
 #include <gtest/gtest.h>
 

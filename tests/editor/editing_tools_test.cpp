@@ -1,10 +1,10 @@
-#include "analysis/step_transitions.h"
 #include "document/circuit_edit.h"
 #include "editor/editing_tools.h"
 #include "editor/hit_tests.h"
 #include "editor/snapping.h"
 #include "support/circuit_dump.h"
 #include "support/scripted_prompts.h"
+#include "workflow/step_transitions.h"
 
 #include <gtest/gtest.h>
 

@@ -3,10 +3,10 @@
 // solution.
 
 #include "analysis/node_naming.h"
-#include "analysis/step_transitions.h"
 #include "support/expression_value.h"
 #include "support/lattice_circuit.h"
 #include "support/scripted_prompts.h"
+#include "workflow/step_transitions.h"
 
 #include <gtest/gtest.h>
 

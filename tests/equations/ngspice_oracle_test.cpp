@@ -3,13 +3,13 @@
 
 #include "analysis/circuit_checks.h"
 #include "analysis/node_naming.h"
-#include "analysis/step_transitions.h"
-#include "document/number_text.h"
 #include "support/lattice_chains.h"
 #include "support/lattice_circuit.h"
 #include "support/ngspice_oracle.h"
 #include "support/scripted_prompts.h"
 #include "support/test_files.h"
+#include "tables/number_text.h"
+#include "workflow/step_transitions.h"
 
 #include <gtest/gtest.h>
 

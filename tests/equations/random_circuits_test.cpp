@@ -1,8 +1,8 @@
 #include "analysis/node_naming.h"
 #include "analysis/result_labels.h"
-#include "analysis/step_transitions.h"
 #include "support/lattice_circuit.h"
 #include "support/scripted_prompts.h"
+#include "workflow/step_transitions.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,6 @@
 #include "analysis/gauss_jordan.h"
 #include "analysis/node_naming.h"
 #include "analysis/row_operation_text.h"
-#include "analysis/step_transitions.h"
-#include "document/number_text.h"
 #include "equations/exact_node_matrix.h"
 #include "equations/matrix_export.h"
 #include "equations/row_operation_steps.h"
@@ -11,6 +9,8 @@
 #include "support/scripted_prompts.h"
 #include "support/solve_session.h"
 #include "support/test_files.h"
+#include "tables/number_text.h"
+#include "workflow/step_transitions.h"
 
 #include <gtest/gtest.h>
 

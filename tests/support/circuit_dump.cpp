@@ -1,6 +1,6 @@
 #include "support/circuit_dump.h"
 
-#include "document/number_text.h"
+#include "tables/number_text.h"
 
 namespace ampora::test {
 

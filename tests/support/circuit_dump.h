@@ -1,7 +1,7 @@
 #pragma once
 // Readable dumps of the circuit tables, so that a failing comparison shows every slot.
 
-#include "document/circuit.h"
+#include "tables/circuit.h"
 
 #include <string>
 

@@ -2,10 +2,8 @@
 
 #include "analysis/node_naming.h"
 #include "analysis/result_labels.h"
-#include "analysis/step_transitions.h"
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
-#include "document/number_text.h"
 #include "editor/diagram_labels.h"
 #include "editor/editing_tools.h"
 #include "editor/hit_tests.h"
@@ -14,6 +12,8 @@
 #include "report/rich_text_document.h"
 #include "report/rtf_writer.h"
 #include "support/scripted_prompts.h"
+#include "tables/number_text.h"
+#include "workflow/step_transitions.h"
 
 #include <algorithm>
 #include <cmath>

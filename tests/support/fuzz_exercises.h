@@ -3,7 +3,7 @@
 // input the fuzzers ever tripped over. Each returns "" when all went well and otherwise
 // says which promise was broken; a crash or a sanitizer report is a finding by itself.
 
-#include "document/circuit.h"
+#include "tables/circuit.h"
 
 #include <string>
 #include <string_view>

@@ -4,11 +4,11 @@
 #include "analysis/result_labels.h"
 #include "cli/solve_run.h"
 #include "document/circuit_edit.h"
-#include "document/number_text.h"
 #include "editor/editing_tools.h"
 #include "support/expression_value.h"
 #include "support/scripted_prompts.h"
 #include "support/test_files.h"
+#include "tables/number_text.h"
 
 #include <cmath>
 #include <map>

@@ -3,7 +3,7 @@
 // independent solver that works on the lattice graph itself (plain modified nodal
 // analysis), so the program's answers can be checked against physics rather than itself.
 
-#include "document/circuit.h"
+#include "tables/circuit.h"
 
 #include <optional>
 #include <random>

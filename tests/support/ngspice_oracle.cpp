@@ -1,7 +1,7 @@
 #include "support/ngspice_oracle.h"
 
-#include "document/number_text.h"
 #include "support/test_files.h"
+#include "tables/number_text.h"
 
 #include <charconv>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 #pragma once
 // A Prompts fake: records every message and question, answers from scripted queues.
 
-#include "document/prompts.h"
+#include "tables/prompts.h"
 
 #include <deque>
 #include <string>

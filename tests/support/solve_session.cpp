@@ -1,10 +1,10 @@
 #include "support/solve_session.h"
 
 #include "analysis/node_naming.h"
-#include "analysis/step_transitions.h"
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
 #include "support/test_files.h"
+#include "workflow/step_transitions.h"
 
 namespace ampora::test {
 

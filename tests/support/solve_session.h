@@ -1,8 +1,8 @@
 #pragma once
 // Runs a circuit the way a student does: open, "Next >", optionally AutoName, "Next >".
 
-#include "document/workspace.h"
 #include "support/scripted_prompts.h"
+#include "tables/workspace.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #include "support/topology_dump.h"
 
 #include "analysis/branch_tracing.h"
-#include "document/number_text.h"
+#include "tables/number_text.h"
 
 namespace ampora::test {
 

@@ -1,8 +1,8 @@
 #pragma once
 // Readable dumps of what the topology found, so that a failing comparison shows it all.
 
-#include "analysis/analysis_tables.h"
-#include "document/circuit.h"
+#include "tables/analysis_tables.h"
+#include "tables/circuit.h"
 
 #include <string>
 

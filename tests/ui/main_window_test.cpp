@@ -2,7 +2,7 @@
 #include "dialog_answerer.h"
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
-#include "document/workspace.h"
+#include "tables/workspace.h"
 #include "ui/canvas.h"
 #include "ui/main_window.h"
 

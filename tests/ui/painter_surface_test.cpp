@@ -1,4 +1,4 @@
-#include "equations/equation_drawing.h"
+#include "report/equation_drawing.h"
 #include "report/markup_printer.h"
 #include "report/palette.h"
 #include "ui/painter_surface.h"

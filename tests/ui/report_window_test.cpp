@@ -1,15 +1,15 @@
 #include "../support/scripted_prompts.h"
 #include "../support/wide_circuit.h"
-#include "analysis/step_transitions.h"
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
-#include "document/workspace.h"
 #include "report/circuit_extents.h"
 #include "report/rtf_writer.h"
+#include "tables/workspace.h"
 #include "ui/circuit_paint.h"
 #include "ui/diagram_painter.h"
 #include "ui/report_pictures.h"
 #include "ui/report_window.h"
+#include "workflow/step_transitions.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QClipboard>

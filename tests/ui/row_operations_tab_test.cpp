@@ -2,11 +2,11 @@
 // matrix file the window keeps for other programs.
 
 #include "../support/scripted_prompts.h"
-#include "analysis/step_transitions.h"
 #include "document/amq_file.h"
-#include "document/workspace.h"
+#include "tables/workspace.h"
 #include "ui/equations_window.h"
 #include "ui/row_operations_tab.h"
+#include "workflow/step_transitions.h"
 
 #include <QCheckBox>
 #include <QFile>

@@ -1,6 +1,5 @@
-#include "analysis/step_transitions.h"
+#include "workflow/step_transitions.h"
 
-#include "analysis/analysis_failure.h"
 #include "analysis/branch_sums.h"
 #include "analysis/branch_tracing.h"
 #include "analysis/chain_currents.h"
@@ -15,6 +14,7 @@
 #include "equations/kcl_equations.h"
 #include "equations/node_voltages.h"
 #include "equations/supernodes.h"
+#include "tables/analysis_failure.h"
 
 #include <algorithm>
 #include <cmath>
@@ -90,7 +90,7 @@ TransitionResult LeaveStep1(Workspace& workspace, Prompts& prompts) {
         return Refuse(prompts, kCannotSolveMessage);
     }
     if (result == TransitionResult::Entered) {
-        workspace.Step = 2;
+        workspace.Step = kStepName;
     }
     return result;
 }
@@ -147,18 +147,18 @@ TransitionResult LeaveStep2(Workspace& workspace, Prompts& prompts) {
         ShowCheckMessage(prompts, kCannotSolveMessage);
         return TransitionResult::Refused;
     }
-    workspace.Step = 3;
-    workspace.ViewMode = 0;
+    workspace.Step = kStepResults;
+    workspace.ViewMode = kViewValues;
     return TransitionResult::Entered;
 }
 
 void BackToStep2(Workspace& workspace) {
-    workspace.Step = 2;
-    workspace.ViewMode = 0;
+    workspace.Step = kStepName;
+    workspace.ViewMode = kViewValues;
 }
 
 void BackToStep1(Workspace& workspace) {
-    workspace.Step = 1;
+    workspace.Step = kStepEdit;
 }
 
 } // namespace ampora

@@ -2,8 +2,8 @@
 // Supernodes, the unknowns of the node equations, and everything the equations window
 // and the report show about them.
 
-#include "analysis/analysis_tables.h"
-#include "document/slots.h"
+#include "tables/analysis_tables.h"
+#include "tables/slots.h"
 
 #include <array>
 #include <cstdint>

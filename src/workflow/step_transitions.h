@@ -2,8 +2,8 @@
 // The moves between the three steps, as far as they change the tables. The window and
 // ampora-cli both call these; drawing and panels are the window's business.
 
-#include "document/prompts.h"
-#include "document/workspace.h"
+#include "tables/prompts.h"
+#include "tables/workspace.h"
 
 namespace ampora {
 

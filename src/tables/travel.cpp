@@ -1,6 +1,6 @@
-#include "analysis/travel.h"
+#include "tables/travel.h"
 
-#include "document/circuit.h"
+#include "tables/circuit.h"
 
 namespace ampora {
 

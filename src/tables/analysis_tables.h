@@ -2,9 +2,9 @@
 // What the analysis finds in the drawn circuit: loose ends, traced chains, the
 // node order of the last name check and the augmented matrix.
 
-#include "analysis/travel.h"
-#include "analysis/wire_geometry.h"
-#include "document/slots.h"
+#include "tables/slots.h"
+#include "tables/travel.h"
+#include "tables/wire_geometry.h"
 
 #include <array>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #pragma once
 // Which way a trace runs along a segment of its path, on the screen (y grows downward).
 
-#include "analysis/wire_geometry.h"
+#include "tables/wire_geometry.h"
 
 namespace ampora {
 

@@ -2,7 +2,7 @@
 // The drawn circuit: wire segments, devices on them and the node labels,
 // with the one-level memory of the last erase.
 
-#include "document/slots.h"
+#include "tables/slots.h"
 
 #include <cstdint>
 #include <string>

@@ -1,5 +1,5 @@
-#include "analysis/step_transitions.h"
 #include "support/solve_session.h"
+#include "workflow/step_transitions.h"
 
 #include <gtest/gtest.h>
 

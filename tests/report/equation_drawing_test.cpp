@@ -1,4 +1,4 @@
-#include "equations/equation_drawing.h"
+#include "report/equation_drawing.h"
 #include "report/palette.h"
 #include "support/recording_surface.h"
 

@@ -1,4 +1,4 @@
-#include "analysis/wire_geometry.h"
+#include "tables/wire_geometry.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 // Points and the normal form in which the topology reads a wire. Points are compared
 // exactly: the editor snaps every end to the grid, so equal points are bit-equal.
 
-#include "document/circuit.h"
+#include "tables/circuit.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,4 +1,4 @@
-#include "equations/equation_drawing.h"
+#include "report/equation_drawing.h"
 
 #include "equations/equation_parse.h"
 #include "report/markup_printer.h"

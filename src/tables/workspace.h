@@ -2,9 +2,9 @@
 // Every table the windows share. The application owns one Workspace and hands it
 // around by reference; a test builds its own.
 
-#include "analysis/analysis_tables.h"
-#include "document/circuit.h"
-#include "equations/equation_tables.h"
+#include "tables/analysis_tables.h"
+#include "tables/circuit.h"
+#include "tables/equation_tables.h"
 
 #include <cstdint>
 #include <string>
@@ -19,6 +19,17 @@ struct Preferences {
     bool ReportRowOperations = false; // the report lists the steps of the elimination
 };
 
+// The three steps the window is always in one of.
+enum Steps : std::int16_t { kStepEdit = 1, kStepName = 2, kStepResults = 3 };
+
+// What the labels of step 3 show.
+enum ViewModes : std::int16_t {
+    kViewValues = 0,
+    kViewCurrents = 1,
+    kViewVoltages = 2,
+    kViewPower = 3
+};
+
 struct Workspace {
     Circuit circuit;
     Topology topology;
@@ -27,8 +38,8 @@ struct Workspace {
     Equations equations;
     Preferences preferences;
 
-    std::int16_t Step = 1;     // 1 edit, 2 name the nodes, 3 results
-    std::int16_t ViewMode = 0; // 0 values, 1 currents, 2 voltages, 3 power
+    std::int16_t Step = kStepEdit;
+    std::int16_t ViewMode = kViewValues;
     double PowerIn = 0;
     double PowerOut = 0;
     std::string CurrentFileName; // empty while untitled

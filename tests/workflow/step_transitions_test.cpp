@@ -1,11 +1,11 @@
 #include "analysis/node_naming.h"
-#include "analysis/step_transitions.h"
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
 #include "support/circuit_dump.h"
 #include "support/drawn_circuit.h"
 #include "support/scripted_prompts.h"
 #include "support/test_files.h"
+#include "workflow/step_transitions.h"
 
 #include <gtest/gtest.h>
 
