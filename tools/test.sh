@@ -3,8 +3,20 @@
 # under AddressSanitizer and UndefinedBehaviorSanitizer, and each fuzz target for a bounded
 # time. A second run rebuilds only what changed.
 #
+#   tools/test.sh           everything, as CI runs it
+#   tools/test.sh --fast    the build and the quick tests only: a developer's check between
+#                           changes (the reports drawn as PDF, the package, the ngspice oracle,
+#                           the sanitizers and the fuzzers are left to the full run)
+#
 #   AMPORA_FUZZ_SECONDS   seconds per fuzz target (default 60; 0 skips fuzzing)
 set -euo pipefail
+fast=0
+if [[ "${1:-}" == "--fast" ]]; then
+    fast=1
+elif [[ $# -gt 0 ]]; then
+    echo "usage: tools/test.sh [--fast]" >&2
+    exit 2
+fi
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 build_dir="${AMPORA_BUILD_DIR:-$here/build}"
 sanitize_dir="${AMPORA_SANITIZE_BUILD_DIR:-$here/build-sanitize}"
@@ -27,6 +39,12 @@ run_ctest() {
     passed=$((passed + ${total:-0}))
 }
 
+if ((fast)); then
+    run_ctest --test-dir "$build_dir" --output-on-failure --timeout 600 -j 2 \
+        -E '^(install_and_package|ui_report_window_test|CliReportProgram\..*|NgspiceOracle\..*)$'
+    echo "tests: ${passed} passed, 0 failed"
+    exit 0
+fi
 run_ctest --test-dir "$build_dir" --output-on-failure --timeout 600 -j 2
 
 # Every finding stops the run at once. LeakSanitizer works here (no ptrace restrictions in
