@@ -15,6 +15,7 @@ packages=(
     unrtf poppler-utils desktop-file-utils libxml2-utils
     qt6-svg-dev librsvg2-bin dpkg-dev shared-mime-info
     clang-format
+    libboost-dev
 )
 
 missing=()

@@ -14,7 +14,8 @@ namespace {
 
 constexpr std::string_view kCheckUsage = "usage: ampora-cli check FILE.amq\n";
 constexpr std::string_view kSolveUsage =
-    "usage: ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] [--text] FILE.amq\n";
+    "usage: ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] [--text] [--exact]\n"
+    "                        [--gj FILE.gj] FILE.amq\n";
 constexpr std::string_view kReportUsage =
     "usage: ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] [--font 1..4] FILE.amq\n"
     "                         -o OUT.(html|rtf|pdf)\n";
@@ -28,7 +29,8 @@ constexpr std::string_view kGradeUsage =
     "usage: ampora-cli grade [--autoname[=1|2|3]] [--sigfigs N] FILE.amq ANSWERS.txt\n";
 constexpr std::string_view kAllUsage =
     "usage: ampora-cli check FILE.amq\n"
-    "       ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] [--text] FILE.amq\n"
+    "       ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] [--text] [--exact]\n"
+    "                        [--gj FILE.gj] FILE.amq\n"
     "       ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] [--font 1..4] FILE.amq\n"
     "                         -o OUT.(html|rtf|pdf)\n"
     "       ampora-cli picture [--autoname[=1|2|3]] [--sigfigs N]\n"
@@ -52,7 +54,7 @@ struct OptionUse {
     unsigned takenBy;         // one Bit per command
     std::string_view missing; // what must follow an option that takes a value
 };
-constexpr std::array<OptionUse, 7> kOptionUses = {
+constexpr std::array<OptionUse, 9> kOptionUses = {
     {{"--autoname",
       Bit(Command::Solve) | Bit(Command::Report) | Bit(Command::Picture) |
           Bit(Command::CheckEquation) | Bit(Command::Grade),
@@ -61,6 +63,8 @@ constexpr std::array<OptionUse, 7> kOptionUses = {
       Bit(Command::Solve) | Bit(Command::Report) | Bit(Command::Picture) | Bit(Command::Grade),
       "a number of significant figures from 1 to 17"},
      {"--text", Bit(Command::Solve), ""},
+     {"--exact", Bit(Command::Solve), ""},
+     {"--gj", Bit(Command::Solve), "the name of the matrix file"},
      {"--font", Bit(Command::Report), "a font set from 1 to 4"},
      {"--view", Bit(Command::Picture), "a view (values, currents, voltages or power)"},
      {"-o", Bit(Command::Report) | Bit(Command::Picture), "the name of the report's file"},
@@ -107,9 +111,8 @@ std::string_view CommandName(Command command) {
 // "only solve takes this option", "only solve, report, picture and grade take this option".
 std::string WhoTakes(const OptionUse& use) {
     std::vector<std::string_view> names;
-    for (const Command command :
-         {Command::Solve, Command::Report, Command::Picture, Command::CheckEquation,
-          Command::Grade}) {
+    for (const Command command : {Command::Solve, Command::Report, Command::Picture,
+                                  Command::CheckEquation, Command::Grade}) {
         if (Takes(use, command)) {
             names.push_back(CommandName(command));
         }
@@ -252,11 +255,11 @@ ParsedArguments ParseArguments(const std::vector<std::string>& args, Command com
             }
             continue;
         }
-        if (use->name == "--text") {
-            if (arg != "--text") {
-                parsed.error = arg + ": --text takes no value";
+        if (use->name == "--text" || use->name == "--exact") {
+            if (arg != use->name) {
+                parsed.error = arg + ": " + std::string(use->name) + " takes no value";
             }
-            options.text = true;
+            (use->name == "--text" ? options.text : options.exact) = true;
             continue;
         }
         if (arg != use->name) { // "--sigfigs=5": these take their value as the next argument
@@ -295,6 +298,11 @@ ParsedArguments ParseArguments(const std::vector<std::string>& args, Command com
             } else {
                 parsed.error = given + ": the view is values, currents, voltages or power";
             }
+        } else if (use->name == "--gj") {
+            if (value->empty()) {
+                parsed.error = "--gj \"\": the matrix file's name is empty";
+            }
+            options.gjPath = *value;
         } else {
             parsed.error = OutputError(given, *value, command);
             options.output = *value;

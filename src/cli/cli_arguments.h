@@ -23,7 +23,9 @@ struct RunOptions {
     std::optional<std::int16_t> autoNamePattern;
     std::int16_t sigFigs = Preferences{}.SigFigs;
     std::int16_t fontIndex = Preferences{}.FontIndex;
-    bool text = false; // solve: an aligned plain-text answer key instead of JSON
+    bool text = false;  // solve: an aligned plain-text answer key instead of JSON
+    bool exact = false; // solve: the matrices and row operations in exact fractions as well
+    std::string gjPath; // solve --gj: where to write the augmented matrix as ampora.gj
     std::string path;
     std::int16_t viewMode = 0; // --view, for picture only: 0 values .. 3 power
     std::string output;        // -o, for report and picture

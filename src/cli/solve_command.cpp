@@ -2,9 +2,12 @@
 #include "analysis/result_labels.h"
 #include "cli/cli.h"
 #include "cli/json_writer.h"
+#include "cli/row_operations_json.h"
 #include "cli/solve_run.h"
 #include "cli/solve_text.h"
+#include "document/safe_file_write.h"
 #include "equations/equation_check.h"
+#include "equations/matrix_export.h"
 #include "tables/number_text.h"
 #include "workflow/step_transitions.h"
 
@@ -127,7 +130,7 @@ void WriteMatrix(JsonWriter& json, std::string_view key, const AugmentedMatrix& 
     json.EndArray();
 }
 
-void WriteResults(JsonWriter& json, Workspace& ws) {
+void WriteResults(JsonWriter& json, Workspace& ws, bool exact) {
     WriteElements(json, ws);
     ws.ViewMode = kViewPower;
     WriteLabels(ws, ws.preferences.SigFigs);
@@ -155,6 +158,7 @@ void WriteResults(JsonWriter& json, Workspace& ws) {
     WriteStrings(json, "collected", eq.Collected);
     WriteMatrix(json, "matrix", eq.Augmented, eq.NumUnknowns);
     WriteMatrix(json, "rref", eq.Reduced, eq.NumUnknowns);
+    WriteRowOperations(json, ws, exact);
     json.Member("counting", eq.CountingText);
     WriteStrings(json, "captions", std::vector<std::string>(eq.EqnText.begin(), eq.EqnText.end()));
 }
@@ -172,6 +176,16 @@ int RunSolve(const std::vector<std::string>& args, std::ostream& out, std::ostre
     const std::optional<SolvedRun> run = OpenAndSolve(workspace, options, prompts, err);
     if (!run) {
         return kExitUsage;
+    }
+    if (run->solved && !options.gjPath.empty()) {
+        const Equations& eq = workspace.equations;
+        const FileWriteResult written =
+            WriteFileSafely(options.gjPath, GjText(eq.Augmented, eq.NumUnknowns));
+        if (!written.written) {
+            err << "ampora-cli: " << options.gjPath << ": cannot be written: " << written.reason
+                << "\n";
+            return kExitUsage;
+        }
     }
     if (options.text) {
         const std::string name = std::filesystem::path(options.path).filename().string();
@@ -198,7 +212,7 @@ int RunSolve(const std::vector<std::string>& args, std::ostream& out, std::ostre
         WriteStrings(json, "warnings", warnings);
     }
     if (passed) {
-        WriteResults(json, workspace);
+        WriteResults(json, workspace, options.exact);
     }
     json.EndObject();
     out << json.Text();

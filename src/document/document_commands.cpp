@@ -76,8 +76,7 @@ CommandResult FileNew(DocumentContext& context, bool opening) {
 
 CommandResult FileOpen(DocumentContext& context) {
     RunSavePrompt(context);
-    const auto path =
-        context.dialogs.AskOpenPath(RecentFolder(context.store, context.programFolder));
+    const auto path = context.dialogs.AskOpenPath(DialogFolder(context));
     if (!path || path->empty()) {
         return CommandResult{};
     }
@@ -101,8 +100,7 @@ bool FileSave(DocumentContext& context) {
 }
 
 bool FileSaveAs(DocumentContext& context) {
-    const auto path =
-        context.dialogs.AskSavePath(RecentFolder(context.store, context.programFolder));
+    const auto path = context.dialogs.AskSavePath(DialogFolder(context));
     if (!path || path->empty()) {
         return false;
     }
@@ -113,6 +111,10 @@ bool FileSaveAs(DocumentContext& context) {
     context.workspace.CurrentFileName = *path;
     AddRecentFile(context.store, *path);
     return true;
+}
+
+std::string DialogFolder(const DocumentContext& context) {
+    return RecentFolder(context.store, context.programFolder);
 }
 
 } // namespace ampora

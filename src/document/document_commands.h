@@ -41,4 +41,7 @@ CommandResult OpenRecent(DocumentContext& context, const std::string& path);
 bool FileSave(DocumentContext& context);
 bool FileSaveAs(DocumentContext& context);
 
+// Where the file dialogs start: the folder of the most recent file, else the program's own.
+std::string DialogFolder(const DocumentContext& context);
+
 } // namespace ampora

@@ -12,6 +12,9 @@ struct FileDialogs {
     virtual ~FileDialogs() = default;
     virtual std::optional<std::string> AskOpenPath(const std::string& startFolder) = 0;
     virtual std::optional<std::string> AskSavePath(const std::string& startFolder) = 0;
+    // A Save As dialog for a spreadsheet's file: the filter "CSV Files (*.csv)", ".csv"
+    // added to a name without it.
+    virtual std::optional<std::string> AskCsvPath(const std::string& startFolder) = 0;
 };
 
 } // namespace ampora

@@ -85,7 +85,6 @@ class Judge {
         : ws_(ws), variable_(variable), names_(EquationNames(ws)) {
         problem_.unknowns = ws.equations.NumUnknowns;
         problem_.currents = CurrentCount(names_);
-        byStart_ = GroupChainsByStart(ws.topology);
         program_ = ProgramForm(ws, problem_, variable);
     }
 
@@ -199,7 +198,7 @@ class Judge {
 
     // One term of the program's equation written wrong, or one term too many.
     std::string OneTermWrong() const {
-        const std::vector<int> chains = ChainsOf(ws_, byStart_, variable_);
+        const std::vector<int> chains = ChainsOf(ws_, variable_);
         const std::vector<int> members = MembersOf(ws_, variable_);
         const auto isMember = [&](int slot) {
             return std::find(members.begin(), members.end(), ws_.naming.NodeRank[slot]) !=
@@ -311,7 +310,6 @@ class Judge {
     Names names_;
     Tolerance tolerance_{1e-5};
     Problem problem_;
-    ChainsByStart byStart_;
     Form program_;
     Form student_;
     bool roundsDecimals_ = false; // writes a decimal that is not a value of the circuit

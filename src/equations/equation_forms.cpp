@@ -117,12 +117,12 @@ std::vector<int> MembersOf(const Workspace& ws, int variable) {
 
 // The chains whose currents the equation of `variable` adds up: those leaving its node, or
 // every member of its supernode but for the chains that stay inside the supernode.
-std::vector<int> ChainsOf(const Workspace& ws, const ChainsByStart& byStart, int variable) {
+std::vector<int> ChainsOf(const Workspace& ws, int variable) {
     const std::vector<int> members = MembersOf(ws, variable);
     std::vector<int> chains;
     for (const int member : members) {
         const int slot = NodeAt(ws, member);
-        for (const int b : ChainsFrom(byStart, slot)) {
+        for (const int b : ChainsFrom(ws.topology, slot)) {
             const int end = ws.topology.Branches[b].EndNode;
             const bool inside =
                 std::find(members.begin(), members.end(), ws.naming.NodeRank[end]) != members.end();

@@ -69,7 +69,7 @@ Term TermOf(const Workspace& ws, const Problem& problem, int chain);
 std::vector<int> MembersOf(const Workspace& ws, int variable);
 // The chains whose currents the equation of `variable` adds up: those leaving its node, or
 // every member of its supernode but for the chains that stay inside the supernode.
-std::vector<int> ChainsOf(const Workspace& ws, const ChainsByStart& byStart, int variable);
+std::vector<int> ChainsOf(const Workspace& ws, int variable);
 
 struct Tolerance {
     double relative;

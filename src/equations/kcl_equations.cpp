@@ -1,6 +1,7 @@
 #include "equations/kcl_equations.h"
 
 #include "equations/chains_by_start.h"
+#include "equations/exact_node_matrix.h"
 #include "equations/supernode_queries.h"
 #include "tables/number_text.h"
 
@@ -239,28 +240,50 @@ std::string Collected(const Workspace& ws, int row, std::span<const Term> terms)
     return equation;
 }
 
-void LoadRow(const Workspace& ws, AugmentedMatrix& matrix, int row, std::span<const Term> terms) {
+// Adds the row's numbers into `matrix`, each chain number taken through `value`: the
+// single itself for the decimal matrix, the exact value of its text for the fractions.
+template <typename Cells, typename Value>
+void LoadRow(const Workspace& ws, Cells& matrix, int row, std::span<const Term> terms,
+             Value value) {
+    using Number = decltype(value(0.0f));
     const int rhs = ws.equations.NumUnknowns + 1;
     for (const Term& term : terms) {
         const Branch& chain = *term.chain;
         if (term.IsSource()) {
-            matrix(row, rhs) -= chain.SourceCurrent;
+            matrix(row, rhs) -= value(chain.SourceCurrent);
             continue;
         }
-        const double r = chain.Resistance;
-        matrix(row, row) += 1 / r;
+        const Number r = value(chain.Resistance);
+        matrix(row, row) += Number(1) / r;
         if (term.endVariable != 0) {
-            matrix(row, term.endVariable) -= 1 / r;
+            matrix(row, term.endVariable) -= Number(1) / r;
         }
         if (!term.start->Alias.empty()) {
-            matrix(row, rhs) -= term.start->AliasOffset / r;
+            matrix(row, rhs) -= value(term.start->AliasOffset) / r;
         }
         if (!term.end->Alias.empty()) {
-            matrix(row, rhs) += term.end->AliasOffset / r;
+            matrix(row, rhs) += value(term.end->AliasOffset) / r;
         }
-        matrix(row, rhs) -= chain.EMF / r;
+        matrix(row, rhs) -= value(chain.EMF) / r;
     }
 }
+
+double SingleValue(float value) {
+    return value;
+}
+
+// The value a chain number stands for in the equations: that of the text they show.
+struct ShownValue {
+    bool* exact;
+    Rational operator()(float value) const {
+        std::optional<Rational> shown = RationalFromDecimal(SingleText(value));
+        if (!shown) {
+            *exact = false;
+            return Rational(0);
+        }
+        return *shown;
+    }
+};
 
 } // namespace
 
@@ -277,9 +300,29 @@ void WriteNodeEquations(Workspace& ws) {
         const EqnVar& var = eq.EqnVars[static_cast<std::size_t>(row - 1)];
         const std::span<const Term> rowTerms = GatherTerms(ws, var, terms);
         eq.FirstWritten.push_back(FirstWritten(rowTerms));
-        LoadRow(ws, ws.Matrix, row, rowTerms);
+        LoadRow(ws, ws.Matrix, row, rowTerms, SingleValue);
         eq.Collected.push_back(Collected(ws, row, rowTerms));
     }
+}
+
+std::optional<ExactMatrix> ExactNodeMatrix(const Workspace& ws) {
+    const Equations& eq = ws.equations;
+    const int n = eq.NumUnknowns;
+    if (n <= 0 || n > kMaxUnknowns || eq.EqnVars.size() != static_cast<std::size_t>(n)) {
+        return std::nullopt;
+    }
+    ExactMatrix matrix(n, n);
+    bool exact = true;
+    const EquationIndex index = IndexEquations(ws);
+    Terms terms;
+    for (int row = 1; row <= n; ++row) {
+        const EqnVar& var = eq.EqnVars[static_cast<std::size_t>(row - 1)];
+        LoadRow(ws, matrix, row, GatherTerms(ws, index, var, terms), ShownValue{&exact});
+    }
+    if (!exact) {
+        return std::nullopt;
+    }
+    return matrix;
 }
 
 } // namespace ampora

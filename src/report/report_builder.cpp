@@ -2,6 +2,7 @@
 
 #include "analysis/format_number.h"
 #include "analysis/result_labels.h"
+#include "equations/row_operation_steps.h"
 #include "equations/supernode_queries.h"
 #include "report/utf8_text.h"
 
@@ -159,6 +160,24 @@ ReportGrid SolutionsGrid(const Workspace& ws, int sigFigs) {
     return grid;
 }
 
+// Each step of the elimination in words, then the matrix it leaves.
+void WriteRowOperations(RichTextSink& box, const Workspace& ws, int sigFigs) {
+    const ShownSteps shown = ShowRowOperations(ws, false, sigFigs);
+    const auto columns = static_cast<std::size_t>(ws.equations.NumUnknowns + 1);
+    RTBText(box, kRowOperationsIntroduction, 1, 2, kBodyStyle);
+    for (std::size_t s = 1; s < shown.steps.size(); ++s) {
+        const ShownStep& step = shown.steps[s];
+        RTBText(box, "Step " + std::to_string(s) + ":  " + step.words.Joined(), 0, 1, kBodyStyle);
+        ReportGrid grid;
+        for (std::size_t at = 0; at + columns <= step.cells.size(); at += columns) {
+            grid.emplace_back(step.cells.begin() + static_cast<std::ptrdiff_t>(at),
+                              step.cells.begin() + static_cast<std::ptrdiff_t>(at + columns));
+        }
+        RTBTable(box, grid);
+        RTBText(box, "", 0, 1, kBodyStyle); // a blank line before the next step
+    }
+}
+
 std::string PowerExplanation(const std::string& delivered, const std::string& dissipated) {
     return "The number beside each battery or current source gives the power delivered to the "
            "circuit by that battery or current source (in watts).  "
@@ -214,6 +233,9 @@ void LoadRTBoxWithReport(Workspace& ws, RichTextSink& box, ReportPictures& pictu
     }
     if (eq.NumUnknowns > 1) {
         RTBTable(box, MatrixGrid(eq.Augmented, eq.NumUnknowns, sigFigs));
+        if (ws.preferences.ReportRowOperations) {
+            WriteRowOperations(box, ws, sigFigs);
+        }
         RTBText(box, eq.EqnText[4], 1, 2, kBodyStyle);
         RTBTable(box, MatrixGrid(eq.Reduced, eq.NumUnknowns, sigFigs));
         RTBText(box, eq.EqnText[5], 1, 2, kBodyStyle);

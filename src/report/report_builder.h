@@ -63,6 +63,11 @@ void WriteDrawingWarnings(RichTextSink& box, const std::vector<DrawingWarning>& 
 // put back as it was at the end.
 void LoadRTBoxWithReport(Workspace& ws, RichTextSink& box, ReportPictures& pictures);
 
+// Heads the steps of the elimination, which the report holds when the user asks for them.
+inline constexpr const char* kRowOperationsIntroduction =
+    "Gauss-Jordan elimination works on this matrix one row operation at a time (Rk stands for "
+    "row k).  Each step is followed by the matrix it leaves:";
+
 inline constexpr const char* kVoltageExplanation =
     "The number beside each battery, current source or resistor is the voltage difference "
     "between the two ends of that battery, current source or resistor (in volts).  "

@@ -74,6 +74,8 @@ StoredSettings LoadRegSettings(const SettingsStore& store, ScreenSize screen) {
     settings.preferences.AutoNamePattern = IntegerIn(store, "AutoNameIndex", 1, 3, 1);
     settings.preferences.ShowInstructions = store.Get(kParameters, "Instructions") == "True";
     settings.preferences.PracticeHideAnswers = store.Get(kParameters, kPractice) == "True";
+    settings.preferences.ReportRowOperations =
+        store.Get(kParameters, kReportRowOperations) == "True";
     if (FormSizeOKRegistry(store, screen)) {
         settings.UseStoredGeometry = true;
         settings.Main = *StoredGeometry(store, "Form1");
@@ -93,6 +95,12 @@ void SaveRegSettings(SettingsStore& store, const Preferences& preferences,
     // practises hold only the usual keys.
     if (preferences.PracticeHideAnswers || !store.Get(kParameters, kPractice).empty()) {
         store.Set(kParameters, kPractice, preferences.PracticeHideAnswers ? "True" : "False");
+    }
+    // Written once it has been turned on, so that a store never touched by it holds only
+    // the keys it always held.
+    if (preferences.ReportRowOperations || !store.Get(kParameters, kReportRowOperations).empty()) {
+        store.Set(kParameters, kReportRowOperations,
+                  preferences.ReportRowOperations ? "True" : "False");
     }
     if (FormSizeOKRunning(main, equations, screen)) {
         WriteGeometry(store, "Form1", main);

@@ -8,6 +8,7 @@
 namespace ampora {
 
 inline constexpr const char* kParameters = "Parameters";
+inline constexpr const char* kReportRowOperations = "ReportRowOperations";
 
 struct WindowGeometry {
     float Width = 0, Height = 0, Left = 0, Top = 0;

@@ -113,4 +113,21 @@ struct AugmentedMatrix {
     }
 };
 
+enum class RowOperationKind : std::uint8_t { Swap, Scale, Add };
+
+// One elementary row operation as the elimination performed it; rows and columns from 1.
+struct RowOperation {
+    RowOperationKind kind = RowOperationKind::Swap;
+    std::int8_t row = 0;    // the row that changes; for a swap, the pivot's row to be
+    std::int8_t source = 0; // a swap: the row exchanged with `row`; an add: the pivot row
+    std::int8_t column = 0; // the column of the pivot this step works towards
+    // A scale divides `row` by this number, the pivot, and sets the pivot to exactly 1; an
+    // add adds this multiple of `source` to `row` and sets its entry in `column` to exactly 0.
+    double number = 0;
+
+    bool operator==(const RowOperation&) const = default;
+};
+
+using RowOperations = std::vector<RowOperation>;
+
 } // namespace ampora

@@ -43,6 +43,7 @@ struct Equations {
     std::vector<std::string> Collected;    // the same with terms collected
     AugmentedMatrix Augmented;             // the system as set up
     AugmentedMatrix Reduced;               // after Gauss-Jordan elimination
+    RowOperations RowOps;                  // how the elimination went from one to the other
     std::string CountingText;
     std::array<std::string, 7> EqnText; // the captions of the equations tab
 };

@@ -18,6 +18,7 @@ struct Preferences {
     bool ShowInstructions = true;
     // Step 3 keeps the results hidden until the student's equations are right.
     bool PracticeHideAnswers = false;
+    bool ReportRowOperations = false; // the report lists the steps of the elimination
 };
 
 // The three steps the window is always in one of.

@@ -6,6 +6,8 @@
 #include "tables/workspace.h"
 #include "ui/check_work_tab.h"
 #include "ui/equation_pictures.h"
+#include "ui/matrix_file.h"
+#include "ui/row_operations_tab.h"
 
 #include <QHeaderView>
 #include <QLabel>
@@ -138,6 +140,8 @@ EquationsWindow::EquationsWindow(const Workspace& workspace, QWidget* parent)
     column->addStretch();
     scroll->setWidget(page);
     tabs_->addTab(scroll, QStringLiteral("Equations and solutions"));
+    rowOperations_ = new RowOperationsTab(workspace_, tabs_);
+    tabs_->addTab(rowOperations_, QStringLiteral("Row operations"));
 
     checkScroll_ = new QScrollArea(tabs_);
     checkScroll_->setObjectName(QStringLiteral("scrollCheckWork"));
@@ -204,6 +208,7 @@ void EquationsWindow::ScrollToTop() {
     txtCounting_->verticalScrollBar()->setValue(0);
     scroll_->verticalScrollBar()->setValue(0);
     scroll_->horizontalScrollBar()->setValue(0);
+    rowOperations_->ShowStep(0);
 }
 
 QImage EquationsWindow::Picture(int which) const {
@@ -286,6 +291,8 @@ void EquationsWindow::Rebuild() {
             : QStringLiteral("The currents through the batteries that join the supernodes:\n") +
                   currents.join(QLatin1Char('\n')));
     lblBatteryCurrents_->setVisible(!currents.isEmpty());
+    rowOperations_->Rebuild(density);
+    UpdateMatrixFile(ws);
 
     checkWork_->Rebuild(font);
 }

@@ -1,6 +1,7 @@
 #pragma once
-// The equations window: a tab with the prose that counts unknowns and equations, and a tab
-// that sets out the equations, the augmented matrix, its reduced form and the solutions.
+// The equations window: a tab with the prose that counts unknowns and equations, a tab that
+// sets out the equations, the augmented matrix, its reduced form and the solutions, and a tab
+// that goes through the elimination one row operation at a time.
 
 #include <QImage>
 #include <QWidget>
@@ -19,6 +20,7 @@ struct Workspace;
 namespace ampora::ui {
 
 class CheckWorkTab;
+class RowOperationsTab;
 
 class EquationsWindow : public QWidget {
     Q_OBJECT
@@ -68,6 +70,7 @@ class EquationsWindow : public QWidget {
     QTableWidget* grdRREF_ = nullptr;
     QTableWidget* grdSolutions_ = nullptr;
     QLabel* lblBatteryCurrents_ = nullptr;
+    RowOperationsTab* rowOperations_ = nullptr;
     QImage picture1_;
     QImage picture2_;
     QScrollArea* checkScroll_ = nullptr; // the "Check my work" tab

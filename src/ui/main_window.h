@@ -159,6 +159,8 @@ class MainWindow : public QMainWindow {
     QAction* mnuDrawGrid_ = nullptr;
     QAction* mnuCenter_ = nullptr;
     QAction* mnuFilePrint_ = nullptr;
+    QAction* mnuFileExportMatrix_ = nullptr;
+    QAction* mnuReportRowOperations_ = nullptr;
     std::array<QAction*, 5> mnuRecentFile_{}; // 0 is the separator
     std::array<QAction*, 9> mnuSF_{};         // 3..8
     std::array<QAction*, 5> mnuF_{};          // 1..4

@@ -5,6 +5,7 @@
 #include "document/circuit_edit.h"
 #include "document/document_commands.h"
 #include "equations/counting_text.h"
+#include "equations/matrix_export.h"
 #include "settings/recent_files.h"
 #include "tables/workspace.h"
 #include "ui/about_box.h"
@@ -53,6 +54,12 @@ void MainWindow::BuildMenus() {
     mnuFilePrint_ =
         add(mnuFile, "&Print report", "mnuFilePrint", QKeySequence(), &MainWindow::ShowReport);
     mnuFilePrint_->setEnabled(false);
+    mnuFileExportMatrix_ =
+        add(mnuFile, "Export &matrix...", "mnuFileExportMatrix", QKeySequence(), [this] {
+            DocumentContext context = Context();
+            ExportMatrix(context);
+        });
+    mnuFileExportMatrix_->setEnabled(false);
     mnuRecentFile_[0] = mnuFile->addSeparator();
     mnuRecentFile_[0]->setObjectName(QStringLiteral("mnuRecentFile0"));
     for (int i = 1; i <= kRecentFileCount; ++i) {
@@ -138,6 +145,12 @@ void MainWindow::BuildMenus() {
     mnuPractice_->setObjectName(QStringLiteral("mnuPractice"));
     mnuPractice_->setCheckable(true);
     connect(mnuPractice_, &QAction::triggered, this, &MainWindow::mnuPractice_Click);
+    mnuReportRowOperations_ =
+        mnuOptions->addAction(QStringLiteral("Include &row operations in the report"));
+    mnuReportRowOperations_->setObjectName(QStringLiteral("mnuReportRowOperations"));
+    mnuReportRowOperations_->setCheckable(true);
+    connect(mnuReportRowOperations_, &QAction::toggled, this,
+            [this](bool checked) { workspace_.preferences.ReportRowOperations = checked; });
     mnuCenter_ = mnuOptions->addAction(QStringLiteral("&Center the circuit"));
     mnuCenter_->setObjectName(QStringLiteral("mnuCenter"));
     connect(mnuCenter_, &QAction::triggered, this, [this] {

@@ -35,4 +35,15 @@ std::optional<std::string> QtFileDialogs::AskSavePath(const std::string& startFo
     return Chosen(dialog.selectedFiles().front());
 }
 
+std::optional<std::string> QtFileDialogs::AskCsvPath(const std::string& startFolder) {
+    QFileDialog dialog(parent_, QString(), QString::fromStdString(startFolder),
+                       QStringLiteral("CSV Files (*.csv)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("csv"));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        return std::nullopt;
+    }
+    return Chosen(dialog.selectedFiles().front());
+}
+
 } // namespace ampora::ui

@@ -1,5 +1,5 @@
 #pragma once
-// The Open and Save As dialogs of the File menu.
+// The Open, Save As and Export matrix dialogs of the File menu.
 
 #include "document/file_dialogs.h"
 
@@ -12,6 +12,7 @@ class QtFileDialogs : public FileDialogs {
     explicit QtFileDialogs(QWidget* parent) : parent_(parent) {}
     std::optional<std::string> AskOpenPath(const std::string& startFolder) override;
     std::optional<std::string> AskSavePath(const std::string& startFolder) override;
+    std::optional<std::string> AskCsvPath(const std::string& startFolder) override;
 
   private:
     QWidget* parent_;

@@ -137,6 +137,7 @@ void MainWindow::EnterStepPanel() {
     // The tools edit the circuit, which only step 1 may change.
     toolbar_->setEnabled(step == 1);
     mnuFilePrint_->setEnabled(step == 3 && !answersHidden_);
+    mnuFileExportMatrix_->setEnabled(step == 3);
     if (QAbstractButton* view = viewButtons_->button(workspace_.ViewMode)) {
         view->setChecked(true);
     }

@@ -72,6 +72,7 @@ void MainWindow::LoadRegSettings() {
         SetDefaultFormSize();
     }
     workspace_.preferences.ShowInstructions = stored.preferences.ShowInstructions;
+    mnuReportRowOperations_->setChecked(stored.preferences.ReportRowOperations);
 }
 
 void MainWindow::SaveRegSettings() {

@@ -120,7 +120,7 @@ void SolveCircuit(Workspace& ws, Prompts& prompts) {
     WriteNodeEquations(ws);
     const int n = ws.equations.NumUnknowns;
     ws.equations.Augmented = ws.Matrix;
-    Solve(ws.Matrix, n, n);
+    Solve(ws.Matrix, n, n, &ws.equations.RowOps);
     ws.equations.Reduced = ws.Matrix;
     if (!SolvedCellsAreFinite(ws.Matrix, n)) {
         throw AnalysisFailure::CannotSolve; // an overflow or a division by zero

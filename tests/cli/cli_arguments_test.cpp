@@ -8,7 +8,8 @@ namespace {
 
 const std::string kCheckUsage = "usage: ampora-cli check FILE.amq\n";
 const std::string kSolveUsage =
-    "usage: ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] [--text] FILE.amq\n";
+    "usage: ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] [--text] [--exact]\n"
+    "                        [--gj FILE.gj] FILE.amq\n";
 const std::string kReportUsage =
     "usage: ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] [--font 1..4] FILE.amq\n"
     "                         -o OUT.(html|rtf|pdf)\n";
@@ -22,7 +23,8 @@ const std::string kGradeUsage =
     "usage: ampora-cli grade [--autoname[=1|2|3]] [--sigfigs N] FILE.amq ANSWERS.txt\n";
 const std::string kAllUsage =
     "usage: ampora-cli check FILE.amq\n"
-    "       ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] [--text] FILE.amq\n"
+    "       ampora-cli solve [--autoname[=1|2|3]] [--sigfigs N] [--text] [--exact]\n"
+    "                        [--gj FILE.gj] FILE.amq\n"
     "       ampora-cli report [--autoname[=1|2|3]] [--sigfigs N] [--font 1..4] FILE.amq\n"
     "                         -o OUT.(html|rtf|pdf)\n"
     "       ampora-cli picture [--autoname[=1|2|3]] [--sigfigs N]\n"
@@ -78,6 +80,16 @@ TEST(CliArguments, EachWrongArgumentIsNamedWithItsReasonAndTheUsageFollows) {
          "--sigfigs=5: write --sigfigs and its value apart",
          &kSolveUsage},
         {{"solve", "--text=yes", "a.amq"}, "--text=yes: --text takes no value", &kSolveUsage},
+        {{"solve", "--exact=1", "a.amq"}, "--exact=1: --exact takes no value", &kSolveUsage},
+        {{"solve", "a.amq", "--gj"},
+         "--gj: the name of the matrix file must follow it",
+         &kSolveUsage},
+        {{"solve", "--gj", "", "a.amq"},
+         "--gj \"\": the matrix file's name is empty",
+         &kSolveUsage},
+        {{"report", "--exact", "a.amq", "-o", "r.pdf"},
+         "--exact: only solve takes this option",
+         &kReportUsage},
         {{"solve", "--font", "2", "a.amq"}, "--font: only report takes this option", &kSolveUsage},
         {{"solve", "-o", "r.pdf", "a.amq"},
          "-o: only report and picture take this option",

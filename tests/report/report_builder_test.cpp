@@ -184,6 +184,33 @@ TEST(ReportBuilder, SeveralEquationsBringTheMatricesAsMonospacedTables) {
         "\n\n[Courier New 12 b]");
 }
 
+TEST(ReportBuilder, AskedForItTheReportListsEachRowOperationWithItsMatrix) {
+    BuiltReport report;
+    Build(report, test::ExampleText("wheatstone_bridge.amq"));
+    report.document = RichTextDocument();
+    report.session.ws.preferences.ReportRowOperations = true;
+    LoadRTBoxWithReport(report.session.ws, report.document, report.pictures);
+    // The steps worked by hand in tests/data/row_operations, in decimals: 4/7 = 0.571,
+    // 20/7 = 2.86, 101/5250 = 0.0192, 13/105 = 0.124.
+    EXPECT_EQ(Between(Dump(report.document), "Gauss-Jordan elimination works", "Carrying out"),
+              "Gauss-Jordan elimination works on this matrix one row operation at a time (Rk "
+              "stands for row k).  Each step is followed by the matrix it leaves:\n\n"
+              "Step 1:  R1 ← R1 ÷ 0.035\n"
+              "<TAB>1        -0.571    2.86  \n"
+              "<TAB>-0.02    0.0307    0.0667\n\n"
+              "Step 2:  R2 ← R2 + 0.02·R1\n"
+              "<TAB>1    -0.571    2.86 \n"
+              "<TAB>0    0.0192    0.124\n\n"
+              "Step 3:  R2 ← R2 ÷ 0.0192\n"
+              "<TAB>1    -0.571    2.86\n"
+              "<TAB>0    1         6.44\n\n"
+              "Step 4:  R1 ← R1 + 0.571·R2\n"
+              "<TAB>1    0    6.53\n"
+              "<TAB>0    1    6.44\n\n\n");
+    // Off, as it starts, the report stays as it was.
+    EXPECT_EQ(Between(report.dump, "Converting", "Carrying").find("Step"), std::string::npos);
+}
+
 TEST(ReportBuilder, TextAfterATableCarriesOnInCourierNew) {
     BuiltReport report;
     Build(report, test::ExampleText("wheatstone_bridge.amq"));

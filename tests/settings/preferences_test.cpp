@@ -61,6 +61,28 @@ TEST(Preferences, InstructionsShowOnlyForTrueSpelledExactly) {
     EXPECT_TRUE(LoadRegSettings(store, kScreen).preferences.ShowInstructions);
 }
 
+TEST(Preferences, RowOperationsInTheReportAreKeptOnceTurnedOnAndReadOnlyFromTrue) {
+    MemorySettingsStore store = SavedStore();
+    const WindowGeometry main{9000, 6000, 150, 300};
+    const WindowGeometry equations{9000, 3600, 100, 6200};
+    Preferences preferences;
+    SaveRegSettings(store, preferences, main, equations, kScreen);
+    EXPECT_EQ(store.Get(kParameters, "ReportRowOperations"), "");
+    const struct {
+        bool saved;
+        const char* stored;
+        bool read;
+    } rows[] = {{true, "True", true}, {false, "False", false}};
+    for (const auto& row : rows) {
+        preferences.ReportRowOperations = row.saved;
+        SaveRegSettings(store, preferences, main, equations, kScreen);
+        EXPECT_EQ(store.Get(kParameters, "ReportRowOperations"), row.stored);
+        EXPECT_EQ(LoadRegSettings(store, kScreen).preferences.ReportRowOperations, row.read);
+    }
+    store.Set(kParameters, "ReportRowOperations", "true");
+    EXPECT_FALSE(LoadRegSettings(store, kScreen).preferences.ReportRowOperations);
+}
+
 TEST(Preferences, ValuesThatAreNotNumbersOrOutOfRangeFallBackToTheDefaults) {
     MemorySettingsStore store = SavedStore();
     store.Set(kParameters, "SigFigs", "lots");

@@ -53,6 +53,10 @@ struct ScriptedFileDialogs : FileDialogs {
         shown.push_back("save in " + startFolder);
         return Next();
     }
+    std::optional<std::string> AskCsvPath(const std::string& startFolder) override {
+        shown.push_back("csv in " + startFolder);
+        return Next();
+    }
 };
 
 } // namespace ampora::test

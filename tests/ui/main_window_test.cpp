@@ -518,6 +518,10 @@ class MainWindowTest : public QObject {
         {
             Session s;
             QVERIFY(!QFile::exists(SettingsFile()));
+            QVERIFY(!s.Action("mnuReportRowOperations")->isChecked());
+            QVERIFY(!s.Action("mnuFileExportMatrix")->isEnabled());
+            s.Action("mnuReportRowOperations")->trigger();
+            QVERIFY(s.workspace.preferences.ReportRowOperations);
             s.Action("mnuSF5")->trigger();
             s.Action("mnuF1")->trigger();
             s.Action("mnuAName2")->trigger();
@@ -536,6 +540,8 @@ class MainWindowTest : public QObject {
         QVERIFY(s.Action("mnuF1")->isChecked());
         QVERIFY(s.Action("mnuAName2")->isChecked());
         QVERIFY(!s.window->findChild<QFrame*>(QStringLiteral("frInstruct1"))->isVisible());
+        QVERIFY(s.Action("mnuReportRowOperations")->isChecked());
+        QVERIFY(s.workspace.preferences.ReportRowOperations);
     }
 
     void aCorruptSettingsStoreFallsBackToTheDefaults() {
