@@ -313,11 +313,10 @@ std::optional<ExactMatrix> ExactNodeMatrix(const Workspace& ws) {
     }
     ExactMatrix matrix(n, n);
     bool exact = true;
-    const EquationIndex index = IndexEquations(ws);
     Terms terms;
     for (int row = 1; row <= n; ++row) {
         const EqnVar& var = eq.EqnVars[static_cast<std::size_t>(row - 1)];
-        LoadRow(ws, matrix, row, GatherTerms(ws, index, var, terms), ShownValue{&exact});
+        LoadRow(ws, matrix, row, GatherTerms(ws, var, terms), ShownValue{&exact});
     }
     if (!exact) {
         return std::nullopt;
