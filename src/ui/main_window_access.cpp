@@ -33,7 +33,10 @@ class InstructionsKeys : public QObject {
         : QObject(frame), frame_(frame), focusAfter_(focusAfter) {
         for (const QKeySequence& keys : {QKeySequence(Qt::Key_Return), QKeySequence(Qt::Key_Enter),
                                          QKeySequence(Qt::Key_Escape)}) {
+            // Only while the focus is in the main window: the same keys type and check in
+            // the other windows.
             auto* shortcut = new QShortcut(keys, window);
+            shortcut->setContext(Qt::WidgetWithChildrenShortcut);
             shortcut->setObjectName(QStringLiteral("closeInstructions"));
             connect(shortcut, &QShortcut::activated, this, [this] {
                 frame_->hide();
@@ -47,7 +50,11 @@ class InstructionsKeys : public QObject {
 
   protected:
     bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::Show || event->type() == QEvent::Hide) {
+        // ShowToParent and HideToParent come also while the window itself is not yet shown,
+        // as when the stored preference hides the panel at start-up.
+        const QEvent::Type type = event->type();
+        if (type == QEvent::Show || type == QEvent::Hide || type == QEvent::ShowToParent ||
+            type == QEvent::HideToParent) {
             Follow();
         }
         return false;
