@@ -229,8 +229,11 @@ class Judge {
                 return "in the term of " + chainText() + ", " + NodeName(ws_, chain.EndNode) +
                        " has the wrong sign";
             });
-            for (const auto& [offset, slot] : {std::pair{&term.startOffset, chain.StartNode},
-                                               std::pair{&term.endOffset, chain.EndNode}}) {
+            for (const auto& end : {std::pair{&term.startOffset, chain.StartNode},
+                                    std::pair{&term.endOffset, chain.EndNode}}) {
+                // Named, not bound: clang 14 cannot capture a structured binding.
+                const auto* offset = end.first;
+                const int slot = end.second;
                 if (WroteByName(slot)) {
                     continue; // the student wrote the member itself, not through its anchor
                 }
