@@ -12,14 +12,7 @@ int RunCheckEquation(const std::vector<std::string>& args, std::ostream& out, st
     }
     const RunOptions& options = parsed.options;
     Workspace workspace;
-    RecordedPrompts prompts;
-    const std::optional<SolvedRun> run = OpenAndSolve(workspace, options, prompts, err);
-    if (!run) {
-        return kExitUsage;
-    }
-    if (!run->solved) {
-        err << "ampora-cli: " << options.path << ": the circuit does not solve: " << prompts.message
-            << "\n";
+    if (!OpenAndSolveWhole(workspace, options, err)) {
         return kExitUsage;
     }
     const int variable = EquationAtNode(workspace, options.at);

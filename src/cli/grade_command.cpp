@@ -97,14 +97,7 @@ int RunGrade(const std::vector<std::string>& args, std::ostream& out, std::ostre
         return kExitUsage;
     }
     Workspace workspace;
-    RecordedPrompts prompts;
-    const std::optional<SolvedRun> run = OpenAndSolve(workspace, options, prompts, err);
-    if (!run) {
-        return kExitUsage;
-    }
-    if (!run->solved) {
-        err << "ampora-cli: " << options.path << ": the circuit does not solve: " << prompts.message
-            << "\n";
+    if (!OpenAndSolveWhole(workspace, options, err)) {
         return kExitUsage;
     }
     int judged = 0;

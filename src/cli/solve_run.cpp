@@ -51,4 +51,14 @@ std::optional<SolvedRun> OpenAndSolve(Workspace& workspace, const RunOptions& op
     return run;
 }
 
+bool OpenAndSolveWhole(Workspace& workspace, const RunOptions& options, std::ostream& err) {
+    RecordedPrompts prompts;
+    const std::optional<SolvedRun> run = OpenAndSolve(workspace, options, prompts, err);
+    if (run && !run->solved) {
+        err << "ampora-cli: " << options.path << ": the circuit does not solve: " << prompts.message
+            << "\n";
+    }
+    return run && run->solved;
+}
+
 } // namespace ampora::cli

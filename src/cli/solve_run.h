@@ -38,4 +38,8 @@ bool OpenCircuit(Workspace& workspace, const RunOptions& options, std::ostream& 
 std::optional<SolvedRun> OpenAndSolve(Workspace& workspace, const RunOptions& options,
                                       RecordedPrompts& prompts, std::ostream& err);
 
+// As OpenAndSolve, for the commands that need the solution: false (and on err the file's
+// trouble or the student's message) unless the circuit was solved.
+bool OpenAndSolveWhole(Workspace& workspace, const RunOptions& options, std::ostream& err);
+
 } // namespace ampora::cli
