@@ -1,6 +1,7 @@
 #include "support/test_files.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <fstream>
 #include <random>
 #include <sstream>
@@ -32,6 +33,19 @@ std::string ReadBytes(const std::filesystem::path& path) {
 void WriteBytes(const std::filesystem::path& path, const std::string& bytes) {
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
     out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+std::string ExpectedText(const std::string& name, const std::string& actual) {
+    const auto path = std::filesystem::path(AMPORA_SOURCE_DIR) / "tests" / "data" / name;
+    const char* update = std::getenv("AMPORA_UPDATE_TEST_DATA");
+    if (update != nullptr && std::string(update) == "1") {
+        std::filesystem::create_directories(path.parent_path());
+        WriteBytes(path, actual);
+    }
+    if (!std::filesystem::exists(path)) {
+        return "(no file " + path.string() + ")";
+    }
+    return ReadBytes(path);
 }
 
 TempDir::TempDir() {

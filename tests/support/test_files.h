@@ -12,6 +12,12 @@ std::vector<std::filesystem::path> ExampleFiles();
 std::string ReadBytes(const std::filesystem::path& path);
 void WriteBytes(const std::filesystem::path& path, const std::string& bytes);
 
+// The hand-checked text of tests/data/NAME, to compare a whole result with:
+//     EXPECT_EQ(dump, ExpectedText("analysis/ladder_topology.txt", dump));
+// Run with AMPORA_UPDATE_TEST_DATA=1 to write the file from the result first, for a new dump
+// or a change meant to alter it; read the difference before committing it.
+std::string ExpectedText(const std::string& name, const std::string& actual);
+
 // A fresh folder, removed when the object goes.
 class TempDir {
   public:
