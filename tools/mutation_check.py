@@ -156,7 +156,7 @@ def build_and_test(build):
     if built.returncode != 0:
         return "does not build"
     for selection in (["-E", SLOW_TESTS], ["-R", SLOW_TESTS, "-E", "^install_and_package$"]):
-        tested = run(["ctest", "--test-dir", str(build), "-j2", "--timeout", "300",
+        tested = run(["ctest", "--test-dir", str(build), "-j2", "--timeout", "120",
                       "--stop-on-failure", *selection])
         if tested.returncode != 0:
             return "caught"
