@@ -114,8 +114,10 @@ struct Session {
     std::unique_ptr<ui::MainWindow> window;
 
     enum Kind { Scripted, RealPrompts, RealPromptsAndSettings };
-    explicit Session(Kind kind = Scripted, QSize size = QSize(1000, 720)) {
+    explicit Session(Kind kind = Scripted, QSize size = QSize(1000, 720),
+                     const std::map<std::string, std::string>& settings = {}) {
         store.values = {{"Parameters/SigFigs", "3"}, {"Parameters/Instructions", "False"}};
+        store.values.insert(settings.begin(), settings.end());
         ui::WindowPorts ports{kind == Scripted ? &prompts : nullptr, &files,
                               kind == RealPromptsAndSettings ? nullptr : &store};
         window = std::make_unique<ui::MainWindow>(workspace, ports);
