@@ -117,7 +117,9 @@ struct Session {
     explicit Session(Kind kind = Scripted, QSize size = QSize(1000, 720),
                      const std::map<std::string, std::string>& settings = {}) {
         store.values = {{"Parameters/SigFigs", "3"}, {"Parameters/Instructions", "False"}};
-        store.values.insert(settings.begin(), settings.end());
+        for (const auto& [key, value] : settings) {
+            store.values[key] = value;
+        }
         ui::WindowPorts ports{kind == Scripted ? &prompts : nullptr, &files,
                               kind == RealPromptsAndSettings ? nullptr : &store};
         window = std::make_unique<ui::MainWindow>(workspace, ports);
