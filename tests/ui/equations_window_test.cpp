@@ -1,0 +1,226 @@
+// The equations window's own tabs driven as a student uses them: "Check my work" (typing
+// equations and values, Check or Enter, earning the hidden answers) and Row operations (its
+// keys and buttons), and the matrix file the window keeps for other programs.
+
+#include "analysis/node_naming.h"
+#include "document/amq_file.h"
+#include "document/circuit_edit.h"
+#include "ui/equations_window.h"
+#include "ui/row_operations_tab.h"
+#include "ui_test.h"
+#include "workflow/step_transitions.h"
+
+#include <QCheckBox>
+#include <QSignalSpy>
+#include <QTabWidget>
+#include <QTemporaryDir>
+
+namespace {
+
+// The example solved as the window solves it, AutoName's names given.
+void Solve(ampora::Workspace& ws, const char* example) {
+    ampora::test::ScriptedPrompts prompts;
+    ampora::EraseWholeCircuit(ws.circuit);
+    QVERIFY(ampora::LoadFromIniFile(ws.circuit, ampora::test::ExamplePath(example).toStdString())
+                .complete);
+    QCOMPARE(ampora::LeaveStep1(ws, prompts), ampora::TransitionResult::Entered);
+    QVERIFY(ampora::AutoName(ws, prompts));
+    QCOMPARE(ampora::LeaveStep2(ws, prompts), ampora::TransitionResult::Entered);
+}
+
+} // namespace
+
+class EquationsWindowTest : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir dataHome_;
+    ampora::Workspace workspace_;
+    std::unique_ptr<ampora::ui::EquationsWindow> window_;
+
+    template <typename T> T* Find(const QString& name) const {
+        T* widget = window_->findChild<T*>(name);
+        if (widget == nullptr) {
+            qFatal("no widget %s", qPrintable(name));
+        }
+        return widget;
+    }
+    QTabWidget* Tabs() const { return Find<QTabWidget>(QStringLiteral("tabEquations")); }
+
+    void Open(const char* example) {
+        Solve(workspace_, example);
+        window_ = std::make_unique<ampora::ui::EquationsWindow>(workspace_);
+        window_->resize(760, 620);
+        window_->Rebuild();
+        window_->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
+        Tabs()->setCurrentIndex(Tabs()->count() - 1);
+    }
+
+    // Types into a line of "Check my work" as a student does, replacing what it held, presses
+    // Enter or the line's Check button, and reads the verdict.
+    QString Enter(const char* what, int row, const QString& text, bool pressEnter = true) {
+        auto* edit = Find<QLineEdit>(QStringLiteral("txt%1%2").arg(what).arg(row));
+        edit->selectAll();
+        QTest::keyClick(edit, Qt::Key_Delete);
+        for (const QChar c : text) {
+            // Beyond ASCII the characters come from a character map or are pasted.
+            c.unicode() < 128 ? QTest::keyClicks(edit, QString(c)) : edit->insert(QString(c));
+        }
+        if (pressEnter) {
+            QTest::keyClick(edit, Qt::Key_Return);
+        } else {
+            QTest::mouseClick(Find<QPushButton>(QStringLiteral("cmdCheck%1%2").arg(what).arg(row)),
+                              Qt::LeftButton);
+        }
+        const auto* verdict = Find<QLabel>(QStringLiteral("lbl%1Verdict%2").arg(what).arg(row));
+        return verdict->isVisible() ? verdict->text() : QStringLiteral("(hidden)");
+    }
+
+  private slots:
+    void initTestCase() {
+        // The matrix file goes here, not among the user's files.
+        qputenv("XDG_DATA_HOME", dataHome_.path().toLocal8Bit());
+    }
+    void cleanup() { window_.reset(); }
+
+    void everyLineOfCheckMyWorkGetsItsVerdict() {
+        Open("two_supernodes.amq");
+        QCOMPARE(Tabs()->tabText(Tabs()->count() - 1), QStringLiteral("Check my work"));
+        QStringList captions;
+        for (int v = 1; v <= 3; ++v) {
+            captions << Find<QLabel>(QStringLiteral("lblCheckEquation%1").arg(v))->text()
+                     << Find<QLabel>(QStringLiteral("lblCheckValue%1").arg(v))->text();
+        }
+        QCOMPARE(captions.join(QStringLiteral(" | ")),
+                 QStringLiteral("supernode V1 | V1 = | node V2 | V2 = | supernode V3 | V3 ="));
+        const struct {
+            const char* what;
+            int row;
+            const char* text;
+            bool enter;
+            const char* verdict;
+        } cases[] = {
+            {"Equation", 1, "(V1-V2)/10 + V4/30 = 0", false, "Right"},
+            {"Equation", 1, "(V1\u2212V2)/10 \u2212 V4/30 = 0", true,
+             "Not right: one term has the wrong sign: the current through the 30 Ω resistor "
+             "between V4 and 0."},
+            {"Equation", 1, "(V1-V2)/10 + (V4/30 = 0", true,
+             "Cannot be read: at character 21: a closing parenthesis is missing."},
+            {"Equation", 1, "", false, "Type the equation first."},
+            {"Equation", 2, "(V2-V1)/10 + (V2-V3)/20 + V2/40 = 0", true, "Right"},
+            {"Equation", 3, "(V2-V1)/10 + (V2-V3)/20 + V2/40 = 0", true,
+             "Not right: this is the equation of node V2, not of supernode V3."},
+            {"Value", 1, "4.58", true, "Right"},
+            {"Value", 1, "4.6 V", false, "Not right: not right to 3 significant figures."},
+            {"Value", 2, "-2.78", true, "Not right: the size is right but the sign is wrong."},
+            {"Value", 3, "zero", true, "Cannot be read: write a number such as 4.58 or 1.2E-3."},
+        };
+        for (const auto& c : cases) {
+            QCOMPARE(Enter(c.what, c.row, QString::fromUtf8(c.text), c.enter),
+                     QString::fromUtf8(c.verdict));
+        }
+        ampora::test::Shoot(window_.get(), QStringLiteral("check_my_work"));
+        // Typing again takes the old verdict away until the next Check.
+        QTest::keyClicks(Find<QLineEdit>(QStringLiteral("txtEquation3")), QStringLiteral(" "));
+        QVERIFY(!Find<QLabel>(QStringLiteral("lblEquationVerdict3"))->isVisible());
+        // At two figures 4.6 is right; what was typed stays and is judged again.
+        workspace_.preferences.SigFigs = 2;
+        window_->Rebuild();
+        QCOMPARE(Find<QLineEdit>(QStringLiteral("txtValue1"))->text(), QStringLiteral("4.6 V"));
+        QCOMPARE(Find<QLabel>(QStringLiteral("lblValueVerdict1"))->text(), QStringLiteral("Right"));
+        // A new circuit starts with empty lines, as many as it has equations.
+        Solve(workspace_, "supernode.amq");
+        window_->Rebuild();
+        QCOMPARE(Find<QLineEdit>(QStringLiteral("txtEquation1"))->text(), QString());
+        QVERIFY(window_->findChild<QLineEdit*>(QStringLiteral("txtEquation2")) == nullptr);
+    }
+
+    void hiddenAnswersAreEarnedByEveryEquationRightOrGivenUp() {
+        Open("two_supernodes.amq");
+        QSignalSpy shown(window_.get(), &ampora::ui::EquationsWindow::answersShown);
+        for (const bool earned : {true, false}) {
+            window_->SetAnswersHidden(true);
+            QVERIFY(!Tabs()->isTabVisible(1));
+            QCOMPARE(Tabs()->currentIndex(), Tabs()->count() - 1);
+            QVERIFY(Find<QPushButton>(QStringLiteral("cmdShowAnswers"))->isVisible());
+            if (earned) {
+                Enter("Equation", 1, QStringLiteral("V4/30 + (V1-V2)/10 = 0"));
+                Enter("Equation", 2, QStringLiteral("(V2-V1)/10 + (V2-V3)/20 + V2/40 = 0"));
+                QCOMPARE(shown.count(), 0);
+                QVERIFY(window_->AnswersHidden());
+                Enter("Equation", 3, QStringLiteral("2((V3-V2)/20 + V5/50) = 0"));
+            } else {
+                QTest::mouseClick(Find<QPushButton>(QStringLiteral("cmdShowAnswers")),
+                                  Qt::LeftButton);
+            }
+            QCOMPARE(shown.count(), earned ? 1 : 2);
+            QVERIFY(!window_->AnswersHidden());
+            QVERIFY(Tabs()->isTabVisible(1));
+            QVERIFY(!Find<QPushButton>(QStringLiteral("cmdShowAnswers"))->isVisible());
+        }
+    }
+
+    void rowOperationsWalkTheStepsByKeysAndButtons() {
+        QFile file(dataHome_.path() + QStringLiteral("/Ampora/ampora.gj"));
+        file.remove();
+        Open("wheatstone_bridge.amq");
+        auto* tab = window_->findChild<ampora::ui::RowOperationsTab*>();
+        Tabs()->setCurrentWidget(tab);
+        tab->setFocus();
+        const struct {
+            int key;
+            const char* button; // pressed instead of a key when set
+            const char* shown;
+        } presses[] = {
+            {0, nullptr, "Before the first of 4 steps"},
+            {Qt::Key_End, nullptr, "Step 4 of 4"},
+            {Qt::Key_Right, nullptr, "Step 4 of 4"},
+            {Qt::Key_Left, nullptr, "Step 3 of 4"},
+            {Qt::Key_PageUp, nullptr, "Step 2 of 4"},
+            {Qt::Key_Home, nullptr, "Before the first of 4 steps"},
+            {Qt::Key_PageUp, nullptr, "Before the first of 4 steps"},
+            {Qt::Key_PageDown, nullptr, "Step 1 of 4"},
+            {Qt::Key_Right, nullptr, "Step 2 of 4"},
+            {0, "cmdLast", "Step 4 of 4"},
+            {0, "cmdPrevious", "Step 3 of 4"},
+            {0, "cmdFirst", "Before the first of 4 steps"},
+            {0, "cmdNext", "Step 1 of 4"},
+        };
+        for (const auto& press : presses) {
+            if (press.button != nullptr) {
+                QTest::mouseClick(Find<QPushButton>(QString::fromLatin1(press.button)),
+                                  Qt::LeftButton);
+                tab->setFocus();
+            } else if (press.key != 0) {
+                QTest::keyClick(tab, static_cast<Qt::Key>(press.key));
+            }
+            QCOMPARE(Find<QLabel>(QStringLiteral("lblStep"))->text(), QString(press.shown));
+            QCOMPARE(Find<QPushButton>(QStringLiteral("cmdFirst"))->isEnabled(), tab->Step() != 0);
+        }
+        // Every step looks different from the one before it, in decimals and in fractions.
+        for (const bool fractions : {false, true}) {
+            Find<QCheckBox>(QStringLiteral("chkFractions"))->setChecked(fractions);
+            QCOMPARE(tab->FractionsShown(), fractions);
+            QImage before;
+            for (int step = 0; step < tab->StepCount(); ++step) {
+                tab->ShowStep(step);
+                QVERIFY(!tab->Picture().isNull());
+                QVERIFY2(tab->Picture() != before, qPrintable(QString::number(step)));
+                before = tab->Picture();
+                ampora::test::Shoot(window_.get(), QStringLiteral("row_operations_%1_%2")
+                                                       .arg(fractions ? "fractions" : "decimals")
+                                                       .arg(step));
+            }
+        }
+        // A new solution is read from its first step.
+        window_->ScrollToTop();
+        QCOMPARE(tab->Step(), 0);
+        // The window keeps the matrix for other programs.
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("2\r\n0.035,-0.02,0.1\r\n-0.02,3.066666666666667E-2,"
+                                            "6.666666666666667E-2\r\n"));
+    }
+};
+
+AMPORA_UI_TEST(EquationsWindowTest);
+#include "equations_window_test.moc"
