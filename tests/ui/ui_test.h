@@ -4,6 +4,7 @@
 
 #include "../support/memory_settings_store.h"
 #include "../support/scripted_prompts.h"
+#include "../support/test_files.h"
 #include "tables/workspace.h"
 #include "ui/canvas.h"
 #include "ui/main_window.h"
@@ -39,6 +40,11 @@ template <typename T> bool RegisterUiTest(const char* file) {
 
 inline QString ExamplePath(const QString& name) {
     return QStringLiteral(AMPORA_SOURCE_DIR "/examples/") + name;
+}
+
+// The hand-checked text of tests/data/NAME to compare a whole result with.
+inline QString Expected(const char* name, const QString& actual) {
+    return QString::fromStdString(ExpectedText(name, actual.toStdString()));
 }
 
 // Saves a picture of the widget when the developer asks for screenshots.
