@@ -11,7 +11,6 @@
 #include "workflow/step_transitions.h"
 
 #include <QCheckBox>
-#include <QSignalSpy>
 #include <QTabWidget>
 #include <QTemporaryDir>
 
@@ -132,30 +131,6 @@ class EquationsWindowTest : public QObject {
         window_->Rebuild();
         QCOMPARE(Find<QLineEdit>("txtEquation1")->text(), QString());
         QVERIFY(window_->findChild<QLineEdit*>("txtEquation2") == nullptr);
-    }
-
-    void hiddenAnswersAreEarnedByEveryEquationRightOrGivenUp() {
-        Open("two_supernodes.amq");
-        QSignalSpy shown(window_.get(), &ampora::ui::EquationsWindow::answersShown);
-        for (const bool earned : {true, false}) {
-            window_->SetAnswersHidden(true);
-            QVERIFY(!Tabs()->isTabVisible(1));
-            QCOMPARE(Tabs()->currentIndex(), Tabs()->count() - 1);
-            QVERIFY(Find<QPushButton>("cmdShowAnswers")->isVisible());
-            if (earned) {
-                Enter("Equation", 1, QString("V4/30 + (V1-V2)/10 = 0"));
-                Enter("Equation", 2, QString("(V2-V1)/10 + (V2-V3)/20 + V2/40 = 0"));
-                QCOMPARE(shown.count(), 0);
-                QVERIFY(window_->AnswersHidden());
-                Enter("Equation", 3, QString("2((V3-V2)/20 + V5/50) = 0"));
-            } else {
-                QTest::mouseClick(Find<QPushButton>("cmdShowAnswers"), Qt::LeftButton);
-            }
-            QCOMPARE(shown.count(), earned ? 1 : 2);
-            QVERIFY(!window_->AnswersHidden());
-            QVERIFY(Tabs()->isTabVisible(1));
-            QVERIFY(!Find<QPushButton>("cmdShowAnswers")->isVisible());
-        }
     }
 
     void rowOperationsWalkTheStepsByKeysAndButtons() {

@@ -81,7 +81,8 @@ class DialogAnswerer : public QObject {
             QTest::mouseClick(qobject_cast<QMessageBox*>(dialog)->button(which), Qt::LeftButton);
         });
     }
-    QStringList seen; // one line per dialog: its text, and for input its default
+    QStringList seen;   // one line per dialog: its text, and for input its default
+    QList<QRect> where; // where each dialog stood
     bool Idle() const { return answers_.empty(); }
 
   private:
@@ -91,6 +92,7 @@ class DialogAnswerer : public QObject {
             return;
         }
         last_ = dialog;
+        where << dialog->frameGeometry();
         if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
             seen << box->windowTitle() + ": " + box->text();
         } else if (auto* edit = dialog->findChild<QLineEdit*>(QStringLiteral("txtInput"))) {
