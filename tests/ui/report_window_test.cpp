@@ -61,7 +61,7 @@ struct Loaded {
 // The largest example stretched to 1440 units across, written into folder.
 QString WideCircuit(const QTemporaryDir& folder) {
     QFile example(ExamplePath("two_supernodes.amq"));
-    QFile file(folder.filePath(QStringLiteral("wide.amq")));
+    QFile file(folder.filePath("wide.amq"));
     if (example.open(QIODevice::ReadOnly) && file.open(QIODevice::WriteOnly)) {
         file.write(
             QByteArray::fromStdString(test::StretchedAcross(example.readAll().toStdString(), 2)));
@@ -71,11 +71,11 @@ QString WideCircuit(const QTemporaryDir& folder) {
 
 QString ClipboardRtf() {
     const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-    return data == nullptr ? QString() : QString::fromUtf8(data->data(QStringLiteral("text/rtf")));
+    return data == nullptr ? QString() : QString::fromUtf8(data->data("text/rtf"));
 }
 
 int PictureCount(const QString& rtf) {
-    return int(rtf.count(QStringLiteral("{\\pict\\pngblip")));
+    return int(rtf.count("{\\pict\\pngblip"));
 }
 
 void Shoot(QWidget& window, const QString& name) {
@@ -96,8 +96,8 @@ class ReportWindowTest : public QObject {
     void theBoxHoldsTheReportAndCopiesItWithItsPictures() {
         // A path with an emoji, which the box counts as two positions, before everything.
         QTemporaryDir folder;
-        QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("circuits \U0001F50B")));
-        const QString path = folder.filePath(QStringLiteral("circuits \U0001F50B/bridge.amq"));
+        QVERIFY(QDir(folder.path()).mkdir("circuits \U0001F50B"));
+        const QString path = folder.filePath("circuits \U0001F50B/bridge.amq");
         QVERIFY(QFile::copy(ExamplePath("wheatstone_bridge.amq"), path));
         Loaded r(path);
         QString expected;
@@ -114,19 +114,19 @@ class ReportWindowTest : public QObject {
         const std::string whole = RtfText(r.window.Report());
         // With nothing selected the button copies the whole report, for a word processor only;
         // the keys and the menu copy a selection of all of it for every kind of program.
-        QGuiApplication::clipboard()->setText(QStringLiteral("earlier contents"));
+        QGuiApplication::clipboard()->setText("earlier contents");
         QTest::mouseClick(r.window.cmdCopyToClipboard(), Qt::LeftButton);
         QCOMPARE(QGuiApplication::clipboard()->mimeData()->formats(), QStringList{"text/rtf"});
         QCOMPARE(ClipboardRtf().toStdString(), whole);
         QCOMPARE(PictureCount(ClipboardRtf()), 6); // two equation pictures, four diagrams
-        QVERIFY(ClipboardRtf().contains(QStringLiteral("89504e470d0a1a0a"))); // each a real PNG
+        QVERIFY(ClipboardRtf().contains("89504e470d0a1a0a")); // each a real PNG
         for (const bool byMenu : {false, true}) {
-            QGuiApplication::clipboard()->setText(QStringLiteral("earlier contents"));
+            QGuiApplication::clipboard()->setText("earlier contents");
             r.Box()->selectAll();
             if (byMenu) {
                 std::unique_ptr<QMenu> menu(r.Box()->createStandardContextMenu());
                 for (QAction* action : menu->actions()) {
-                    if (action->text().remove(u'&').startsWith(QStringLiteral("Copy"))) {
+                    if (action->text().remove(u'&').startsWith("Copy")) {
                         action->trigger();
                     }
                 }
@@ -135,13 +135,12 @@ class ReportWindowTest : public QObject {
             }
             const QMimeData* data = QGuiApplication::clipboard()->mimeData();
             QCOMPARE(ClipboardRtf().toStdString(), whole);
-            QCOMPARE(data->html().count(QStringLiteral("<img src=\"data:image/png;base64,")), 6);
-            QVERIFY(data->text().startsWith(QStringLiteral("Ampora\n")));
-            QVERIFY(data->text().contains(QStringLiteral("The electric power:")));
+            QCOMPARE(data->html().count("<img src=\"data:image/png;base64,"), 6);
+            QVERIFY(data->text().startsWith("Ampora\n"));
+            QVERIFY(data->text().contains("The electric power:"));
         }
-        for (const QString& text :
-             {path, QStringLiteral("\U0001F50B/bridge"), QStringLiteral("The circuit:"),
-              QStringLiteral("Counting unknowns and equations:")}) {
+        for (const QString& text : QStringList{
+                 path, "\U0001F50B/bridge", "The circuit:", "Counting unknowns and equations:"}) {
             r.Box()->setTextCursor(r.Box()->document()->find(text));
             QTest::keyClick(r.Box(), Qt::Key_C, Qt::ControlModifier);
             QCOMPARE(QGuiApplication::clipboard()->mimeData()->text(), text);
@@ -151,22 +150,20 @@ class ReportWindowTest : public QObject {
             QVERIFY2(ClipboardRtf().contains(tail + u'}'), qPrintable(tail));
         }
         // From a heading to the end of its picture's line, four paragraphs on, by the button.
-        QTextCursor cursor = r.Box()->document()->find(QStringLiteral("The voltage:"));
+        QTextCursor cursor = r.Box()->document()->find("The voltage:");
         cursor.setPosition(cursor.selectionStart());
         cursor.movePosition(QTextCursor::NextBlock, QTextCursor::KeepAnchor, 4);
         cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
         r.Box()->setTextCursor(cursor);
         r.Box()->ensureCursorVisible();
-        Shoot(r.window, QStringLiteral("report_window_with_a_selection"));
+        Shoot(r.window, "report_window_with_a_selection");
         QVERIFY(r.window.CopyToClipboard());
         const QString rtf = ClipboardRtf();
         QCOMPARE(rtf.toStdString(), RtfText(r.window.Report(), std::size_t(cursor.selectionStart()),
                                             std::size_t(cursor.selectionEnd())));
         QCOMPARE(PictureCount(rtf), 1);
-        QVERIFY(rtf.contains(QStringLiteral("The voltage:")) &&
-                rtf.contains(QStringLiteral("head of the arrow")));
-        QVERIFY(!rtf.contains(QStringLiteral("Ampora")) &&
-                !rtf.contains(QStringLiteral("The electric current:")));
+        QVERIFY(rtf.contains("The voltage:") && rtf.contains("head of the arrow"));
+        QVERIFY(!rtf.contains("Ampora") && !rtf.contains("The electric current:"));
     }
 
     // Save as... writes the format the name's extension asks for, a PDF without one; another
@@ -183,14 +180,14 @@ class ReportWindowTest : public QObject {
             QFile file(folder.filePath(name));
             return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
         };
-        QVERIFY(save(QStringLiteral("report.html")).contains("<img src=\"data:image/png;base64,"));
-        QCOMPARE(save(QStringLiteral("report.rtf")).toStdString(), RtfText(r.window.Report()));
-        QVERIFY(save(QStringLiteral("report.pdf")).startsWith("%PDF-"));
-        QVERIFY(save(QStringLiteral("summary")).isEmpty());
-        QVERIFY(QFile::exists(folder.filePath(QStringLiteral("summary.pdf"))));
+        QVERIFY(save("report.html").contains("<img src=\"data:image/png;base64,"));
+        QCOMPARE(save("report.rtf").toStdString(), RtfText(r.window.Report()));
+        QVERIFY(save("report.pdf").startsWith("%PDF-"));
+        QVERIFY(save("summary").isEmpty());
+        QVERIFY(QFile::exists(folder.filePath("summary.pdf")));
         save(QString()); // cancelled
         QVERIFY(r.prompts.messages.empty());
-        save(QStringLiteral("report.doc"));
+        save("report.doc");
         QCOMPARE(r.prompts.messages.size(), std::size_t{1});
         for (const QString name : {"in.html", "in.rtf", "in.pdf"}) {
             QVERIFY(QDir(folder.path()).mkdir(name));
@@ -210,13 +207,13 @@ class ReportWindowTest : public QObject {
     // Printed to a PDF file, as the print dialog offers where there is no printer: the same
     // pages, with the same text on each, as Save as... writes.
     void printingGivesThePagesOfTheSavedPdf() {
-        if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty()) {
+        if (QStandardPaths::findExecutable("pdftotext").isEmpty()) {
             QSKIP("pdftotext is not installed");
         }
         QTemporaryDir folder;
         Loaded r(WideCircuit(folder), false);
-        const QString saved = folder.filePath(QStringLiteral("saved.pdf"));
-        const QString printed = folder.filePath(QStringLiteral("printed.pdf"));
+        const QString saved = folder.filePath("saved.pdf");
+        const QString printed = folder.filePath("printed.pdf");
         QVERIFY(r.window.SaveReport(saved));
         r.window.SetPrinterAsker([&](QPrinter& printer) {
             printer.setOutputFormat(QPrinter::PdfFormat);
@@ -228,7 +225,7 @@ class ReportWindowTest : public QObject {
         // The text of each page as laid out on it, the pages parted by form feeds.
         const auto pages = [](const QString& pdf) {
             QProcess text;
-            text.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, "-"});
+            text.start("pdftotext", {"-layout", pdf, "-"});
             text.waitForFinished(30000);
             return QString::fromUtf8(text.readAllStandardOutput()).split(QLatin1Char('\f'));
         };
@@ -257,10 +254,8 @@ class ReportWindowTest : public QObject {
                     if (!block.text().contains(QChar::ObjectReplacementCharacter)) {
                         continue;
                     }
-                    const QString where = QStringLiteral("%1 at %2 px, picture %3")
-                                              .arg(circuit)
-                                              .arg(width)
-                                              .arg(seen + 1);
+                    const QString where =
+                        QString("%1 at %2 px, picture %3").arg(circuit).arg(width).arg(seen + 1);
                     document->documentLayout()->blockBoundingRect(block);
                     // One line: the tab and the picture beside it, no gap above it.
                     QVERIFY2(block.layout()->lineCount() == 1, qPrintable(where));
@@ -283,7 +278,7 @@ class ReportWindowTest : public QObject {
                 QCOMPARE(seen, std::size_t{6});
                 QCOMPARE(r.Box()->horizontalScrollBar()->maximum(), 0);
                 Shoot(r.window,
-                      QStringLiteral("report_%1_%2").arg(QFileInfo(circuit).baseName()).arg(width));
+                      QString("report_%1_%2").arg(QFileInfo(circuit).baseName()).arg(width));
             }
         }
     }
