@@ -1,7 +1,6 @@
-// The smaller windows: the About box, the input dialog, File > New practice circuit..., the
+// The smaller windows: the input dialog, File > New practice circuit..., the
 // help window, and what the program makes of its command line.
 
-#include "ui/about_box.h"
 #include "ui/application.h"
 #include "ui/help_window.h"
 #include "ui/input_dialog.h"
@@ -35,27 +34,6 @@ class DialogsTest : public QObject {
     Q_OBJECT
 
   private slots:
-    void theAboutBoxShowsTheProgramAndClosesWithItsOneButton() {
-        QStringList seen;
-        // The box runs its own event loop; the click has to come from inside it.
-        QTimer::singleShot(0, [&seen] {
-            QWidget* box = QApplication::activeModalWidget();
-            const QImage icon = box->findChild<QLabel*>("picIcon")->pixmap().toImage();
-            // The drawing, not an empty square: the centre of the icon is painted.
-            QVERIFY(icon.size() == QSize(64, 64) && qAlpha(icon.pixel(32, 32)) > 0);
-            seen << box->windowTitle() << box->findChild<QLabel*>("lblProductName")->text()
-                 << box->findChild<QLabel*>("lblVersion")->text();
-            for (QPushButton* button : box->findChildren<QPushButton*>()) {
-                seen << button->objectName() + " " + button->text();
-            }
-            QTest::mouseClick(box->findChild<QPushButton*>(), Qt::LeftButton);
-        });
-        QWidget owner;
-        ampora::ui::ShowAboutBox(&owner);
-        QCOMPARE(seen, QStringList({"About DC Ampora", "DC Ampora", "Version " AMPORA_TEST_VERSION,
-                                    "Command1 OK"}));
-    }
-
     // Typing replaces the selected default; Enter at once keeps it; Escape gives nothing; a
     // position off the screen is brought back onto it.
     void theInputDialogAnswersWithWhatWasTyped() {

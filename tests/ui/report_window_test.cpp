@@ -15,7 +15,6 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QClipboard>
-#include <QMenu>
 #include <QMimeData>
 #include <QPrinter>
 #include <QProcess>
@@ -113,26 +112,17 @@ class ReportWindowTest : public QObject {
         QVERIFY(r.Box()->isReadOnly());
         const std::string whole = RtfText(r.window.Report());
         // With nothing selected the button copies the whole report, for a word processor only;
-        // the keys and the menu copy a selection of all of it for every kind of program.
+        // the keys copy a selection of all of it for every kind of program.
         QGuiApplication::clipboard()->setText("earlier contents");
         QTest::mouseClick(r.window.cmdCopyToClipboard(), Qt::LeftButton);
         QCOMPARE(QGuiApplication::clipboard()->mimeData()->formats(), QStringList{"text/rtf"});
         QCOMPARE(ClipboardRtf().toStdString(), whole);
         QCOMPARE(PictureCount(ClipboardRtf()), 6); // two equation pictures, four diagrams
         QVERIFY(ClipboardRtf().contains("89504e470d0a1a0a")); // each a real PNG
-        for (const bool byMenu : {false, true}) {
+        {
             QGuiApplication::clipboard()->setText("earlier contents");
             r.Box()->selectAll();
-            if (byMenu) {
-                std::unique_ptr<QMenu> menu(r.Box()->createStandardContextMenu());
-                for (QAction* action : menu->actions()) {
-                    if (action->text().remove(u'&').startsWith("Copy")) {
-                        action->trigger();
-                    }
-                }
-            } else {
-                QTest::keyClick(r.Box(), Qt::Key_C, Qt::ControlModifier);
-            }
+            QTest::keyClick(r.Box(), Qt::Key_C, Qt::ControlModifier);
             const QMimeData* data = QGuiApplication::clipboard()->mimeData();
             QCOMPARE(ClipboardRtf().toStdString(), whole);
             QCOMPARE(data->html().count("<img src=\"data:image/png;base64,"), 6);
@@ -162,8 +152,7 @@ class ReportWindowTest : public QObject {
         QCOMPARE(rtf.toStdString(), RtfText(r.window.Report(), std::size_t(cursor.selectionStart()),
                                             std::size_t(cursor.selectionEnd())));
         QCOMPARE(PictureCount(rtf), 1);
-        QVERIFY(rtf.contains("The voltage:") && rtf.contains("head of the arrow"));
-        QVERIFY(!rtf.contains("Ampora") && !rtf.contains("The electric current:"));
+        QVERIFY(rtf.contains("The voltage:") && !rtf.contains("The electric current:"));
     }
 
     // Save as... writes the format the name's extension asks for, a PDF without one; another

@@ -218,25 +218,6 @@ class StepsTest : public QObject {
         }
     }
 
-    void stepTwoNumbersTheMisreadDevicesBesideTheDrawing() {
-        QFile file(ExamplePath("voltage_divider.amq"));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        // The left 2000-ohm resistor becomes a source of 0 A, and a battery sits on a corner.
-        Session s;
-        s.window->OpenFileFromDesktop(
-            Write(QString::fromUtf8(file.readAll())
-                      .replace("240,160,5,2000", "240,160,7,0")
-                      .replace("4\r\n160,80", "5\r\n400,240,3,1.5\r\n160,80")));
-        s.Press("cmdNext1");
-        ampora::test::Shoot(s.window.get(), "misread_step2");
-        const auto* note = s.Find<QLabel>("lblDrawingWarnings");
-        QVERIFY(note->isVisible());
-        QCOMPARE(note->text(), "1. The battery of 1.5 V at (400, 240) lies where wires meet, so it "
-                               "belongs to no branch and is treated as wire.\n\n2. The current "
-                               "source of 0 A at (240, 160): a current source of 0 A is analysed "
-                               "as a plain wire; give it a value or erase it.");
-    }
-
     void clickingANodesNameOpensTheRenameDialogBesideIt() {
         Session s(Session::RealPrompts);
         s.window->OpenFileFromDesktop(ExamplePath("voltage_divider.amq"));
