@@ -317,16 +317,6 @@ class DrawingTest : public QObject {
         }
         QVERIFY(!s.Find("mnuSF3")->isChecked());
         QVERIFY(!s.Find<QFrame>("frInstruct1")->isVisible());
-        // A settings file of garbage gives the defaults.
-        QFile file(SettingsFile());
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("[Parameters]\nSigFigs=many\nFontIndex=77\nAutoNameIndex=a, b\n"
-                   "Instructions=@Invalid()\nForm1%20Width=wide\n\x01\xff garbage\n");
-        file.close();
-        Session fresh(Session::RealPromptsAndSettings);
-        const ampora::Preferences& p = fresh.workspace.preferences;
-        QCOMPARE(QList<int>({p.SigFigs, p.FontIndex, p.AutoNamePattern}), QList<int>({3, 3, 1}));
-        QVERIFY(fresh.Find("mnuF3")->isChecked());
     }
 };
 
