@@ -1,117 +1,80 @@
+// The report window: the report in its box, copied whole or in part with its pictures, saved
+// as HTML, RTF or PDF, printed, laid out at every width, one window at a time.
+
 #include "../support/scripted_prompts.h"
 #include "../support/wide_circuit.h"
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
-#include "report/circuit_extents.h"
 #include "report/rtf_writer.h"
 #include "tables/workspace.h"
-#include "ui/circuit_paint.h"
-#include "ui/diagram_painter.h"
 #include "ui/report_pictures.h"
 #include "ui/report_window.h"
 #include "workflow/step_transitions.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QClipboard>
-#include <QDir>
-#include <QFileInfo>
-#include <QGuiApplication>
-#include <QMenu>
 #include <QMimeData>
 #include <QPrinter>
 #include <QProcess>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTextBlock>
 #include <QTextEdit>
 #include <QTextLayout>
 #include <QtTest>
-#include <functional>
 #include <memory>
 
 using namespace ampora;
 
 namespace {
 
-std::string ExamplePath(const char* example) {
-    return std::string(AMPORA_SOURCE_DIR) + "/examples/" + example;
+QString ExamplePath(const char* example) {
+    return QStringLiteral(AMPORA_SOURCE_DIR "/examples/") + example;
 }
 
-// Solved as the window solves it; path may be anywhere.
-std::unique_ptr<Workspace> SolvedAt(const std::string& path) {
-    auto ws = std::make_unique<Workspace>();
-    EraseWholeCircuit(ws->circuit);
-    if (!LoadFromIniFile(ws->circuit, path).complete) {
-        return nullptr;
-    }
+// A window holding the report of the circuit at path, solved as the main window solves it.
+struct Loaded {
+    Workspace ws;
     test::ScriptedPrompts prompts;
-    if (LeaveStep1(*ws, prompts) != TransitionResult::Entered ||
-        LeaveStep2(*ws, prompts) != TransitionResult::Entered) {
-        return nullptr;
+    ui::QtReportPictures pictures;
+    ui::ReportWindow window{&prompts};
+
+    explicit Loaded(const QString& path, bool shown = true) {
+        EraseWholeCircuit(ws.circuit);
+        QVERIFY(LoadFromIniFile(ws.circuit, path.toStdString()).complete);
+        QCOMPARE(LeaveStep1(ws, prompts), TransitionResult::Entered);
+        QCOMPARE(LeaveStep2(ws, prompts), TransitionResult::Entered);
+        ws.CurrentFileName = path.toStdString();
+        window.LoadReport(ws, pictures);
+        if (shown) {
+            window.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&window));
+        }
     }
-    ws->CurrentFileName = path;
-    return ws;
-}
-
-std::unique_ptr<Workspace> Solved(const char* example) {
-    return SolvedAt(ExamplePath(example));
-}
-
-QByteArray ReadFile(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
+    QTextEdit* Box() const { return window.RichTextBox1(); }
+};
 
 // The largest example stretched to 1440 units across, written into folder.
 QString WideCircuit(const QTemporaryDir& folder) {
-    const QString path = folder.filePath(QStringLiteral("wide.amq"));
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(QByteArray::fromStdString(test::StretchedAcross(
-            ReadFile(QString::fromStdString(ExamplePath("two_supernodes.amq"))).toStdString(), 2)));
+    QFile example(ExamplePath("two_supernodes.amq"));
+    QFile file(folder.filePath("wide.amq"));
+    if (example.open(QIODevice::ReadOnly) && file.open(QIODevice::WriteOnly)) {
+        file.write(
+            QByteArray::fromStdString(test::StretchedAcross(example.readAll().toStdString(), 2)));
     }
-    return path;
-}
-
-// The selection of the first occurrence of text in the box, made as a reader makes it.
-bool Select(QTextEdit* box, const QString& text) {
-    const QTextCursor found = box->document()->find(text);
-    if (found.isNull()) {
-        return false;
-    }
-    box->setTextCursor(found);
-    return true;
-}
-
-int PictureCount(const std::string& rtf) {
-    int count = 0;
-    for (std::size_t at = 0; (at = rtf.find("{\\pict\\pngblip", at)) != std::string::npos; ++at) {
-        ++count;
-    }
-    return count;
-}
-
-// The report as the box should hold it: paragraph breaks and pictures one character each.
-QString ExpectedRawText(const RichTextDocument& report) {
-    QString text;
-    for (const RichTextRun& run : report.Runs()) {
-        if (run.IsPicture()) {
-            text += QChar::ObjectReplacementCharacter;
-        } else {
-            text += QString::fromStdString(run.Text).replace(u'\n', QChar::ParagraphSeparator);
-        }
-    }
-    return text;
+    return file.fileName();
 }
 
 QString ClipboardRtf() {
     const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-    return data == nullptr ? QString() : QString::fromUtf8(data->data(QStringLiteral("text/rtf")));
+    return data == nullptr ? QString() : QString::fromUtf8(data->data("text/rtf"));
 }
 
-// Saves what the window shows when the developer asks for screenshots.
+int PictureCount(const QString& rtf) {
+    return int(rtf.count("{\\pict\\pngblip"));
+}
+
 void Shoot(QWidget& window, const QString& name) {
     const QByteArray dir = qgetenv("AMPORA_SCREENSHOT_DIR");
     if (!dir.isEmpty()) {
@@ -125,352 +88,222 @@ class ReportWindowTest : public QObject {
     Q_OBJECT
 
   private slots:
-    void theBoxHoldsTheReportCharacterForCharacter() {
-        auto ws = Solved("wheatstone_bridge.amq");
-        QVERIFY(ws);
-        ui::ReportWindow window;
-        ui::QtReportPictures pictures;
-        window.LoadReport(*ws, pictures);
-        QCOMPARE(window.RichTextBox1()->document()->toRawText(), ExpectedRawText(window.Report()));
-        QCOMPARE(static_cast<std::size_t>(window.RichTextBox1()->document()->characterCount() - 1),
-                 window.Report().Length());
-        QVERIFY(window.RichTextBox1()->isReadOnly());
-    }
-
-    void copyWithNothingSelectedPutsTheWholeReportWithItsPictures() {
-        auto ws = Solved("wheatstone_bridge.amq");
-        QVERIFY(ws);
-        ui::ReportWindow window;
-        ui::QtReportPictures pictures;
-        window.LoadReport(*ws, pictures);
-        QGuiApplication::clipboard()->setText(QStringLiteral("earlier contents"));
-        QTest::mouseClick(window.cmdCopyToClipboard(), Qt::LeftButton);
-        const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-        QVERIFY(data != nullptr);
-        QCOMPARE(data->formats(), QStringList{QStringLiteral("text/rtf")});
-        const std::string rtf = ClipboardRtf().toStdString();
-        QCOMPARE(rtf, RtfText(window.Report()));
-        // The two equation pictures and the four diagrams, each a real PNG.
-        QCOMPARE(PictureCount(rtf), 6);
-        QVERIFY(rtf.find("89504e470d0a1a0a") != std::string::npos);
-    }
-
-    void copyWithASelectionPutsOnlyTheSelection() {
-        auto ws = Solved("wheatstone_bridge.amq");
-        QVERIFY(ws);
-        ui::ReportWindow window;
-        ui::QtReportPictures pictures;
-        window.LoadReport(*ws, pictures);
-        QTextEdit* box = window.RichTextBox1();
-        const QTextCursor heading = box->document()->find(QStringLiteral("The voltage:"));
-        QVERIFY(!heading.isNull());
-        // From the heading to the end of its picture's line, four paragraphs on.
-        QTextCursor cursor(box->document());
-        cursor.setPosition(heading.selectionStart());
-        cursor.movePosition(QTextCursor::NextBlock, QTextCursor::KeepAnchor, 4);
-        cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
-        box->setTextCursor(cursor);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        box->ensureCursorVisible();
-        Shoot(window, QStringLiteral("report_window_with_a_selection"));
-        QVERIFY(window.CopyToClipboard());
-        const std::string rtf = ClipboardRtf().toStdString();
-        QCOMPARE(rtf, RtfText(window.Report(), static_cast<std::size_t>(cursor.selectionStart()),
-                              static_cast<std::size_t>(cursor.selectionEnd())));
-        QVERIFY(rtf.find("The voltage:") != std::string::npos);
-        QVERIFY(rtf.find("head of the arrow") != std::string::npos);
-        QCOMPARE(PictureCount(rtf), 1);
-        QVERIFY(rtf.find("Ampora") == std::string::npos);
-        QVERIFY(rtf.find("The electric current:") == std::string::npos);
-    }
-
-    void saveAsWritesTheFormatTheNameAsksFor() {
-        auto ws = Solved("supernode.amq");
-        QVERIFY(ws);
-        test::ScriptedPrompts prompts;
-        ui::ReportWindow window(&prompts);
-        ui::QtReportPictures pictures;
-        window.LoadReport(*ws, pictures);
-        QTemporaryDir folder;
-        QString answer;
-        window.SetSavePathAsker([&answer] { return answer; });
-        const auto save = [&](const QString& name) {
-            answer = name.isEmpty() ? QString() : folder.filePath(name);
-            QTest::mouseClick(window.cmdSaveAs(), Qt::LeftButton);
-            QFile file(folder.filePath(name));
-            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-        };
-        QVERIFY(save(QStringLiteral("report.html")).contains("<img src=\"data:image/png;base64,"));
-        QCOMPARE(save(QStringLiteral("report.rtf")).toStdString(), RtfText(window.Report()));
-        QVERIFY(save(QStringLiteral("report.pdf")).startsWith("%PDF-"));
-        save(QStringLiteral("summary")); // a name without an extension becomes a PDF
-        QVERIFY(QFile::exists(folder.filePath(QStringLiteral("summary.pdf"))));
-        save(QString()); // cancelled
-        QVERIFY(prompts.messages.empty());
-        save(QStringLiteral("report.doc"));
-        QCOMPARE(prompts.messages.size(), std::size_t{1});
-        QVERIFY(!QFile::exists(folder.filePath(QStringLiteral("report.doc"))));
-        // A name that is a folder: nothing is written and the message says why.
-        for (const QString& name :
-             {QStringLiteral("in.html"), QStringLiteral("in.rtf"), QStringLiteral("in.pdf")}) {
-            QVERIFY(QDir(folder.path()).mkdir(name));
-            prompts.messages.clear();
-            save(name);
-            QCOMPARE(prompts.messages.size(), std::size_t{1});
-            QCOMPARE(prompts.messages.front(), "(!) The report could not be written to " +
-                                                   folder.filePath(name).toStdString() +
-                                                   ": Is a directory.");
-            QVERIFY(QFileInfo(folder.filePath(name)).isDir());
-            QCOMPARE(QDir(folder.filePath(name))
-                         .entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::Hidden),
-                     QStringList());
-        }
-        QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 4);
-    }
-
-    // Printed to a PDF file, as the print dialog offers where there is no printer: the same
-    // pages, with the same text on each, as Save as... writes.
-    void printingGivesThePagesOfTheSavedPdf() {
-        if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty()) {
-            QSKIP("pdftotext is not installed");
-        }
-        QTemporaryDir folder;
-        const QString wide = WideCircuit(folder);
-        auto ws = SolvedAt(wide.toStdString());
-        QVERIFY(ws);
-        test::ScriptedPrompts prompts;
-        ui::ReportWindow window(&prompts);
-        ui::QtReportPictures pictures;
-        window.LoadReport(*ws, pictures);
-        const QString saved = folder.filePath(QStringLiteral("saved.pdf"));
-        const QString printed = folder.filePath(QStringLiteral("printed.pdf"));
-        QVERIFY(window.SaveReport(saved));
-        bool asked = false;
-        window.SetPrinterAsker([&](QPrinter& printer) {
-            asked = true;
-            printer.setOutputFormat(QPrinter::PdfFormat);
-            printer.setOutputFileName(printed);
-            return true;
-        });
-        QTest::mouseClick(window.cmdPrint(), Qt::LeftButton);
-        QVERIFY(asked);
-        QVERIFY(prompts.messages.empty());
-        // The text of each page, the pages parted by form feeds, laid out as on the page.
-        const auto pages = [](const QString& pdf) {
-            QProcess text;
-            text.start(QStringLiteral("pdftotext"),
-                       {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
-            text.waitForFinished(30000);
-            return QString::fromUtf8(text.readAllStandardOutput()).split(QLatin1Char('\f'));
-        };
-        const QStringList fromSave = pages(saved);
-        const QStringList fromPrint = pages(printed);
-        QVERIFY(fromSave.size() > 3); // three pages, and what follows the last form feed
-        QCOMPARE(fromPrint.size(), fromSave.size());
-        for (int k = 0; k < fromSave.size(); ++k) {
-            QCOMPARE(fromPrint[k], fromSave[k]);
-        }
-    }
-
-    void everyPictureIsShownWholeBesideItsTabAtAnyWidth() {
-        QTemporaryDir folder;
-        const QString wide = WideCircuit(folder);
-        for (const QString& circuit :
-             {wide, QString::fromStdString(ExamplePath("two_supernodes.amq"))}) {
-            auto ws = SolvedAt(circuit.toStdString());
-            QVERIFY(ws);
-            ui::ReportWindow window;
-            ui::QtReportPictures pictures;
-            window.LoadReport(*ws, pictures);
-            window.show();
-            QVERIFY(QTest::qWaitForWindowExposed(&window));
-            std::vector<const RichTextRun*> natural;
-            for (const RichTextRun& run : window.Report().Runs()) {
-                if (run.IsPicture()) {
-                    natural.push_back(&run);
-                }
-            }
-            QCOMPARE(natural.size(), std::size_t{6});
-            for (const int width : {440, 700, 1600}) {
-                window.resize(width, 600);
-                QCoreApplication::processEvents();
-                QTextEdit* box = window.RichTextBox1();
-                QTextDocument* document = box->document();
-                const qreal text = box->viewport()->width() - 2 * document->documentMargin();
-                std::size_t seen = 0;
-                for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
-                    if (!block.text().contains(QChar::ObjectReplacementCharacter)) {
-                        continue;
-                    }
-                    const QString where = QStringLiteral("%1 at %2 px, picture %3")
-                                              .arg(circuit)
-                                              .arg(width)
-                                              .arg(seen + 1);
-                    document->documentLayout()->blockBoundingRect(block);
-                    // One line: the tab and the picture beside it, no gap above it.
-                    QVERIFY2(block.layout()->lineCount() == 1, qPrintable(where));
-                    const QTextLine line = block.layout()->lineAt(0);
-                    QVERIFY2(line.naturalTextWidth() <= text, qPrintable(where));
-                    const QTextImageFormat shown =
-                        block.begin().fragment().charFormat().isImageFormat()
-                            ? block.begin().fragment().charFormat().toImageFormat()
-                            : (++block.begin()).fragment().charFormat().toImageFormat();
-                    QVERIFY2(shown.isValid(), qPrintable(where));
-                    const RichTextRun& run = *natural.at(seen++);
-                    // Whole, in proportion, and never enlarged.
-                    QVERIFY2(shown.width() <= run.Width, qPrintable(where));
-                    QVERIFY2(std::abs(shown.height() / shown.width() -
-                                      double(run.Height) / run.Width) < 0.02,
-                             qPrintable(where));
-                }
-                QCOMPARE(seen, std::size_t{6});
-                QCOMPARE(window.RichTextBox1()->horizontalScrollBar()->maximum(), 0);
-                Shoot(window,
-                      QStringLiteral("report_%1_%2").arg(QFileInfo(circuit).baseName()).arg(width));
-            }
-        }
-    }
-
-    void copyingFromTheBoxTakesTheSelectionExactlyWithItsPictures() {
+    // The box holds the report character for character, a picture as one character, and
+    // gives it, or the part selected, to the clipboard with its pictures.
+    void theBoxHoldsTheReportAndCopiesItWithItsPictures() {
         // A path with an emoji, which the box counts as two positions, before everything.
         QTemporaryDir folder;
-        QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("circuits \U0001F50B")));
-        const QString path = folder.filePath(QStringLiteral("circuits \U0001F50B/bridge.amq"));
-        QVERIFY(QFile::copy(QString::fromStdString(ExamplePath("wheatstone_bridge.amq")), path));
-        auto ws = SolvedAt(path.toStdString());
-        QVERIFY(ws);
-        ui::ReportWindow window;
-        ui::QtReportPictures pictures;
-        window.LoadReport(*ws, pictures);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        QTextEdit* box = window.RichTextBox1();
-        const std::vector<std::function<void()>> copies = {
-            [box] { QTest::keyClick(box, Qt::Key_C, Qt::ControlModifier); },
-            [box] {
-                std::unique_ptr<QMenu> menu(box->createStandardContextMenu());
-                for (QAction* action : menu->actions()) {
-                    if (action->text().remove(u'&').startsWith(QStringLiteral("Copy"))) {
-                        action->trigger();
-                    }
-                }
-            }};
-        for (const auto& copy : copies) {
-            QGuiApplication::clipboard()->setText(QStringLiteral("earlier contents"));
-            box->selectAll();
-            copy();
-            const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-            QVERIFY(data != nullptr);
-            QCOMPARE(ClipboardRtf().toStdString(), RtfText(window.Report()));
-            QCOMPARE(PictureCount(ClipboardRtf().toStdString()), 6);
-            QCOMPARE(data->html().count(QStringLiteral("<img src=\"data:image/png;base64,")), 6);
-            QVERIFY(data->text().startsWith(QStringLiteral("Ampora\n")));
-            QVERIFY(data->text().contains(QStringLiteral("The electric power:")));
+        QVERIFY(QDir(folder.path()).mkdir("circuits \U0001F50B"));
+        const QString path = folder.filePath("circuits \U0001F50B/bridge.amq");
+        QVERIFY(QFile::copy(ExamplePath("wheatstone_bridge.amq"), path));
+        Loaded r(path);
+        QString expected;
+        for (const RichTextRun& run : r.window.Report().Runs()) {
+            expected +=
+                run.IsPicture()
+                    ? QString(QChar::ObjectReplacementCharacter)
+                    : QString::fromStdString(run.Text).replace(u'\n', QChar::ParagraphSeparator);
         }
-        for (const QString& text :
-             {path, QStringLiteral("\U0001F50B/bridge"), QStringLiteral("The circuit:"),
-              QStringLiteral("Counting unknowns and equations:")}) {
-            QVERIFY2(Select(box, text), qPrintable(text));
-            QTest::keyClick(box, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(r.Box()->document()->toRawText(), expected);
+        QCOMPARE(std::size_t(r.Box()->document()->characterCount() - 1),
+                 r.window.Report().Length());
+        QVERIFY(r.Box()->isReadOnly());
+        const std::string whole = RtfText(r.window.Report());
+        // With nothing selected the button copies the whole report, for a word processor only;
+        // the keys copy a selection of all of it for every kind of program.
+        QGuiApplication::clipboard()->setText("earlier contents");
+        QTest::mouseClick(r.window.cmdCopyToClipboard(), Qt::LeftButton);
+        QCOMPARE(QGuiApplication::clipboard()->mimeData()->formats(), QStringList{"text/rtf"});
+        QCOMPARE(ClipboardRtf().toStdString(), whole);
+        QCOMPARE(PictureCount(ClipboardRtf()), 6); // two equation pictures, four diagrams
+        QVERIFY(ClipboardRtf().contains("89504e470d0a1a0a")); // each a real PNG
+        {
+            QGuiApplication::clipboard()->setText("earlier contents");
+            r.Box()->selectAll();
+            QTest::keyClick(r.Box(), Qt::Key_C, Qt::ControlModifier);
+            const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+            QCOMPARE(ClipboardRtf().toStdString(), whole);
+            QCOMPARE(data->html().count("<img src=\"data:image/png;base64,"), 6);
+            QVERIFY(data->text().startsWith("Ampora\n"));
+            QVERIFY(data->text().contains("The electric power:"));
+        }
+        for (const QString& text : QStringList{
+                 path, "\U0001F50B/bridge", "The circuit:", "Counting unknowns and equations:"}) {
+            r.Box()->setTextCursor(r.Box()->document()->find(text));
+            QTest::keyClick(r.Box(), Qt::Key_C, Qt::ControlModifier);
             QCOMPARE(QGuiApplication::clipboard()->mimeData()->text(), text);
             // The copy for a word processor ends with the same characters.
             const QString tail =
                 text.contains(u'/') ? text.mid(text.lastIndexOf(u'/')) : text.right(8);
             QVERIFY2(ClipboardRtf().contains(tail + u'}'), qPrintable(tail));
         }
+        // From a heading to the end of its picture's line, four paragraphs on, by the button.
+        QTextCursor cursor = r.Box()->document()->find("The voltage:");
+        cursor.setPosition(cursor.selectionStart());
+        cursor.movePosition(QTextCursor::NextBlock, QTextCursor::KeepAnchor, 4);
+        cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+        r.Box()->setTextCursor(cursor);
+        r.Box()->ensureCursorVisible();
+        Shoot(r.window, "report_window_with_a_selection");
+        QVERIFY(r.window.CopyToClipboard());
+        const QString rtf = ClipboardRtf();
+        QCOMPARE(rtf.toStdString(), RtfText(r.window.Report(), std::size_t(cursor.selectionStart()),
+                                            std::size_t(cursor.selectionEnd())));
+        QCOMPARE(PictureCount(rtf), 1);
+        QVERIFY(rtf.contains("The voltage:") && !rtf.contains("The electric current:"));
     }
 
-    void twentyPrintsKeepOnlyTheLastReport() {
-        auto ws = Solved("two_supernodes.amq");
-        QVERIFY(ws);
-        QWidget owner;
-        ui::ReportWindow* window = nullptr;
-        for (int print = 0; print < 20; ++print) {
-            window = ui::ShowReportWindow(&owner, *ws, nullptr);
-            // The resident memory after each print, for whoever measures it.
-            if (qEnvironmentVariableIsSet("AMPORA_MEASURE_MEMORY")) {
-                QFile status(QStringLiteral("/proc/self/status"));
-                if (status.open(QIODevice::ReadOnly)) {
-                    for (const QByteArray& line : status.readAll().split('\n')) {
-                        if (line.startsWith("VmRSS")) {
-                            qInfo("print %d: %s", print + 1, line.simplified().constData());
-                        }
-                    }
-                }
-            }
+    // Save as... writes the format the name's extension asks for, a PDF without one; another
+    // extension or a folder's name is refused with a message and nothing written.
+    void saveAsWritesTheFormatTheNameAsksFor() {
+        Loaded r(ExamplePath("supernode.amq"), false);
+        QTemporaryDir folder;
+        QString answer;
+        r.window.SetSavePathAsker([&answer] { return answer; });
+        const auto save = [&](const QString& name) {
+            answer = name.isEmpty() ? QString() : folder.filePath(name);
+            r.prompts.messages.clear();
+            QTest::mouseClick(r.window.cmdSaveAs(), Qt::LeftButton);
+            QFile file(folder.filePath(name));
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        };
+        QVERIFY(save("report.html").contains("<img src=\"data:image/png;base64,"));
+        QCOMPARE(save("report.rtf").toStdString(), RtfText(r.window.Report()));
+        QVERIFY(save("report.pdf").startsWith("%PDF-"));
+        QVERIFY(save("summary").isEmpty());
+        QVERIFY(QFile::exists(folder.filePath("summary.pdf")));
+        save(QString()); // cancelled
+        QVERIFY(r.prompts.messages.empty());
+        save("report.doc");
+        QCOMPARE(r.prompts.messages.size(), std::size_t{1});
+        for (const QString name : {"in.html", "in.rtf", "in.pdf"}) {
+            QVERIFY(QDir(folder.path()).mkdir(name));
+            save(name);
+            QCOMPARE(r.prompts.messages,
+                     std::vector<std::string>{"(!) The report could not be written to " +
+                                              folder.filePath(name).toStdString() +
+                                              ": Is a directory."});
+            QCOMPARE(QDir(folder.filePath(name))
+                         .isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                     true);
         }
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
+                 QStringList({"report.html", "report.pdf", "report.rtf", "summary.pdf"}));
+    }
+
+    // Printed to a PDF file, as the print dialog offers where there is no printer: the same
+    // pages, with the same text on each, as Save as... writes.
+    void printingGivesThePagesOfTheSavedPdf() {
+        if (QStandardPaths::findExecutable("pdftotext").isEmpty()) {
+            QSKIP("pdftotext is not installed");
+        }
+        QTemporaryDir folder;
+        Loaded r(WideCircuit(folder), false);
+        const QString saved = folder.filePath("saved.pdf");
+        const QString printed = folder.filePath("printed.pdf");
+        QVERIFY(r.window.SaveReport(saved));
+        r.window.SetPrinterAsker([&](QPrinter& printer) {
+            printer.setOutputFormat(QPrinter::PdfFormat);
+            printer.setOutputFileName(printed);
+            return true;
+        });
+        QTest::mouseClick(r.window.cmdPrint(), Qt::LeftButton);
+        QVERIFY(r.prompts.messages.empty());
+        // The text of each page as laid out on it, the pages parted by form feeds.
+        const auto pages = [](const QString& pdf) {
+            QProcess text;
+            text.start("pdftotext", {"-layout", pdf, "-"});
+            text.waitForFinished(30000);
+            return QString::fromUtf8(text.readAllStandardOutput()).split(QLatin1Char('\f'));
+        };
+        const QStringList fromSave = pages(saved);
+        QVERIFY(fromSave.size() > 3); // three pages, and what follows the last form feed
+        QCOMPARE(pages(printed), fromSave);
+    }
+
+    // Each picture of a circuit drawn wider than the page, at any width of the window, whole
+    // on one line beside its tab, in proportion and never enlarged.
+    void everyPictureIsShownWholeBesideItsTabAtAnyWidth() {
+        QTemporaryDir folder;
+        Loaded r(WideCircuit(folder));
+        QTextDocument* document = r.Box()->document();
+        for (const int width : {440, 700, 1600}) {
+            r.window.resize(width, 600);
+            QCoreApplication::processEvents();
+            const qreal room = r.Box()->viewport()->width() - 2 * document->documentMargin();
+            QTextBlock block = document->begin();
+            int seen = 0;
+            for (const RichTextRun& run : r.window.Report().Runs()) {
+                if (!run.IsPicture()) {
+                    continue;
+                }
+                while (!block.text().contains(QChar::ObjectReplacementCharacter)) {
+                    block = block.next();
+                }
+                document->documentLayout()->blockBoundingRect(block);
+                QTextImageFormat shown;
+                for (auto it = block.begin(); !it.atEnd(); ++it) {
+                    shown = it.fragment().charFormat().isImageFormat()
+                                ? it.fragment().charFormat().toImageFormat()
+                                : shown;
+                }
+                const QString where = QString("at %1 px, picture %2").arg(width).arg(++seen);
+                QVERIFY2(block.layout()->lineCount() == 1 &&
+                             block.layout()->lineAt(0).naturalTextWidth() <= room,
+                         qPrintable(where));
+                QVERIFY2(shown.width() <= run.Width &&
+                             std::abs(shown.height() / shown.width() -
+                                      double(run.Height) / run.Width) < 0.02,
+                         qPrintable(where));
+                block = block.next();
+            }
+            QCOMPARE(seen, 6);
+            QCOMPARE(r.Box()->horizontalScrollBar()->maximum(), 0);
+            Shoot(r.window, QString("report_wide_%1").arg(width));
+        }
+    }
+
+    // "Print report" outside step 3 does nothing; in it, one modeless window, rebuilt each
+    // time, which leaves the view as it was and keeps only the last report.
+    void printReportKeepsOneWindowWithTheLastReport() {
+        Loaded r(ExamplePath("supernode.amq"), false);
+        r.ws.ViewMode = kViewVoltages;
+        QWidget owner;
+        r.ws.Step = kStepName;
+        QCOMPARE(ui::ShowReportWindow(&owner, r.ws, nullptr), nullptr);
+        r.ws.Step = kStepResults;
+        ui::ReportWindow* first = ui::ShowReportWindow(&owner, r.ws, nullptr);
+        QVERIFY(first->isVisible() && !first->isModal());
+        const std::size_t length = first->Report().Length();
+        for (int print = 0; print < 20; ++print) {
+            QCOMPARE(ui::ShowReportWindow(&owner, r.ws, nullptr), first);
+        }
+        QCOMPARE(first->Report().Length(), length); // rebuilt, not appended
+        QCOMPARE(r.ws.ViewMode, kViewVoltages);
         QCOMPARE(owner.findChildren<ui::ReportWindow*>().size(), 1);
         // One document with its six pictures; the earlier ones are gone with theirs.
-        QCOMPARE(window->RichTextBox1()->findChildren<QTextDocument*>().size(), 1);
-        QVERIFY(!window->RichTextBox1()->document()->isUndoRedoEnabled());
-    }
-
-    void saveAsAndPrintNeverOverlapCopyOrClose() {
-        ui::ReportWindow window;
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QCOMPARE(first->RichTextBox1()->findChildren<QTextDocument*>().size(), 1);
+        QVERIFY(!first->RichTextBox1()->document()->isUndoRedoEnabled());
+        // At any width the buttons keep apart and inside the window.
         for (const int width : {100, 440, 457, 520, 900}) {
-            window.resize(width, 400);
+            first->resize(width, 400);
             QCoreApplication::processEvents();
-            QVERIFY(window.width() >= 440);
-            const QRect save = window.cmdSaveAs()->geometry();
-            QVERIFY2(!save.intersects(window.cmdReportClose()->geometry()),
-                     qPrintable(QString::number(window.width())));
-            QVERIFY(!save.intersects(window.cmdCopyToClipboard()->geometry()));
-            QVERIFY(save.right() < window.width());
-            const QRect print = window.cmdPrint()->geometry();
-            QVERIFY2(print.left() > window.cmdReportClose()->geometry().right(),
-                     qPrintable(QString::number(window.width())));
-            QVERIFY(print.right() < save.left());
-            QVERIFY(window.cmdCopyToClipboard()->x() >= 0);
+            const QRect save = first->cmdSaveAs()->geometry();
+            const QRect print = first->cmdPrint()->geometry();
+            const QString where = QString::number(first->width());
+            QVERIFY2(first->width() >= 440 && first->cmdCopyToClipboard()->x() >= 0,
+                     qPrintable(where));
+            QVERIFY2(!save.intersects(first->cmdReportClose()->geometry()) &&
+                         !save.intersects(first->cmdCopyToClipboard()->geometry()) &&
+                         save.right() < first->width(),
+                     qPrintable(where));
+            QVERIFY2(print.left() > first->cmdReportClose()->geometry().right() &&
+                         print.right() < save.left(),
+                     qPrintable(where));
         }
-    }
-
-    void printReportOpensOneWindowAndLeavesTheViewAsItWas() {
-        auto ws = Solved("supernode.amq");
-        QVERIFY(ws);
-        ws->ViewMode = 2;
-        QWidget owner;
-        ws->Step = 2;
-        QCOMPARE(ui::ShowReportWindow(&owner, *ws, nullptr), nullptr);
-        ws->Step = 3;
-        ui::ReportWindow* first = ui::ShowReportWindow(&owner, *ws, nullptr);
-        QVERIFY(first->isVisible());
-        QVERIFY(!first->isModal());
-        const std::size_t length = first->Report().Length();
-        QCOMPARE(ui::ShowReportWindow(&owner, *ws, nullptr), first);
-        QCOMPARE(first->Report().Length(), length); // rebuilt, not appended
-        QCOMPARE(ws->ViewMode, std::int16_t{2});
         QPointer<ui::ReportWindow> closing(first);
         QTest::mouseClick(first->cmdReportClose(), Qt::LeftButton);
         QTRY_VERIFY(closing.isNull());
-    }
-
-    void theDiagramIsCroppedToTheCircuitWithItsMargin() {
-        auto ws = Solved("supernode.amq");
-        QVERIFY(ws);
-        // The labels as the window lays them out, for the view the workspace is in.
-        const DiagramLabels labels = ui::LayOutView(*ws, ws->ViewMode, 3);
-        float top = 0, bottom = 0, left = 0, right = 0;
-        ui::DiagramExtents(*ws, labels, top, bottom, left, right);
-        // The wires of the example reach from 80 to 560 across: the margin is 6 beyond the
-        // leftmost wire or label.
-        QVERIFY(left <= 80 - 6);
-        const QImage image = ui::CircuitPaint(*ws, 1);
-        QCOMPARE(image.width(), static_cast<int>(std::ceil(right - left + 2)));
-        QCOMPARE(image.height(), static_cast<int>(std::ceil(bottom - top + 2)));
-        // The margin is white and the circuit is drawn inside it.
-        for (int x = 0; x < image.width(); ++x) {
-            QCOMPARE(image.pixel(x, 0), qRgb(255, 255, 255));
-        }
-        int ink = 0;
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x) {
-                ink += qGray(image.pixel(x, y)) < 128 ? 1 : 0;
-            }
-        }
-        QVERIFY(ink > 500);
     }
 };
 
