@@ -4,6 +4,7 @@
 #include "support/circuit_dump.h"
 #include "support/drawn_circuit.h"
 #include "support/scripted_prompts.h"
+#include "support/solve_session.h"
 #include "support/test_files.h"
 #include "workflow/step_transitions.h"
 
@@ -73,7 +74,8 @@ std::string NextAutoNameNext(const Circuit& drawn) {
         text += "warning " + std::to_string(warning.slot) + ": " + warning.text + "\n";
     }
     if (!AutoName(ws, prompts) || LeaveStep2(ws, prompts) != TransitionResult::Entered) {
-        return text + "not solved: " + (prompts.messages.empty() ? "" : prompts.messages.back());
+        return text + "not solved in step " + std::to_string(ws.Step) + ": " +
+               (prompts.messages.empty() ? "" : prompts.messages.back());
     }
     text += "solved:";
     for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
@@ -82,7 +84,7 @@ std::string NextAutoNameNext(const Circuit& drawn) {
     return text;
 }
 
-TEST(LeavingStep1, EachCircuitIsSolvedOrRefusedWithItsReasonAndMisreadDevicesAreNamed) {
+TEST(LeavingSteps, EachCircuitIsSolvedOrRefusedWithItsReasonAndMisreadDevicesAreNamed) {
     std::vector<W> ladder21 = LadderWires(12); // 20 nodes, and a hat over rungs 5 to 7 adds one
     for (const W& w : std::vector<W>{
              {320, 0, 320, -80}, {320, -80, 480, -80}, {480, -80, 480, 0}, {400, -80, 400, 0}}) {
@@ -112,6 +114,37 @@ TEST(LeavingStep1, EachCircuitIsSolvedOrRefusedWithItsReasonAndMisreadDevicesAre
         {400, 0, 480, 0}, {480, 0, 480, 80}, {480, 80, 400, 80}, {400, 80, 400, 0}};
     const std::string loose = "refused in step 1: You have branches that lead nowhere and current "
                               "cannot flow in them.  You must go back and delete them.";
+    const std::string different = "not solved in step 2: You have a supernode with different "
+                                  "voltages in parallel, which is a contradiction.  You must go "
+                                  "back and correct this situation.";
+    const std::string cannotSolve = "not solved in step 2: Error:  The program can't solve this "
+                                    "circuit.  Go back and look for short circuits or other error "
+                                    "conditions.";
+    const auto batteries = [](std::int16_t middle, float volts) {
+        return test::ThreeBranches(kBatteryUp, 5, middle, volts, kResistorVertical, 10);
+    };
+    Circuit shorted = batteries(kResistorVertical, 10); // the middle branch a bare wire
+    EraseElementSlot(shorted, 2);
+    // The divider twice, side by side: only one of them has the reference.
+    std::vector<W> dividers;
+    std::vector<test::E> dividerDevices;
+    for (const float dx : {0.0f, 480.0f}) {
+        for (const W& w : std::vector<W>{{80, 80, 240, 80},
+                                         {240, 80, 400, 80},
+                                         {80, 80, 80, 240},
+                                         {240, 80, 240, 240},
+                                         {400, 80, 400, 240},
+                                         {80, 240, 240, 240},
+                                         {240, 240, 400, 240}}) {
+            dividers.push_back({w.x1 + dx, w.y1, w.x2 + dx, w.y2});
+        }
+        for (const test::E& e : std::vector<test::E>{{kResistorHorizontal, 1000, 160, 80},
+                                                     {kBatteryUp, 12, 80, 160},
+                                                     {kResistorVertical, 2000, 240, 160},
+                                                     {kResistorVertical, 2000, 400, 160}}) {
+            dividerDevices.push_back({e.kind, e.value, e.x + dx, e.y});
+        }
+    }
     const std::string noNodes =
         "refused in step 1: You can't do nodal analysis since there are no nodes.";
     struct Case {
@@ -176,6 +209,17 @@ TEST(LeavingStep1, EachCircuitIsSolvedOrRefusedWithItsReasonAndMisreadDevicesAre
                       {kSourceUp, 0, 160, 120}}),
          "warning 4: The current source of 0 A at (160, 120): a current source of 0 A is analysed "
          "as a plain wire; give it a value or erase it.\nsolved: A 0"},
+        {"two equal batteries in parallel", batteries(kBatteryUp, 5),
+         "not solved in step 2: You have a supernode with identical branches in parallel, which "
+         "the program can't handle.  You must go back and delete one of them."},
+        {"batteries of 5 V and 6 V in parallel", batteries(kBatteryUp, 6), different},
+        {"equal batteries pointing against each other", batteries(kBatteryDown, 5), different},
+        {"batteries a fifth of a percent apart", batteries(kBatteryUp, 5.01f), different},
+        {"a battery shorted by a bare wire", shorted, different},
+        {"a node reached only through sources",
+         test::ThreeBranches(kSourceUp, 1, kSourceDown, 1, kSourceUp, 2), cannotSolve},
+        {"two circuits floating against each other", test::Drawn(dividers, dividerDevices),
+         cannotSolve},
     };
     for (const Case& c : cases) {
         EXPECT_EQ(NextAutoNameNext(c.drawn), c.outcome) << c.what;
@@ -208,6 +252,19 @@ TEST(LeavingStep1, NamesSurviveGoingBackUnlessTheirNodeMoved) {
     EXPECT_EQ(ws.circuit.NodeLabels[1].Y, -40);
     EXPECT_EQ(ws.circuit.NodeLabels[2].Name, "0");
     EXPECT_TRUE(prompts.messages.empty());
+}
+
+TEST(LeavingStep2, AFailedMoveKeepsTheNamesAndCanBeRetriedAfterRenaming) {
+    test::SolveSession session;
+    test::Solve(session, test::ExampleText("voltage_divider.amq", "\"V1\"", "\"0\""), 0);
+    EXPECT_EQ(session.ws.Step, 2);
+    EXPECT_EQ(session.prompts.messages.at(0),
+              "You can only have one reference node named 0.  You must rename the other ones.");
+    EXPECT_EQ(session.ws.circuit.NodeLabels[1].Name, "0");
+    session.ws.circuit.NodeLabels[1].Name = "Vout";
+    EXPECT_EQ(LeaveStep2(session.ws, session.prompts), TransitionResult::Entered);
+    EXPECT_EQ(session.ws.Step, 3);
+    EXPECT_EQ(session.ws.circuit.NodeLabels[1].Voltage, 6);
 }
 
 TEST(LeavingStep1, EveryExampleEntersStep2WithTheNamesSavedInItsFile) {
