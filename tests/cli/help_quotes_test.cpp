@@ -48,92 +48,38 @@ struct HelpQuote {
                       // collapsed
 };
 
-// One element of the page: where its opening tag starts, where its content starts and ends,
-// and where its closing tag ends.
+// The element whose opening tag starts at `open`: the opening tag, what lies inside, and
+// where its closing tag ends (the help nests no element in one of its own name).
 struct ElementSpan {
-    std::size_t open = 0;
-    std::size_t contentBegin = 0;
-    std::size_t contentEnd = 0;
+    std::string openTag, content;
     std::size_t close = 0;
 };
 
-std::string TagName(const std::string& html, std::size_t open) {
-    std::size_t end = open + 1;
-    while (end < html.size() && std::isalnum(static_cast<unsigned char>(html[end])) != 0) {
-        ++end;
-    }
-    return html.substr(open + 1, end - open - 1);
-}
-
-bool OpensTag(const std::string& html, std::size_t at, const std::string& tag) {
-    if (html.compare(at, tag.size() + 1, "<" + tag) != 0) {
-        return false;
-    }
-    const char after = at + tag.size() + 1 < html.size() ? html[at + tag.size() + 1] : '>';
-    return after == '>' || after == ' ' || after == '\n';
-}
-
-// The element whose opening tag starts at `open`, up to its matching closing tag (elements
-// of the same name inside it are counted).
 std::optional<ElementSpan> ElementAt(const std::string& html, std::size_t open) {
-    const std::string tag = TagName(html, open);
+    const std::size_t nameEnd = html.find_first_of(" >\n", open);
     const std::size_t openEnd = html.find('>', open);
-    if (tag.empty() || openEnd == std::string::npos) {
+    const std::string closing = "</" + html.substr(open + 1, nameEnd - open - 1) + ">";
+    const std::size_t close = openEnd == std::string::npos ? openEnd : html.find(closing, openEnd);
+    if (close == std::string::npos) {
         return std::nullopt;
     }
-    ElementSpan span{open, openEnd + 1, 0, 0};
-    int depth = 1;
-    for (std::size_t at = span.contentBegin; at < html.size(); ++at) {
-        if (html[at] != '<') {
-            continue;
-        }
-        if (OpensTag(html, at, tag)) {
-            ++depth;
-        } else if (html.compare(at, tag.size() + 3, "</" + tag + ">") == 0 && --depth == 0) {
-            span.contentEnd = at;
-            span.close = at + tag.size() + 3;
-            return span;
-        }
-    }
-    return std::nullopt;
+    return ElementSpan{html.substr(open, openEnd + 1 - open),
+                       html.substr(openEnd + 1, close - openEnd - 1), close + closing.size()};
 }
 
-// The value of attribute `name` in the opening tag html[open, openEnd), or nothing.
-std::optional<std::string> Attribute(const std::string& html, const ElementSpan& span,
-                                     const std::string& name) {
-    const std::string openTag = html.substr(span.open, span.contentBegin - span.open);
-    const std::string key = " " + name + "=\"";
-    const std::size_t at = openTag.find(key);
-    if (at == std::string::npos) {
-        return std::nullopt;
-    }
-    const std::size_t begin = at + key.size();
-    const std::size_t end = openTag.find('"', begin);
+std::optional<std::string> Attribute(const ElementSpan& span, const std::string& name) {
+    const std::size_t at = span.openTag.find(" " + name + "=\"");
+    const std::size_t begin = at + name.size() + 3;
+    const std::size_t end = at == std::string::npos ? at : span.openTag.find('"', begin);
     return end == std::string::npos ? std::nullopt
-                                    : std::optional(openTag.substr(begin, end - begin));
+                                    : std::optional(span.openTag.substr(begin, end - begin));
 }
 
-void AppendUtf8(std::string& out, unsigned code) {
-    if (code < 0x80) {
-        out += static_cast<char>(code);
-    } else if (code < 0x800) {
-        out += static_cast<char>(0xC0 | (code >> 6));
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    } else {
-        out += static_cast<char>(0xE0 | (code >> 12));
-        out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    }
-}
-
-const std::map<std::string, unsigned>& NamedEntities() {
-    static const std::map<std::string, unsigned> entities = {
-        {"amp", '&'},       {"lt", '<'},       {"gt", '>'},       {"quot", '"'},
-        {"nbsp", ' '},      {"Omega", 0x03A9}, {"times", 0x00D7}, {"minus", 0x2212},
-        {"middot", 0x00B7}, {"uarr", 0x2191},  {"darr", 0x2193},  {"larr", 0x2190},
-        {"rarr", 0x2192},   {"rsquo", 0x2019}, {"lsquo", 0x2018}, {"ndash", 0x2013}};
-    return entities;
-}
+const std::map<std::string, std::string> kEntities = {
+    {"amp", "&"},         {"lt", "<"},         {"gt", ">"},          {"quot", "\""},
+    {"nbsp", " "},        {"Omega", "\u03A9"}, {"times", "\u00D7"},  {"minus", "\u2212"},
+    {"middot", "\u00B7"}, {"uarr", "\u2191"},  {"darr", "\u2193"},   {"larr", "\u2190"},
+    {"rarr", "\u2192"},   {"harr", "\u2194"},  {"divide", "\u00F7"}, {"ndash", "\u2013"}};
 
 // Blanks, tabs and line breaks in runs become one blank, none at either end: what a reader
 // of the page (and of the program's window) sees.
@@ -185,12 +131,9 @@ std::string ReaderText(const std::string& html) {
             const std::size_t end = html.find(';', at);
             const std::string name =
                 end == std::string::npos ? "" : html.substr(at + 1, end - at - 1);
-            const auto named = NamedEntities().find(name);
-            if (named != NamedEntities().end()) {
-                AppendUtf8(out, named->second);
-                at = end;
-            } else if (name.size() > 1 && name[0] == '#') {
-                AppendUtf8(out, static_cast<unsigned>(std::stoul(name.substr(1))));
+            const auto named = kEntities.find(name);
+            if (named != kEntities.end()) {
+                out += named->second;
                 at = end;
             } else {
                 out += '&'; // left as written, so the comparison shows it
@@ -410,29 +353,22 @@ std::vector<HelpQuote> FindQuotes(const std::string& html) {
             continue;
         }
         const ElementSpan span = *found;
-        std::istringstream words(Attribute(html, span, "data-quote").value_or(""));
+        std::istringstream words(Attribute(span, "data-quote").value_or(""));
         words >> quote.circuit;
         std::getline(words >> std::ws, quote.what);
-        if (const auto figures = Attribute(html, span, "data-sigfigs")) {
+        if (const auto figures = Attribute(span, "data-sigfigs")) {
             quote.sigFigs = std::atoi(figures->c_str());
         }
-        quote.text =
-            ReaderText(html.substr(span.contentBegin, span.contentEnd - span.contentBegin));
+        quote.text = ReaderText(span.content);
         quotes.push_back(quote);
     }
     return quotes;
 }
 
-std::string QuoteMismatch(const HelpQuote& quote) {
-    const std::string name = quote.circuit + " " + quote.what;
+// What the program writes where the quote stands, or why there is nothing (starting with "!").
+std::string Written(const HelpQuote& quote) {
     if (quote.circuit == "typing") {
-        const std::string written = TypingText(quote.what);
-        if (!written.empty() && written[0] == '!') {
-            return name + ": " + written.substr(1);
-        }
-        return Collapse(written) == quote.text ? ""
-                                               : name + ": the help says \"" + quote.text +
-                                                     "\", the program writes \"" + written + "\"";
+        return TypingText(quote.what);
     }
     std::filesystem::path path = test::ExamplesDir() / (quote.circuit + ".amq");
     if (!std::filesystem::exists(path)) {
@@ -440,7 +376,7 @@ std::string QuoteMismatch(const HelpQuote& quote) {
                (quote.circuit + ".amq");
     }
     if (quote.circuit.empty() || !std::filesystem::exists(path)) {
-        return name + ": there is no such circuit";
+        return "!there is no such circuit";
     }
     Workspace ws;
     cli::RunOptions options;
@@ -450,22 +386,26 @@ std::string QuoteMismatch(const HelpQuote& quote) {
     std::ostringstream err;
     const std::optional<cli::SolvedRun> run = cli::OpenAndSolve(ws, options, prompts, err);
     if (!run) {
-        return name + ": the circuit cannot be read: " + err.str();
+        return "!the circuit cannot be read: " + err.str();
     }
     if (quote.what == "arithmetic") {
         const std::string wrong = ArithmeticMismatch(ws, quote.text);
-        return wrong.empty() ? "" : name + ": " + wrong;
+        return wrong.empty() ? quote.text : "!" + wrong;
     }
-    const std::string written =
-        ProgramText(ws, prompts.message, run->solved, quote.what, quote.sigFigs);
+    return ProgramText(ws, prompts.message, run->solved, quote.what, quote.sigFigs);
+}
+
+std::string QuoteMismatch(const HelpQuote& quote) {
+    const std::string name = quote.circuit + " " + quote.what;
+    const std::string written = Written(quote);
     if (!written.empty() && written[0] == '!') {
         return name + ": " + written.substr(1);
     }
-    if (Collapse(written) == quote.text) {
-        return "";
-    }
-    return name + ": the help says \"" + quote.text + "\", the program writes \"" +
-           Collapse(written) + "\"";
+    // A typed value's warning is shown as the program words it, blanks and all.
+    const std::string shown = quote.circuit == "typing" ? written : Collapse(written);
+    return Collapse(written) == quote.text ? ""
+                                           : name + ": the help says \"" + quote.text +
+                                                 "\", the program writes \"" + shown + "\"";
 }
 
 std::string UnquotedEquationText(const std::string& html) {
@@ -475,8 +415,7 @@ std::string UnquotedEquationText(const std::string& html) {
         if (!block) {
             return "an unclosed equation block";
         }
-        std::string inside =
-            html.substr(block->contentBegin, block->contentEnd - block->contentBegin);
+        std::string inside = block->content;
         for (std::size_t q; (q = inside.find(" data-quote=\"")) != std::string::npos;) {
             const std::size_t open = inside.rfind('<', q);
             const std::optional<ElementSpan> quote = ElementAt(inside, open);
