@@ -20,33 +20,6 @@
 namespace ampora {
 namespace {
 
-TEST(PracticeShape, ShapesThatCannotBeMadeAreRefusedWithTheReason) {
-    const struct {
-        PracticeShape shape;
-        const char* refusal;
-    } rows[] = {
-        {{2, 0, 2}, ""},
-        {{2, 0, 3}, "A circuit of 2 nodes has room for at most 2 current sources."},
-        {{2, 1, 1}, ""},
-        {{2, 1, 2}, "A circuit of 2 nodes and 1 supernode has room for at most 1 current source."},
-        {{3, 1, 3}, ""},
-        {{3, 2, 0},
-         "3 nodes hold at most 1 supernode: a supernode joins two nodes of its own by a "
-         "battery."},
-        {{4, 0, 4}, "A circuit of 4 nodes has room for at most 3 current sources."},
-        {{5, 3, 0},
-         "5 nodes hold at most 2 supernodes: a supernode joins two nodes of its own by "
-         "a battery."},
-        {{5, 2, 4}, ""},
-        {{6, 3, 4}, ""},
-        {{10, 3, 4}, ""},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(ShapeRefusal(row.shape), row.refusal)
-            << row.shape.Nodes << " " << row.shape.SuperNodes << " " << row.shape.Sources;
-    }
-}
-
 int SeedsPerShape() {
     const char* text = std::getenv("AMPORA_PRACTICE_SEEDS");
     const auto value = text ? ParseInteger(text) : std::nullopt;
