@@ -6,8 +6,9 @@
 //   $ ampora-cli ARGS [> /dev/null] [| grep [-c] [-e] TEXT [-e TEXT ...]]
 //   $ cat FILE        $ ls FOLDER        $ grep [-c] [-e] TEXT [-e TEXT ...] FILE
 //
-// Arguments are split at blanks, "..." or '...' keeps one together (also an empty one); $EXAMPLES,
-// $DATA (tests/data/cli) and $TMP (a fresh folder for each transcript) stand for folders.
+// Arguments are split at blanks, "..." or '...' keeps one together (also an empty one);
+// $EXAMPLES, $DATA (tests/data/cli) and $TMP (a fresh folder for each transcript) stand for
+// folders.
 // What goes to stderr is shown with "2> " in front, a carriage return as \r.
 
 #include "support/cli_run.h"
