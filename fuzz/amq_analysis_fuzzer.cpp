@@ -1,6 +1,6 @@
 // libFuzzer target: bytes as an .amq file, then the whole analysis.
 
-#include "support/fuzz_exercises.h"
+#include "fuzz/fuzz_exercises.h"
 
 #include <cstdint>
 #include <cstdio>

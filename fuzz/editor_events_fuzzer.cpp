@@ -1,6 +1,6 @@
 // libFuzzer target: bytes as a stream of editing events, the tables checked after each.
 
-#include "support/fuzz_exercises.h"
+#include "fuzz/fuzz_exercises.h"
 
 #include <cstdint>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "support/fuzz_exercises.h"
+#include "fuzz/fuzz_exercises.h"
 #include "support/test_files.h"
 
 #include <gtest/gtest.h>

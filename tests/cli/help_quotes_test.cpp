@@ -1,15 +1,436 @@
-// The help pages quote the program: every equation, number and message they show for an
-// example circuit must be what the program writes for that circuit.
+// The help pages quote what the program writes for their example circuits. Each quote is
+// marked in the page with the circuit and what it quotes, for example
+//   <span data-quote="wheatstone_bridge collected 1">(1/100+1/200+1/50)*V2-(1/50)*V3=10/100</span>
+// and this test finds the quotes and compares them with what the program writes for the
+// same circuit, solved as `ampora-cli solve` solves it.
+//
+// What a quote can name (N counts from 1):
+//   equation N, collected N   the KCL equation of unknown N as first written / collected
+//   caption N                 caption N of the equations tab
+//   counting N                paragraph N of the counting text
+//   voltage NAME              the voltage of the node NAME, as the program rounds it
+//   label SLOT VIEW           the label of element SLOT in view value|current|voltage|power
+//   matrix R C, rref R C      an entry of the augmented matrix before / after Gauss-Jordan
+//   power                     the status-bar totals of the power view
+//   message                   the message shown when the circuit is refused
+//   arithmetic                hand-worked arithmetic "a = b = c" whose sides must agree, the
+//                             node voltages of the circuit usable as names
+// In place of a circuit, "typing DEVICE ANSWER" (DEVICE battery, resistor or source; "number
+// DEVICE" for the Number tool) quotes the warning shown for a typed value, or the value kept.
+// A data-sigfigs="N" attribute beside data-quote sets the significant figures (3 otherwise).
 
-#include "support/help_quotes.h"
+#include "analysis/format_number.h"
+#include "analysis/result_labels.h"
+#include "cli/solve_run.h"
+#include "document/circuit_edit.h"
+#include "editor/editing_tools.h"
+#include "equations/equation_parse.h"
+#include "support/scripted_prompts.h"
 #include "support/test_files.h"
+#include "tables/number_text.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <map>
+#include <optional>
 #include <set>
+#include <sstream>
 
 namespace ampora {
 namespace {
+
+struct HelpQuote {
+    std::string circuit; // a file name without .amq, in examples/ or tests/data/help/
+    std::string what;    // the rest of the data-quote attribute
+    int sigFigs = 3;
+    std::string text; // the quote as a reader sees it: tags dropped, entities decoded, blanks
+                      // collapsed
+};
+
+// The element whose opening tag starts at `open`: the opening tag, what lies inside, and
+// where its closing tag ends (the help nests no element in one of its own name).
+struct ElementSpan {
+    std::string openTag, content;
+    std::size_t close = 0;
+};
+
+std::optional<ElementSpan> ElementAt(const std::string& html, std::size_t open) {
+    const std::size_t nameEnd = html.find_first_of(" >\n", open);
+    const std::size_t openEnd = html.find('>', open);
+    const std::string closing = "</" + html.substr(open + 1, nameEnd - open - 1) + ">";
+    const std::size_t close = openEnd == std::string::npos ? openEnd : html.find(closing, openEnd);
+    if (close == std::string::npos) {
+        return std::nullopt;
+    }
+    return ElementSpan{html.substr(open, openEnd + 1 - open),
+                       html.substr(openEnd + 1, close - openEnd - 1), close + closing.size()};
+}
+
+std::optional<std::string> Attribute(const ElementSpan& span, const std::string& name) {
+    const std::size_t at = span.openTag.find(" " + name + "=\"");
+    const std::size_t begin = at + name.size() + 3;
+    const std::size_t end = at == std::string::npos ? at : span.openTag.find('"', begin);
+    return end == std::string::npos ? std::nullopt
+                                    : std::optional(span.openTag.substr(begin, end - begin));
+}
+
+const std::map<std::string, std::string> kEntities = {
+    {"amp", "&"},         {"lt", "<"},         {"gt", ">"},          {"quot", "\""},
+    {"nbsp", " "},        {"Omega", "\u03A9"}, {"times", "\u00D7"},  {"minus", "\u2212"},
+    {"middot", "\u00B7"}, {"uarr", "\u2191"},  {"darr", "\u2193"},   {"larr", "\u2190"},
+    {"rarr", "\u2192"},   {"harr", "\u2194"},  {"divide", "\u00F7"}, {"ndash", "\u2013"}};
+
+// Blanks, tabs and line breaks in runs become one blank, none at either end: what a reader
+// of the page (and of the program's window) sees.
+std::string Collapse(const std::string& text) {
+    std::string out;
+    bool blank = false;
+    for (const char c : text) {
+        if (c == ' ' || c == '\t' || c == '\r' || c == '\n') {
+            blank = !out.empty();
+            continue;
+        }
+        if (blank) {
+            out += ' ';
+            blank = false;
+        }
+        out += c;
+    }
+    return out;
+}
+
+// Whether a tag ends a line or a cell, so that the words on either side stay apart; <b>,
+// <i> and <span> do not.
+bool BreaksLine(const std::string& tag) {
+    const std::size_t begin = tag.find_first_not_of("</");
+    const std::size_t end = tag.find_first_of(" />", begin);
+    const std::string name = tag.substr(begin, end - begin);
+    for (const char* block : {"br", "p", "div", "td", "th", "tr", "li", "table", "ul", "ol"}) {
+        if (name == block) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// The text a browser shows for an HTML fragment: tags dropped, entities decoded.
+std::string ReaderText(const std::string& html) {
+    std::string out;
+    for (std::size_t at = 0; at < html.size(); ++at) {
+        if (html[at] == '<') {
+            const std::size_t end = html.find('>', at);
+            if (end == std::string::npos) {
+                break;
+            }
+            if (BreaksLine(html.substr(at, end - at + 1))) {
+                out += ' ';
+            }
+            at = end;
+        } else if (html[at] == '&') {
+            const std::size_t end = html.find(';', at);
+            const std::string name =
+                end == std::string::npos ? "" : html.substr(at + 1, end - at - 1);
+            const auto named = kEntities.find(name);
+            if (named != kEntities.end()) {
+                out += named->second;
+                at = end;
+            } else {
+                out += '&'; // left as written, so the comparison shows it
+            }
+        } else {
+            out += html[at];
+        }
+    }
+    return Collapse(out);
+}
+
+std::vector<std::string> Split(const std::string& text, const std::string& separator) {
+    std::vector<std::string> parts;
+    std::size_t begin = 0;
+    for (std::size_t at; (at = text.find(separator, begin)) != std::string::npos;
+         begin = at + separator.size()) {
+        parts.push_back(text.substr(begin, at - begin));
+    }
+    parts.push_back(text.substr(begin));
+    return parts;
+}
+
+// How far a written number may lie from the exact one: half a unit of its last written
+// digit for a rounded decimal, next to nothing for an expression.
+double Tolerance(const std::string& side, double exact) {
+    const std::string number = Collapse(side);
+    if (number.find_first_not_of("-0123456789.") == std::string::npos) {
+        const std::size_t point = number.find('.');
+        const int decimals =
+            point == std::string::npos ? 0 : static_cast<int>(number.size() - point - 1);
+        return 0.5 * std::pow(10.0, -decimals) * 1.000001;
+    }
+    return 1e-9 * std::max(1.0, std::fabs(exact));
+}
+
+// The value of one side of an equation as the program's own equation reader reads it;
+// nothing when it is not arithmetic or names something unknown.
+std::optional<double> NodeValue(const EquationNode& node,
+                                const std::map<std::string, double>& names) {
+    using Kind = EquationNode::Kind;
+    if (node.kind == Kind::Number) {
+        return ParseDouble(node.text);
+    }
+    if (node.kind == Kind::Name) {
+        const auto found = names.find(node.text);
+        return found == names.end() ? std::nullopt : std::optional(found->second);
+    }
+    std::vector<double> parts;
+    for (const EquationNode& child : node.children) {
+        const std::optional<double> part = NodeValue(child, names);
+        if (!part) {
+            return std::nullopt;
+        }
+        parts.push_back(*part);
+    }
+    if (node.kind == Kind::Group) {
+        return parts.at(0);
+    }
+    if (node.kind == Kind::Multiply || node.kind == Kind::Divide) {
+        return node.kind == Kind::Multiply ? parts[0] * parts[1] : parts[0] / parts[1];
+    }
+    double sum = 0;
+    for (std::size_t k = 0; k < parts.size(); ++k) {
+        sum += node.signs[k] == '-' ? -parts[k] : parts[k];
+    }
+    return parts.empty() ? std::nullopt : std::optional(sum);
+}
+
+std::optional<double> Value(const std::string& text, const std::map<std::string, double>& names) {
+    const auto sides = ParseEquation(text);
+    return sides && sides->size() == 1 ? NodeValue(sides->front(), names) : std::nullopt;
+}
+
+std::string ArithmeticMismatch(const Workspace& ws, const std::string& text) {
+    std::map<std::string, double> names;
+    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
+        names[ws.circuit.NodeLabels[slot].Name] = ws.circuit.NodeLabels[slot].Voltage;
+    }
+    std::string plain = text;
+    for (const auto& [from, to] : {std::pair{"\u00D7", "*"}, std::pair{"\u2212", "-"}}) {
+        for (std::size_t at; (at = plain.find(from)) != std::string::npos;) {
+            plain.replace(at, std::string(from).size(), to);
+        }
+    }
+    const std::vector<std::string> sides = Split(plain, "=");
+    if (sides.size() < 2) {
+        return "\"" + text + "\" states no equality";
+    }
+    std::optional<double> exact;
+    for (const std::string& side : sides) {
+        const std::optional<double> value = Value(Collapse(side), names);
+        if (!value) {
+            return "\"" + Collapse(side) + "\" is not arithmetic";
+        }
+        if (!exact) {
+            exact = value;
+        } else if (std::fabs(*value - *exact) > Tolerance(side, *exact)) {
+            std::ostringstream line;
+            line << "in \"" << text << "\", " << Collapse(side) << " is not " << *exact;
+            return line.str();
+        }
+    }
+    return "";
+}
+
+// The text the program writes for `what`, or why there is none (starting with "!").
+std::string ProgramText(Workspace& ws, const std::string& message, bool solved,
+                        const std::string& what, int sigFigs) {
+    std::istringstream words(what);
+    std::string kind;
+    words >> kind;
+    if (kind == "message") {
+        return message;
+    }
+    if (!solved) {
+        return "!the circuit is refused: " + message;
+    }
+    const Equations& eq = ws.equations;
+    const auto pick = [](const auto& texts, int n) -> std::string {
+        return n >= 1 && static_cast<std::size_t>(n) <= texts.size()
+                   ? std::string(texts[static_cast<std::size_t>(n - 1)])
+                   : "!there is no such text";
+    };
+    int n = 0;
+    int m = 0;
+    std::string name;
+    if (kind == "equation" && words >> n) {
+        return pick(eq.FirstWritten, n);
+    }
+    if (kind == "collected" && words >> n) {
+        return pick(eq.Collected, n);
+    }
+    if (kind == "caption" && words >> n) {
+        return pick(eq.EqnText, n);
+    }
+    if (kind == "counting" && words >> n) {
+        return pick(Split(eq.CountingText, "\r\n\r\n"), n);
+    }
+    if (kind == "voltage" && words >> name) {
+        for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
+            if (ws.circuit.NodeLabels[slot].Name == name) {
+                return FormatNumber(ws.circuit.NodeLabels[slot].Voltage, sigFigs);
+            }
+        }
+        return "!there is no node " + name;
+    }
+    if ((kind == "matrix" || kind == "rref") && words >> n >> m) {
+        if (n < 1 || n > eq.NumUnknowns || m < 1 || m > eq.NumUnknowns + 1) {
+            return "!there is no such entry";
+        }
+        return FormatNumber(kind == "matrix" ? eq.Augmented(n, m) : eq.Reduced(n, m), sigFigs);
+    }
+    if (kind == "label" && words >> n >> name) {
+        const std::map<std::string, int> views = {{"value", kViewValues},
+                                                  {"current", kViewCurrents},
+                                                  {"voltage", kViewVoltages},
+                                                  {"power", kViewPower}};
+        if (n < 1 || n > ws.circuit.NumElements || ws.circuit.Elements[n].Kind == kEmpty ||
+            views.count(name) == 0) {
+            return "!there is no such label";
+        }
+        return ElementLabel(ws, n, views.at(name), sigFigs);
+    }
+    if (kind == "power") {
+        ws.ViewMode = kViewPower;
+        WriteLabels(ws, sigFigs);
+        return ResultsStatusText(ws, sigFigs);
+    }
+    return "!the help asks for something the test does not know";
+}
+
+// What the program answers when `answer` is typed for a new device of the kind named first
+// in `what` ("battery", "resistor" or "source"), or, with "number" in front, typed with the
+// Number tool for a device placed with the value 10: the warning shown, or else the value
+// kept.
+std::string TypingText(const std::string& what) {
+    std::istringstream words(what);
+    std::string device;
+    words >> device;
+    const bool numberTool = device == "number";
+    if (numberTool) {
+        words >> device;
+    }
+    std::string answer;
+    std::getline(words >> std::ws, answer);
+    const std::map<std::string, int> tools = {
+        {"battery", kBatteryTool}, {"resistor", kResistorTool}, {"source", kSourceTool}};
+    if (tools.count(device) == 0) {
+        return "!there is no device " + device;
+    }
+    Circuit circuit;
+    AddWire(circuit, 40, 80, 200, 80);
+    EditorState state;
+    test::ScriptedPrompts prompts;
+    prompts.textAnswers = {numberTool ? "10" : answer, answer};
+    const int slot = PlaceDevice(circuit, state, prompts, tools.at(device), 120, 80);
+    if (numberTool) {
+        RenumberDevice(circuit, state, prompts, slot);
+    }
+    if (!prompts.messages.empty()) {
+        const std::string& shown = prompts.messages.back();
+        return shown.rfind("(!) ", 0) == 0 ? shown.substr(4) : shown;
+    }
+    return ShortestText(circuit.Elements[slot].Value);
+}
+
+std::vector<HelpQuote> FindQuotes(const std::string& html) {
+    std::vector<HelpQuote> quotes;
+    for (std::size_t at = 0; (at = html.find(" data-quote=\"", at)) != std::string::npos; ++at) {
+        HelpQuote quote;
+        const std::size_t open = html.rfind('<', at);
+        const std::optional<ElementSpan> found =
+            open == std::string::npos ? std::nullopt : ElementAt(html, open);
+        if (!found.has_value()) {
+            quote.what = "an unclosed element near \"" + html.substr(at, 40) + "\"";
+            quotes.push_back(quote);
+            continue;
+        }
+        const ElementSpan span = *found;
+        std::istringstream words(Attribute(span, "data-quote").value_or(""));
+        words >> quote.circuit;
+        std::getline(words >> std::ws, quote.what);
+        if (const auto figures = Attribute(span, "data-sigfigs")) {
+            quote.sigFigs = std::atoi(figures->c_str());
+        }
+        quote.text = ReaderText(span.content);
+        quotes.push_back(quote);
+    }
+    return quotes;
+}
+
+// What the program writes where the quote stands, or why there is nothing (starting with "!").
+std::string Written(const HelpQuote& quote) {
+    if (quote.circuit == "typing") {
+        return TypingText(quote.what);
+    }
+    std::filesystem::path path = test::ExamplesDir() / (quote.circuit + ".amq");
+    if (!std::filesystem::exists(path)) {
+        path = std::filesystem::path(AMPORA_SOURCE_DIR) / "tests" / "data" / "help" /
+               (quote.circuit + ".amq");
+    }
+    if (quote.circuit.empty() || !std::filesystem::exists(path)) {
+        return "!there is no such circuit";
+    }
+    Workspace ws;
+    cli::RunOptions options;
+    options.path = path.string();
+    options.sigFigs = static_cast<std::int16_t>(quote.sigFigs);
+    cli::RecordedPrompts prompts;
+    std::ostringstream err;
+    const std::optional<cli::SolvedRun> run = cli::OpenAndSolve(ws, options, prompts, err);
+    if (!run) {
+        return "!the circuit cannot be read: " + err.str();
+    }
+    if (quote.what == "arithmetic") {
+        const std::string wrong = ArithmeticMismatch(ws, quote.text);
+        return wrong.empty() ? quote.text : "!" + wrong;
+    }
+    return ProgramText(ws, prompts.message, run->solved, quote.what, quote.sigFigs);
+}
+
+std::string QuoteMismatch(const HelpQuote& quote) {
+    const std::string name = quote.circuit + " " + quote.what;
+    const std::string written = Written(quote);
+    if (!written.empty() && written[0] == '!') {
+        return name + ": " + written.substr(1);
+    }
+    // A typed value's warning is shown as the program words it, blanks and all.
+    const std::string shown = quote.circuit == "typing" ? written : Collapse(written);
+    return Collapse(written) == quote.text ? ""
+                                           : name + ": the help says \"" + quote.text +
+                                                 "\", the program writes \"" + shown + "\"";
+}
+
+std::string UnquotedEquationText(const std::string& html) {
+    std::string unquoted;
+    for (std::size_t at = 0; (at = html.find(" class=\"eq\"", at)) != std::string::npos; ++at) {
+        const std::optional<ElementSpan> block = ElementAt(html, html.rfind('<', at));
+        if (!block) {
+            return "an unclosed equation block";
+        }
+        std::string inside = block->content;
+        for (std::size_t q; (q = inside.find(" data-quote=\"")) != std::string::npos;) {
+            const std::size_t open = inside.rfind('<', q);
+            const std::optional<ElementSpan> quote = ElementAt(inside, open);
+            if (!quote) {
+                return "an unclosed quote";
+            }
+            inside.erase(open, quote->close - open);
+        }
+        const std::string left = ReaderText(inside);
+        if (!left.empty()) {
+            unquoted += (unquoted.empty() ? "" : " | ") + left;
+        }
+    }
+    return unquoted;
+}
 
 const char* const kPages[] = {"index.htm", "dc cct help/theory.htm"};
 
@@ -17,30 +438,22 @@ std::string Page(const std::string& name) {
     return test::ReadBytes(std::filesystem::path(AMPORA_SOURCE_DIR) / "help" / name);
 }
 
-// Every disagreement between a snippet's quotes and the program, one line each.
-std::string Mismatches(const std::string& html) {
-    std::string lines;
-    for (const test::HelpQuote& quote : test::FindQuotes(html)) {
-        const std::string wrong = test::QuoteMismatch(quote);
-        lines += wrong.empty() ? "" : wrong + "\n";
-    }
-    return lines;
-}
-
 TEST(HelpQuotes, EveryQuoteOfTheHelpIsWhatTheProgramWritesForItsCircuit) {
     std::string wrong;
     std::set<std::string> kinds;
     for (const char* name : kPages) {
         const std::string html = Page(name);
-        const auto quotes = test::FindQuotes(html);
+        const auto quotes = FindQuotes(html);
         // A page whose marks were lost would otherwise pass by checking nothing.
         EXPECT_GE(quotes.size(), 10u) << name;
-        for (const test::HelpQuote& quote : quotes) {
+        for (const HelpQuote& quote : quotes) {
             kinds.insert(quote.circuit == "typing" ? quote.circuit
                                                    : quote.what.substr(0, quote.what.find(' ')));
-            const std::string line = test::QuoteMismatch(quote);
+            const std::string line = QuoteMismatch(quote);
             wrong += line.empty() ? "" : std::string(name) + ": " + line + "\n";
         }
+        // An equation block holds nothing but quotes.
+        EXPECT_EQ(UnquotedEquationText(html), "") << name;
     }
     EXPECT_EQ(wrong, "");
     EXPECT_EQ(kinds, (std::set<std::string>{"arithmetic", "caption", "collected", "counting",
@@ -48,80 +461,34 @@ TEST(HelpQuotes, EveryQuoteOfTheHelpIsWhatTheProgramWritesForItsCircuit) {
                                             "rref", "typing", "voltage"}));
 }
 
-TEST(HelpQuotes, TheEquationBlocksOfTheHelpHoldNothingButQuotes) {
-    for (const char* name : kPages) {
-        EXPECT_EQ(test::UnquotedEquationText(Page(name)), "") << name;
-    }
-}
-
-// The checker itself: a quote that is wrong in one way per row, with the exact line it
-// gives; rows that agree give nothing.
+// The checker itself, on quotes that are each wrong in one way (tests/data/help/checker.txt):
+// every snippet is followed by the lines it gives, "=> agrees" when it gives none.
 TEST(HelpQuotes, EachWrongQuoteIsNamedWithWhatTheProgramWrites) {
-    struct Row {
-        const char* html;
-        const char* expected;
-    };
-    const Row rows[] = {
-        {R"(<span data-quote="wheatstone_bridge equation 1">(V2-10)/100 = 0</span>)",
-         "wheatstone_bridge equation 1: the help says \"(V2-10)/100 = 0\", the program writes "
-         "\"(V2-10)/100 + (V2-0)/200 + (V2-V3)/50 = 0\"\n"},
-        {R"(<span data-quote="wheatstone_bridge voltage V2">6.5347</span>)",
-         "wheatstone_bridge voltage V2: the help says \"6.5347\", the program writes \"6.53\"\n"},
-        {R"(<span data-quote="wheatstone_bridge voltage V2" data-sigfigs="5">6.5347</span>)", ""},
-        {R"(<span data-quote="wheatstone_bridge voltage V9">1</span>)",
-         "wheatstone_bridge voltage V9: there is no node V9\n"},
-        {R"(<td data-quote="wheatstone_bridge label 6 voltage">0.099 &rarr;</td>)",
-         "wheatstone_bridge label 6 voltage: the help says \"0.099 \u2192\", the program writes "
-         "\"\u2190 0.099\"\n"},
-        {R"(<td data-quote="wheatstone_bridge label 7 value">1 V</td>)",
-         "wheatstone_bridge label 7 value: there is no such label\n"},
-        {R"(<span data-quote="wheatstone_bridge matrix 3 1">0</span>)",
-         "wheatstone_bridge matrix 3 1: there is no such entry\n"},
-        {R"(<span data-quote="wheatstone_bridge equation 3">= 0</span>)",
-         "wheatstone_bridge equation 3: there is no such text\n"},
-        {R"(<p data-quote="wheatstone_bridge caption 1">Applying Kirchhoff's current law at
-            <b>node V2</b>, node V3,  respectively, results in these equations:</p>)",
-         ""},
-        {R"(<span data-quote="wheatstone_bridge power">Power in = 0.584 watts, Power out = 0.585 watts.</span>)",
-         "wheatstone_bridge power: the help says \"Power in = 0.584 watts, Power out = 0.585 "
-         "watts.\", the program writes \"Power in = 0.584 watts, Power out = 0.584 watts.\"\n"},
-        {R"(<span data-quote="single_loop equation 1">(V1-0)/100 = 0</span>)",
-         "single_loop equation 1: the circuit is refused: You can't do nodal analysis since "
-         "there are no nodes.\n"},
-        {R"(<span data-quote="wheatstone_bridge message">Error</span>)",
-         "wheatstone_bridge message: the help says \"Error\", the program writes \"\"\n"},
-        {R"(<span data-quote="no_such_circuit equation 1">V1 = 0</span>)",
-         "no_such_circuit equation 1: there is no such circuit\n"},
-        {R"(<span data-quote="wheatstone_bridge tension V2">6.53</span>)",
-         "wheatstone_bridge tension V2: the help asks for something the test does not know\n"},
-        {R"(<span data-quote="wheatstone_bridge arithmetic">1/100 + 1/200 + 1/50 = 7/200 = 0.035</span>)",
-         ""},
-        {R"(<span data-quote="wheatstone_bridge arithmetic">(V2 &minus; V3)/50 = 0.00198</span>)",
-         ""},
-        {R"(<span data-quote="wheatstone_bridge arithmetic">1/150 + 1/250 = 0.0108</span>)",
-         "wheatstone_bridge arithmetic: in \"1/150 + 1/250 = 0.0108\", 0.0108 is not "
-         "0.0106667\n"},
-        {R"(<span data-quote="wheatstone_bridge arithmetic">1/50 &times; 200/7 = 4 over 7</span>)",
-         "wheatstone_bridge arithmetic: \"4 over 7\" is not arithmetic\n"},
-        {R"(<span data-quote="wheatstone_bridge arithmetic">0.035</span>)",
-         "wheatstone_bridge arithmetic: \"0.035\" states no equality\n"},
-        {R"(<span data-quote="typing number battery -1.5">1.5</span>)", ""},
-        {R"(<span data-quote="typing resistor 1k">1000</span>)",
-         "typing resistor 1k: the help says \"1000\", the program writes \"Warning: Invalid "
-         "entry.  Resistance changed to 0.\"\n"},
-        {R"(<span data-quote="typing capacitor 1">1</span>)",
-         "typing capacitor 1: there is no device capacitor\n"},
-    };
-    for (const Row& row : rows) {
-        EXPECT_EQ(Mismatches(row.html), row.expected) << row.html;
+    const std::string kept = test::ReadBytes(std::filesystem::path(AMPORA_SOURCE_DIR) / "tests" /
+                                             "data" / "help" / "checker.txt");
+    std::string replayed, html;
+    std::istringstream lines(kept);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.rfind("=> ", 0) == 0) {
+            continue;
+        }
+        if (!line.empty()) {
+            html += line + "\n";
+            replayed += line + "\n";
+            continue;
+        }
+        std::string given;
+        for (const HelpQuote& quote : FindQuotes(html)) {
+            const std::string wrong = QuoteMismatch(quote);
+            given += wrong.empty() ? "" : "=> " + wrong + "\n";
+        }
+        const std::string unquoted = UnquotedEquationText(html);
+        given += unquoted.empty() ? "" : "=> outside the quotes: " + unquoted + "\n";
+        replayed += (given.empty() ? "=> agrees\n" : given) + "\n";
+        html.clear();
     }
-}
-
-TEST(HelpQuotes, TextOutsideTheQuotesOfAnEquationBlockIsShown) {
-    EXPECT_EQ(test::UnquotedEquationText(
-                  R"(<p class="eq"><span data-quote="a equation 1">(V1-0)/2 = 0</span>&nbsp;
-                     <br>V1 = 3</p><p class="eq">&nbsp;</p><p class="eq">I = V/R</p>)"),
-              "V1 = 3 | I = V/R");
+    EXPECT_GE(replayed.size(), 1000u);
+    EXPECT_EQ(replayed, test::ExpectedText("help/checker.txt", replayed));
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
-#include "support/fuzz_exercises.h"
+#include "fuzz/fuzz_exercises.h"
 #include "support/test_files.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 #include "practice/practice_circuit.h"
 #include "practice/worksheet.h"
 #include "report/rich_text_document.h"
+#include "support/test_files.h"
 
 #include <gtest/gtest.h>
 
@@ -47,47 +48,9 @@ TEST(Worksheet, TheSheetLeavesRoomToWorkAndTheKeyHoldsVoltagesEquationsAndMatrix
     RichTextDocument sheet, key;
     WriteWorksheet(circuits, sheet, pictures);
     WriteAnswerKey(circuits, key, pictures);
-    EXPECT_EQ(Dump(sheet), "Practice circuits\n"
-                           "\n"
-                           "Name: ______________________________    Date: ______________\n"
-                           "\n"
-                           "Find the voltage of every node by nodal analysis.  The node named 0 "
-                           "is the reference node, at 0 V.\n"
-                           "\n"
-                           "Circuit 1:\n"
-                           "\t[circuit in view 0, nodes V1 V2 0]\n"
-                           "\n\n\n\n\n\n\n\n\n"
-                           "Circuit 2:\n"
-                           "\t[circuit in view 0, nodes V1 V2 0]\n"
-                           "\n\n\n\n\n\n\n\n\n");
-    EXPECT_EQ(Dump(key), "Practice circuits: answer key\n"
-                         "\n\n"
-                         "Circuit 1:\n"
-                         "\t[circuit in view 0, nodes V1 V2 0]\n"
-                         "\n"
-                         "The node voltages:\n"
-                         "\tV1 = 66.6 V\n"
-                         "\tV2 = 50.6 V\n"
-                         "\n"
-                         "The KCL equations:\n"
-                         "\t[equations 1]\n"
-                         "\n"
-                         "The augmented matrix:\n"
-                         "\t0.0673    4.48\n"
-                         "\n\n"
-                         "Circuit 2:\n"
-                         "\t[circuit in view 0, nodes V1 V2 0]\n"
-                         "\n"
-                         "The node voltages:\n"
-                         "\tV1 = 0 V\n"
-                         "\tV2 = 3 V\n"
-                         "\n"
-                         "The KCL equations:\n"
-                         "\t[equations 1]\n"
-                         "\n"
-                         "The augmented matrix:\n"
-                         "\t1.12    0\n"
-                         "\n\n");
+    // Room to work below each circuit on the sheet; voltages, equations and matrix in the key.
+    const std::string dump = Dump(sheet) + "---- answer key ----\n" + Dump(key);
+    EXPECT_EQ(dump, test::ExpectedText("practice/worksheet.txt", dump));
 }
 
 TEST(Worksheet, CountsNotGivenAreDrawnSmallEnoughToWorkByHand) {

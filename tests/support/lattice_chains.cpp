@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <numeric>
 
 namespace ampora::test {
 
@@ -124,6 +125,31 @@ LatticeFacts AnalyseLattice(const LatticeCircuit& lattice) {
             !SameVoltage(offset[chain.end] - offset[chain.start], chain.emf)) {
             facts.contradictoryBatteryLoop = true;
         }
+    }
+    std::vector<int> group(static_cast<std::size_t>(points));
+    std::iota(group.begin(), group.end(), 0);
+    const auto root = [&](int p) {
+        while (group[static_cast<std::size_t>(p)] != p) {
+            p = group[static_cast<std::size_t>(p)];
+        }
+        return p;
+    };
+    for (const LatticeDevice joining : {LatticeDevice::Battery, LatticeDevice::Resistor}) {
+        for (const LatticeEdge& edge : lattice.edges) {
+            const bool batteryOrWire =
+                edge.device == LatticeDevice::Battery || edge.device == LatticeDevice::None;
+            if ((joining == LatticeDevice::Battery) != batteryOrWire ||
+                edge.device == LatticeDevice::CurrentSource) {
+                continue;
+            }
+            const int a = root(edge.from), b = root(edge.to);
+            facts.singular = facts.singular || (a == b && batteryOrWire);
+            group[static_cast<std::size_t>(a)] = b;
+        }
+    }
+    for (int p = 0; p < points; ++p) {
+        facts.singular = facts.singular || (degree[static_cast<std::size_t>(p)] > 0 &&
+                                            root(p) != root(lattice.edges.front().from));
     }
     return facts;
 }

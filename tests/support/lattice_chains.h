@@ -26,6 +26,10 @@ struct LatticeFacts {
     bool identicalBatteryChains = false;
     // Battery-only chains close a loop whose voltages do not add up to zero.
     bool contradictoryBatteryLoop = false;
+    // The nodal equations have no single solution: a loop of batteries and bare wire alone
+    // (its current is free), or without the current sources the points fall apart (a part
+    // floats, or hangs on sources alone).
+    bool singular = false;
 };
 
 LatticeFacts AnalyseLattice(const LatticeCircuit& lattice);

@@ -1,7 +1,7 @@
 #pragma once
-// Random circuits on a lattice, drawn as the editor would draw them, together with an
-// independent solver that works on the lattice graph itself (plain modified nodal
-// analysis), so the program's answers can be checked against physics rather than itself.
+// Random circuits on a lattice, drawn as the editor would draw them, so that the program's
+// answers can be checked against an independent simulator (ngspice_oracle.h) and the graph
+// facts of lattice_chains.h rather than against itself.
 
 #include "tables/circuit.h"
 
@@ -59,13 +59,11 @@ int Degree(const LatticeCircuit& lattice, int point);
 // The lattice point at a canvas position, or -1.
 int PointAt(const LatticeCircuit& lattice, float x, float y);
 
+// What the simulator finds for a lattice.
 struct OracleSolution {
     std::vector<double> voltage;       // per lattice point, the ground point at 0
     std::vector<double> screenCurrent; // per edge: positive up (vertical) or left (horizontal)
 };
-
-// Modified nodal analysis with `ground` at 0 V. Nothing when the system is singular.
-std::optional<OracleSolution> SolveLattice(const LatticeCircuit& lattice, int ground);
 
 std::string DescribeLattice(const LatticeCircuit& lattice);
 

@@ -1,5 +1,8 @@
+// The real ampora-cli and its pictures, read back by programs that are not ours.
+
+#include "analysis/result_labels.h"
 #include "cli/cli.h"
-#include "support/cli_run.h"
+#include "editor/value_labels.h"
 #include "support/solve_session.h"
 #include "support/test_files.h"
 #include "support/wide_circuit.h"
@@ -22,100 +25,15 @@
 namespace ampora {
 namespace {
 
-// Pictures whose bytes say what they show; the PDF is a text file naming its first run.
-struct FakeRenderer : cli::ReportRenderer {
-    struct : ReportPictures {
-        ReportPicture Circuit(const Workspace& ws) override {
-            return {"view " + std::to_string(ws.ViewMode), 10, 10};
-        }
-        ReportPicture Equation(const Workspace&, int which) override {
-            return {"equations " + std::to_string(which), 10, 10};
-        }
-    } pictures;
-    ReportPictures& Pictures() override { return pictures; }
-    std::string PdfBytes(const RichTextDocument& report) override {
-        return "pdf of " + report.Runs().front().Text;
-    }
-    std::string DrawingBytes(const Workspace&, DrawingFileFormat) override { return {}; }
-};
-
-test::CliRun Report(const std::vector<std::string>& args, cli::ReportRenderer* renderer) {
-    std::vector<std::string> all = {"report"};
-    all.insert(all.end(), args.begin(), args.end());
-    return test::Cli(all, renderer);
-}
-
-std::string Example(const char* name) {
-    return (test::ExamplesDir() / name).string();
-}
-
-TEST(CliReport, TheExtensionOfTheOutputChoosesTheFormat) {
-    test::TempDir folder;
-    FakeRenderer renderer;
-    for (const char* name : {"r.rtf", "r.html", "r.pdf"}) {
-        const test::CliRun run =
-            Report({Example("wheatstone_bridge.amq"), "-o", (folder / name).string()}, &renderer);
-        EXPECT_EQ(run.code, 0) << name << run.err;
-        EXPECT_EQ(run.out + run.err, "") << name;
-    }
-    const std::string rtf = test::ReadBytes(folder / "r.rtf");
-    EXPECT_EQ(rtf.rfind("{\\rtf1", 0), 0u);
-    EXPECT_NE(rtf.find("Name of file containing circuit:"), std::string::npos);
-    EXPECT_NE(rtf.find("wheatstone_bridge.amq"), std::string::npos);
-    const std::string html = test::ReadBytes(folder / "r.html");
-    EXPECT_NE(html.find("<title>DC Ampora - wheatstone_bridge.amq</title>"), std::string::npos);
-    EXPECT_NE(html.find("Interpreting the RREF form gives the following solutions:"),
-              std::string::npos);
-    EXPECT_EQ(test::ReadBytes(folder / "r.pdf"), "pdf of Ampora\n");
-}
-
-TEST(CliReport, OptionsReachTheReport) {
-    test::TempDir folder;
-    FakeRenderer renderer;
-    const std::string out = (folder / "r.rtf").string();
-    ASSERT_EQ(Report({"--font", "1", "--sigfigs", "5", "--autoname=2",
-                      Example("wheatstone_bridge.amq"), "-o", out},
-                     &renderer)
-                  .code,
-              0);
-    const std::string rtf = test::ReadBytes(out);
-    // Arial 10 pt, five figures, and the nodes renamed A, B, C ... before solving.
-    EXPECT_NE(rtf.find("{\\f0\\fs36\\b\\cf0 Ampora"), std::string::npos) << rtf.substr(0, 600);
-    EXPECT_NE(rtf.find("6.5347"), std::string::npos);
-    EXPECT_NE(rtf.find("Applying Kirchhoff's current law at node B, node C, respectively"),
-              std::string::npos);
-}
-
-TEST(CliReport, ACircuitThatIsNotSolvedHasNoReport) {
-    test::TempDir folder;
-    // Two nodes named "0": step 2 refuses it with its message.
-    test::WriteBytes(folder / "two_refs.amq",
-                     test::ExampleText("wheatstone_bridge.amq", "\"V1\",\"V1\"", "\"0\",\"0\""));
-    FakeRenderer renderer;
-    const std::string out = (folder / "r.rtf").string();
-    const test::CliRun run = Report({(folder / "two_refs.amq").string(), "-o", out}, &renderer);
-    EXPECT_EQ(run.code, cli::kExitRejected);
-    EXPECT_EQ(run.err.rfind("ampora-cli: " + (folder / "two_refs.amq").string() +
-                                ": not solved, so there is no report: ",
-                            0),
-              0u)
-        << run.err;
-    EXPECT_FALSE(std::filesystem::exists(out));
-}
-
-TEST(CliReport, WithoutItsGraphicsTheReportCannotBeMade) {
-    const test::CliRun run = Report({Example("voltage_divider.amq"), "-o", "r.pdf"}, nullptr);
-    EXPECT_EQ(run.code, cli::kExitUsage);
-    EXPECT_EQ(run.err,
-              "ampora-cli: this ampora-cli was built without the graphics the report needs\n");
-}
-
-// The real program, with its real pictures, read back by programs that are not ours.
 #ifdef AMPORA_CLI_DRAWS_REPORTS
 constexpr bool kCliDrawsReports = true;
 #else
 constexpr bool kCliDrawsReports = false;
 #endif
+
+std::string Example(const char* name) {
+    return (test::ExamplesDir() / name).string();
+}
 
 int Shell(const std::string& command) {
     return std::system(command.c_str());
@@ -350,6 +268,62 @@ TEST(CliReportProgram, CheckAndSolveNeverStartTheGraphics) {
     const std::string run = "QT_QPA_PLATFORM=no-such-platform " + std::string(AMPORA_CLI_PATH);
     EXPECT_EQ(Shell(run + " check " + Quoted(Example("supernode.amq")) + " > /dev/null"), 0);
     EXPECT_EQ(Shell(run + " solve " + Quoted(Example("supernode.amq")) + " > /dev/null"), 0);
+}
+
+// Pixels per metre across and down, from a PNG file's pHYs chunk; "none" without one.
+std::string PngResolution(const std::string& png) {
+    const std::size_t at = png.find("pHYs");
+    if (at == std::string::npos || at + 13 > png.size()) {
+        return "none";
+    }
+    const auto number = [&](std::size_t from) {
+        unsigned long value = 0;
+        for (std::size_t k = from; k < from + 4; ++k) {
+            value = value * 256 + static_cast<unsigned char>(png[k]);
+        }
+        return std::to_string(value);
+    };
+    return number(at + 4) + " x " + number(at + 8) + " per " +
+           (png[at + 12] == 1 ? "metre" : "unit");
+}
+
+TEST(CliPictureProgram, EveryExampleInEveryViewHoldsEachDevicesLabelAsTextAndItsPngIs300Dpi) {
+    if (!kCliDrawsReports) {
+        GTEST_SKIP() << "this build of ampora-cli has no graphics";
+    }
+    test::TempDir folder;
+    const char* views[] = {"values", "currents", "voltages", "power"};
+    for (const std::filesystem::path& file : test::ExampleFiles()) {
+        test::SolveSession session;
+        test::Solve(session, test::ReadBytes(file), 1);
+        ASSERT_TRUE(session.solved) << file;
+        const Circuit& circuit = session.ws.circuit;
+        for (int view = 0; view < 4; ++view) {
+            const std::string base = (folder / file.stem()).string() + "_" + views[view];
+            for (const char* extension : {".svg", ".png"}) {
+                const std::string command = std::string(AMPORA_CLI_PATH) + " picture --autoname " +
+                                            "--view " + views[view] + " '" + file.string() +
+                                            "' -o '" + base + extension + "'";
+                ASSERT_EQ(std::system(command.c_str()), 0) << command;
+            }
+            const std::string svg = test::ReadBytes(base + ".svg");
+            std::string missing;
+            for (int slot = 1; slot <= circuit.NumElements; ++slot) {
+                const Element& e = circuit.Elements[slot];
+                if (e.Kind == kEmpty) {
+                    continue;
+                }
+                const std::string label =
+                    view == 0 ? ValueLabelText(e, "") : ElementLabel(session.ws, slot, view, 3);
+                if (svg.find(">" + label + "</text>") == std::string::npos) {
+                    missing += " [" + label + "]";
+                }
+            }
+            EXPECT_EQ(missing, "") << base << ".svg";
+            EXPECT_EQ(PngResolution(test::ReadBytes(base + ".png")), "11811 x 11811 per metre")
+                << base;
+        }
+    }
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "support/fuzz_exercises.h"
+#include "fuzz/fuzz_exercises.h"
 
 #include "analysis/node_naming.h"
 #include "analysis/result_labels.h"
