@@ -30,26 +30,8 @@ std::string LabelTable(Workspace& ws, int sigFigs) {
     return table + ResultsStatusText(ws, sigFigs); // the power view's, with the totals
 }
 
-// Every kind of device and every direction: two supernodes with the top row's resistors
-// made batteries pushing left and right, and a bottom resistor made a source pushing left.
-TEST(ResultLabels, ArrowsStandBeforeTheNumberExceptARightArrowWhichFollowsIt) {
-    std::string text = test::ExampleText("two_supernodes.amq", "320,80,6,10", "320,80,3,10");
-    text.replace(text.find("480,80,6,20"), 11, "480,80,4,20");
-    text.replace(text.find("320,240,6,30"), 12, "320,240,9,1");
-    test::SolveSession session;
-    test::Solve(session, text, 0);
-    ASSERT_TRUE(session.solved);
-    EXPECT_EQ(LabelTable(session.ws, 3), "1 | 10 V | 1 \u2192 | \u2190 10 | -10\n"
-                                         "2 | 20 V | 0.722 \u2192 | 20 \u2192 | 14.4\n"
-                                         "3 | 2 A | \u2191 2 | \u2191 10 | 20\n"
-                                         "4 | 10 V | \u2193 1 | \u2191 10 | -10\n"
-                                         "5 | 40 \u03A9 | \u2193 0.278 | \u2191 11.1 | 3.09\n"
-                                         "6 | 5 V | \u2193 0.922 | \u2193 5 | 4.61\n"
-                                         "7 | 25 \u03A9 | \u2191 0.2 | \u2193 5 | 1\n"
-                                         "8 | 1 A | \u2190 1 | \u2190 11.1 | 11.1\n"
-                                         "9 | 50 \u03A9 | \u2190 0.722 | 36.1 \u2192 | 26.1\n"
-                                         " Power in = 30.2 watts, Power out = 30.2 watts.  ");
-}
+// Every kind of device in every direction is in the dump of two_supernodes_every_direction
+// (tests/data/examples/).
 
 // A source whose chain is not known, a resistor and a battery whose currents are not known,
 // and a resistor carrying exactly nothing.

@@ -3,6 +3,7 @@
 
 #include "analysis/circuit_checks.h"
 #include "analysis/node_naming.h"
+#include "analysis/result_labels.h"
 #include "support/lattice_chains.h"
 #include "support/lattice_circuit.h"
 #include "support/ngspice_oracle.h"
@@ -199,6 +200,9 @@ TEST(NgspiceOracle, SolvedCircuitsAgreeWithNgspiceAndEveryRefusalFallsUnderItsRu
         const std::string disagreement = CompareWithNgspice(lattice, ws, folder);
         EXPECT_EQ(disagreement, "");
         failures += !disagreement.empty();
+        ws.ViewMode = kViewPower; // the power view adds up what goes in and what comes out
+        WriteLabels(ws, 3);
+        EXPECT_NEAR(ws.PowerIn, ws.PowerOut, 1e-9 * std::max(1.0, std::fabs(ws.PowerIn)));
     }
     std::cout << "seed " << seed << ": " << circuits << " circuits, " << solved << " solved ("
               << solvedWithLongWires << " drawn with long wires)\n";
