@@ -4,6 +4,7 @@
 #include "support/lattice_circuit.h"
 #include "support/scripted_prompts.h"
 #include "support/solve_session.h"
+#include "support/test_files.h"
 #include "tables/number_text.h"
 #include "workflow/step_transitions.h"
 
@@ -31,16 +32,13 @@ std::string Verdict(const Workspace& ws, const std::string& at, const std::strin
 }
 
 // Two supernodes: V1 with V4 = V1 - 10, V3 with V5 = V3 + 5; a 2 A source and a 25 ohm
-// resistor each join two members of one supernode.
-TEST(EquationCheck, HintsOfTheTwoSupernodesWorkedByHand) {
+// resistor each join two members of one supernode. The verdicts, hints and answers worked by
+// hand are in tests/data/equations/equation_check.txt.
+TEST(EquationCheck, EquationsAndAnswersForTheTwoSupernodesAreJudgedAsWorkedByHand) {
     test::SolveSession session;
     test::Solve(session, test::ExampleText("two_supernodes.amq"), 1);
     ASSERT_TRUE(session.solved);
-    const Workspace& ws = session.ws;
-    const struct {
-        const char* at;
-        const char* text;
-    } cases[] = {
+    const std::pair<const char*, const char*> equations[] = {
         {"V1", "(V1-V2)/10 + V4/30 = 0"},
         {"V4", "V4/30 = (V2 - V1)/10"},
         {"V1", "3(V1-V2) + (V1-10) = 0"},
@@ -67,81 +65,18 @@ TEST(EquationCheck, HintsOfTheTwoSupernodesWorkedByHand) {
         {"0", "V1 = 0"},
     };
     std::string dump;
-    for (const auto& c : cases) {
-        dump += std::string(c.at) + " | " + c.text + " | " + Verdict(ws, c.at, c.text) + "\n";
+    for (const auto& [at, text] : equations) {
+        dump += std::string(at) + " | " + text + " | " + Verdict(session.ws, at, text) + "\n";
     }
-    EXPECT_EQ(dump,
-              "V1 | (V1-V2)/10 + V4/30 = 0 | right (V1)\n"
-              "V4 | V4/30 = (V2 - V1)/10 | right (V1)\n"
-              "V1 | 3(V1-V2) + (V1-10) = 0 | right (V1)\n"
-              "V1 | 0.1333V1 - 0.1V2 = 0.333 | right (V1)\n"
-              "V1 | 0.13V1 - 0.1V2 = 0.33 | wrong: it is close, but its decimals are rounded too "
-              "far: write them to three significant figures or more, or as fractions such as "
-              "1/30\n"
-              "V1 | (V1-V2)/10 - V4/30 = 0 | wrong: one term has the wrong sign: the current "
-              "through the 30 Ω resistor between V4 and 0\n"
-              "V1 | (V1-V2)/10 = 0 | wrong: a term is missing: the current through the 30 Ω "
-              "resistor between V4 and 0\n"
-              "V1 | (V1+V2)/10 + V4/30 = 0 | wrong: in the term of the 10 Ω resistor between V1 "
-              "and V2, V2 has the wrong sign\n"
-              "V1 | (V1-V2)/10 + (V1+10)/30 = 0 | wrong: in the term of the 30 Ω resistor "
-              "between V4 and 0, V4 is written with the wrong sign of the batteries' voltage: "
-              "V4=V1-10\n"
-              "V1 | (V1-V2)/10 + V4/30 + 2 = 0 | wrong: a term is extra: the current through the "
-              "2 A current source between V4 and V1 stays inside supernode V1\n"
-              "V1 | (V1-V2)/10 + V4/20 = 0 | wrong: the term of the 30 Ω resistor between V4 and "
-              "0 is not right: it is the voltage across the chain divided by 30 Ω\n"
-              "V1 | (V1-V2)/10 + V4/30 + I1 = 0 | wrong: a node equation holds no battery current "
-              "such as I1: the currents inside a supernode are left out, and the supernode's "
-              "equation adds up only the currents that leave it\n"
-              "V1 | (V2-V1)/10 + (V2-V3)/20 + V2/40 = 0 | wrong (V2): this is the equation of "
-              "node V2, not of supernode V1\n"
-              "V1 | V4 = V1 - 10 | wrong: it holds whatever the unknowns are: it says only what "
-              "the batteries of the supernode say, not how the currents add up\n"
-              "V1 | V4 = V1 + 10 | wrong: the unknowns cancel and leave two different numbers, so "
-              "it can never hold: check the voltages of the batteries\n"
-              "V1 | (V1-V2)/10 + V4/30 + (V2-V3)/20 = 0 | wrong: a term is extra: the current "
-              "through the 20 Ω resistor between V2 and V3 does not leave supernode V1\n"
-              "V3 | (V3-V2)/20 + (V3+5)/50 = 0 | right (V3)\n"
-              "V3 | (V3-V2)/20 + (V3-5)/50 = 0 | wrong: in the term of the 50 Ω resistor between "
-              "V5 and 0, V5 is written with the wrong sign of the batteries' voltage: V5=V3+5\n"
-              "V3 | (V3-V2)/20 + V5/50 + (V3-V5)/25 = 0 | wrong: a term is extra: the current "
-              "through the 25 Ω resistor between V3 and V5 stays inside supernode V3\n"
-              "V2 | (V2-V1)/10 + (V2-V3)/20 + V2/40 = 0 | right (V2)\n"
-              "V2 | (V2-V1)/10 + (V2-V3)/20 + V2/40 - 2 = 0 | wrong: the constant is wrong: check "
-              "the batteries and the current sources of node V2\n"
-              "V2 | (V2-V1)/10 + (V2-V3)/20 + V2/40 + V3 = 0 | wrong: the terms with V3 are not "
-              "right: check the resistors that join V3 to node V2\n"
-              "V2 | (V2-V1)/10 + (V2-V3)/20 + V2/40 = 0 = 1 | unreadable: at character 37: a "
-              "second \"=\"; an equation has exactly one\n"
-              "0 | V1 = 0 | no equation at 0\n");
-}
-
-TEST(EquationCheck, AnswersAreJudgedAtTheChosenFigures) {
-    test::SolveSession session;
-    test::Solve(session, test::ExampleText("two_supernodes.amq"), 1);
-    ASSERT_TRUE(session.solved);
-    // V1 = 4.58333, V2 = 2.77778, V4 = -5.41667; I1 runs through the 10 V battery.
+    // V1 = 4.58333, V2 = 2.77778, V4 = -5.41667.
     const struct {
         const char* name;
         double value;
         int sigFigs;
-        const char* verdict;
-    } cases[] = {
-        {"V1", 4.58, 3, "right"},
-        {"V1", 4.583333, 3, "right"},
-        {"V1", 4.59, 3, "not right to 3 significant figures"},
-        {"V1", 4.6, 2, "right"},
-        {"V1", 4.58, 4, "not right to 4 significant figures"},
-        {"V1", -4.58, 3, "the size is right but the sign is wrong"},
-        {"V1", 2.78, 3, "that is the voltage of V2 to 3 significant figures"},
-        {"V4", -5.42, 3, "right"},
-        {"0", 0, 3, "right"},
-        {"0", 0.001, 3, "not right to 3 significant figures"},
-        {"Vx", 1, 3, "no such name"},
-    };
-    std::string dump;
-    for (const auto& c : cases) {
+    } answers[] = {{"V1", 4.58, 3}, {"V1", 4.583333, 3}, {"V1", 4.59, 3}, {"V1", 4.6, 2},
+                   {"V1", 4.58, 4}, {"V1", -4.58, 3},    {"V1", 2.78, 3}, {"V4", -5.42, 3},
+                   {"0", 0, 3},     {"0", 0.001, 3},     {"Vx", 1, 3}};
+    for (const auto& c : answers) {
         const AnswerVerdict verdict = CheckAnswer(session.ws, c.name, c.value, c.sigFigs);
         dump += std::string(c.name) + " = " + ShortestText(c.value) + " at " +
                 std::to_string(c.sigFigs) + ": " +
@@ -150,17 +85,8 @@ TEST(EquationCheck, AnswersAreJudgedAtTheChosenFigures) {
                                  : verdict.hint) +
                 "\n";
     }
-    EXPECT_EQ(dump, "V1 = 4.58 at 3: right\n"
-                    "V1 = 4.583333 at 3: right\n"
-                    "V1 = 4.59 at 3: not right to 3 significant figures\n"
-                    "V1 = 4.6 at 2: right\n"
-                    "V1 = 4.58 at 4: not right to 4 significant figures\n"
-                    "V1 = -4.58 at 3: the size is right but the sign is wrong\n"
-                    "V1 = 2.78 at 3: that is the voltage of V2 to 3 significant figures\n"
-                    "V4 = -5.42 at 3: right\n"
-                    "0 = 0 at 3: right\n"
-                    "0 = 0.001 at 3: not right to 3 significant figures\n"
-                    "Vx = 1 at 3: no such name\n");
+    EXPECT_EQ(dump, test::ExpectedText("equations/equation_check.txt", dump));
+    // I1 runs through the 10 V battery.
     const AnswerVerdict current =
         CheckAnswer(session.ws, "I1", session.ws.topology.Branches[3].Current * 1.0001, 3);
     EXPECT_TRUE(current.known && current.right);

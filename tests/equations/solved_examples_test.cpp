@@ -12,6 +12,7 @@
 #include "support/test_files.h"
 #include "support/topology_dump.h"
 #include "tables/number_text.h"
+#include "workflow/step_transitions.h"
 
 #include <gtest/gtest.h>
 
@@ -74,13 +75,15 @@ std::string Labels(Workspace& ws) {
     return table + "status:" + ResultsStatusText(ws, 3) + "\n";
 }
 
-std::string Descriptions(const Workspace& ws) {
+// `shown` holds the value labels as drawn, by slot.
+std::string Descriptions(const Workspace& ws, const std::vector<std::string>& shown = {}) {
     std::string out;
     for (int slot = 1; slot <= ws.circuit.NumWires; ++slot) {
-        out += DescribeWire(ws.circuit, slot, {}) + "\n";
+        out += DescribeWire(ws.circuit, slot, shown) + "\n";
     }
     for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
-        out += DescribeDevice(ws, slot, "", 3) + "\n";
+        const auto at = static_cast<std::size_t>(slot);
+        out += DescribeDevice(ws, slot, at < shown.size() ? shown[at] : "", 3) + "\n";
     }
     for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
         out += DescribeNode(ws, slot, 3) + "\n";
@@ -194,6 +197,52 @@ TEST(SolvedExamples, EachExampleAndVariantSolvesAsWorkedByHand) {
         const std::string file = std::string("examples/") + c.name + ".txt";
         EXPECT_EQ(dump, test::ExpectedText(file, dump));
     }
+}
+
+// A source whose chain is not known, a resistor and a battery whose currents are not known,
+// and a resistor carrying exactly nothing.
+TEST(SolvedExamples, UnknownQuantitiesShowAQuestionMarkAndNoCurrentAPlainZero) {
+    test::SolveSession session;
+    test::Solve(session, test::ExampleText("current_source.amq"), 0);
+    ASSERT_TRUE(session.solved);
+    Circuit& circuit = session.ws.circuit;
+    circuit.Elements[1].Branch = 0;
+    circuit.Elements[2].Current = kUnknownCurrent;
+    circuit.Elements[3].Current = 0;
+    circuit.Elements[4].Current = kUnknownCurrent;
+    EXPECT_EQ(Labels(session.ws), "1 | 2 A | \u2191 2 | ? | ?\n"
+                                  "2 | 10 \u03A9 | ? | ? | ?\n"
+                                  "3 | 20 \u03A9 | 0 | 0 | 0\n"
+                                  "4 | 5 V | ? | \u2191 5 | ?\n"
+                                  "status: Power in = 0 watts, Power out = 0 watts.  \n");
+}
+
+// Before the results devices lie between nodes, and while editing at points.
+TEST(SolvedExamples, BackInStepsTwoAndOneTheSentencesTellWhatIsKnownThere) {
+    test::SolveSession session;
+    test::Solve(session, test::ExampleText("voltage_divider.amq"), 0);
+    ASSERT_TRUE(session.solved);
+    Workspace& ws = session.ws;
+    BackToStep2(ws);
+    ws.circuit.NodeLabels[1].Name.clear();
+    const std::string named = Descriptions(ws);
+    EXPECT_EQ(named.substr(named.find("Resistor")),
+              "Resistor, 1000 Ω, between an unnamed node and 0\n"
+              "Battery, 12 V, between an unnamed node and 0\n"
+              "Resistor, 2000 Ω, between an unnamed node and 0\n"
+              "Resistor, 2000 Ω, between an unnamed node and 0\n"
+              "Unnamed node, at (240, 80), joining 3 wires\n"
+              "Node 0, the reference, at (240, 240), joining 3 wires\n");
+
+    BackToStep1(ws);
+    ws.circuit.NumNodes = 0;
+    const std::string drawn = Descriptions(ws, {"", "1k Ω", "12 V", "2000 Ω", "2e3 Ω"});
+    EXPECT_EQ(drawn.substr(0, drawn.find('\n')),
+              "Wire from (80, 80) to (240, 80), carrying the resistor 1k Ω");
+    EXPECT_EQ(drawn.substr(drawn.find("Resistor")), "Resistor, 1k Ω, horizontal, at (160, 80)\n"
+                                                    "Battery, 12 V, vertical, at (80, 160)\n"
+                                                    "Resistor, 2000 Ω, vertical, at (240, 160)\n"
+                                                    "Resistor, 2e3 Ω, vertical, at (400, 160)\n");
 }
 
 } // namespace
