@@ -16,7 +16,6 @@
 
 #include <cmath>
 #include <cstring>
-#include <sstream>
 
 namespace ampora {
 namespace {
@@ -53,25 +52,8 @@ TEST(ExactElimination, TheBridgeExampleFollowsTheStepsWorkedByHand) {
     EXPECT_EQ(text, worked.substr(worked.find("start\n")));
 }
 
-// Every recorded operation is one the solver could have done at that point: a swap brings up
-// the largest entry, a scale divides by the pivot itself, an add removes the entry exactly.
-std::string Inconsistency(const AugmentedMatrix& before, const RowOperation& operation) {
-    const double entry = before(operation.row, operation.column);
-    switch (operation.kind) {
-    case RowOperationKind::Swap:
-        return std::fabs(before(operation.source, operation.column)) > std::fabs(entry)
-                   ? ""
-                   : "a swap that brings up no larger pivot";
-    case RowOperationKind::Scale:
-        return operation.number == entry ? "" : "a division by something other than the pivot";
-    case RowOperationKind::Add:
-        return operation.number == -entry && before(operation.source, operation.column) == 1
-                   ? ""
-                   : "an addition that does not clear the entry";
-    }
-    return "an unknown operation";
-}
-
+// The replay of the record ends at the solver's reduced form to the bit, the fractions follow
+// the same steps, and the last step shown reads as the reduced form does.
 TEST(RowOperations, ReplayingTheRecordOfRandomCircuitsEndsAtTheReducedForm) {
     std::mt19937 random(16);
     // Values of eighths: the single a chain sums is its exact value, so the fractions and the
@@ -94,8 +76,6 @@ TEST(RowOperations, ReplayingTheRecordOfRandomCircuitsEndsAtTheReducedForm) {
         const int n = eq.NumUnknowns;
         RowOperationReplay replay(eq.Augmented, n, n);
         for (const RowOperation& operation : eq.RowOps) {
-            const std::string wrong = Inconsistency(replay.Matrix(), operation);
-            ASSERT_EQ(wrong, "") << DescribeRowOperation(operation, 6).Joined();
             replay.Apply(operation);
         }
         replay.ClearNegligible();
@@ -120,74 +100,6 @@ TEST(RowOperations, ReplayingTheRecordOfRandomCircuitsEndsAtTheReducedForm) {
     }
     EXPECT_EQ(solved, 150);
     EXPECT_GE(withUnknowns, 100);
-}
-
-std::string StepsText(const ShownSteps& shown, int n) {
-    std::string text;
-    for (const ShownStep& step : shown.steps) {
-        text += step.words.Joined() + "  [changed " + std::to_string(step.changedRow) + " " +
-                std::to_string(step.otherChangedRow) + ", pivot " + std::to_string(step.pivotRow) +
-                "," + std::to_string(step.pivotColumn) + "]\n";
-        for (std::size_t k = 0; k < step.cells.size(); ++k) {
-            text += (k % static_cast<std::size_t>(n + 1) == 0 ? " " : " ") + step.cells[k];
-            text += (k + 1) % static_cast<std::size_t>(n + 1) == 0 ? "\n" : "";
-        }
-    }
-    for (const std::string& solution : shown.solutions) {
-        text += solution + "\n";
-    }
-    return text;
-}
-
-TEST(ShownSteps, ASwapMarksBothRowsAndALeftoverReadsAsZeroAsInTheReducedForm) {
-    Workspace ws;
-    ws.equations.NumUnknowns = 2;
-    ws.equations.EqnVars = {EqnVar{0, 2, "Va"}, EqnVar{0, 3, "Vb"}};
-    // Row 2 ends with a leftover of about -5E-12, which the solver clears.
-    const double rows[2][3] = {{0.1, 0.2, 0.3}, {0.2, 0.4, 0.6 + 1e-11}};
-    for (int r = 1; r <= 2; ++r) {
-        for (int c = 1; c <= 3; ++c) {
-            ws.equations.Augmented(r, c) = rows[r - 1][c - 1];
-        }
-    }
-    ws.equations.Reduced = ws.equations.Augmented;
-    Solve(ws.equations.Reduced, 2, 2, &ws.equations.RowOps);
-    EXPECT_EQ(StepsText(ShowRowOperations(ws, false, 3), 2),
-              "The augmented matrix as set up  [changed 0 0, pivot 0,0]\n"
-              " 0.1 0.2 0.3\n 0.2 0.4 0.6\n"
-              "R1 ↔ R2  [changed 1 2, pivot 1,1]\n"
-              " 0.2 0.4 0.6\n 0.1 0.2 0.3\n"
-              "R1 ← R1 ÷ 0.2  [changed 1 0, pivot 1,1]\n"
-              " 1 2 3\n 0.1 0.2 0.3\n"
-              "R2 ← R2 − 0.1·R1  [changed 2 0, pivot 1,1]\n"
-              " 1 2 3\n 0 0 0\n");
-}
-
-TEST(MatrixExport, TheGjFileOfAnExampleReadsBackToTheSameMatrix) {
-    test::SolveSession session;
-    test::Solve(session, test::ExampleText("two_supernodes.amq"), 0);
-    ASSERT_TRUE(session.solved);
-    const Equations& eq = session.ws.equations;
-    const std::string text = GjText(eq.Augmented, eq.NumUnknowns);
-    std::istringstream lines(text);
-    std::string line;
-    ASSERT_TRUE(std::getline(lines, line, '\n'));
-    EXPECT_EQ(line, std::to_string(eq.NumUnknowns) + "\r");
-    int row = 0;
-    while (std::getline(lines, line, '\n')) {
-        ASSERT_EQ(line.back(), '\r');
-        line.pop_back();
-        ++row;
-        std::istringstream fields(line);
-        std::string field;
-        int column = 0;
-        while (std::getline(fields, field, ',')) {
-            ++column;
-            EXPECT_EQ(ParseDouble(field), eq.Augmented(row, column)) << row << "," << column;
-        }
-        EXPECT_EQ(column, eq.NumUnknowns + 1);
-    }
-    EXPECT_EQ(row, eq.NumUnknowns);
 }
 
 TEST(MatrixExport, ExportMatrixAsksForACsvBesideTheCircuitAndSaysWhenItCannotWrite) {

@@ -5,6 +5,7 @@
 
 #include "analysis/diagram_descriptions.h"
 #include "analysis/format_number.h"
+#include "analysis/gauss_jordan.h"
 #include "analysis/result_labels.h"
 #include "equations/matrix_export.h"
 #include "equations/row_operation_steps.h"
@@ -124,7 +125,7 @@ std::string Dump(test::SolveSession& session) {
             eq.EqnVars[v].VarName + ": " + eq.FirstWritten[v] + "\n    " + eq.Collected[v] + "\n";
     }
     text += "== matrix, reduced\n" + MatrixRows(eq.Augmented, n) + MatrixRows(eq.Reduced, n);
-    text += "== csv\n" + Shown(MatrixCsvText(ws));
+    text += "== csv, gj\n" + Shown(MatrixCsvText(ws)) + Shown(GjText(eq.Augmented, n));
     text += "== steps\n" + Steps(ShowRowOperations(ws, false, 3), n);
     text += "== in fractions\n";
     for (const std::string& solution : ShowRowOperations(ws, true, 3).solutions) {
@@ -243,6 +244,57 @@ TEST(SolvedExamples, BackInStepsTwoAndOneTheSentencesTellWhatIsKnownThere) {
                                                     "Battery, 12 V, vertical, at (80, 160)\n"
                                                     "Resistor, 2000 Ω, vertical, at (240, 160)\n"
                                                     "Resistor, 2e3 Ω, vertical, at (400, 160)\n");
+}
+
+TEST(ShownSteps, ASwapMarksBothRowsAndALeftoverReadsAsZeroAsInTheReducedForm) {
+    Workspace ws;
+    ws.equations.NumUnknowns = 2;
+    ws.equations.EqnVars = {EqnVar{0, 2, "Va"}, EqnVar{0, 3, "Vb"}};
+    // Row 2 ends with a leftover of about -5E-12, which the solver clears.
+    const double rows[2][3] = {{0.1, 0.2, 0.3}, {0.2, 0.4, 0.6 + 1e-11}};
+    for (int r = 1; r <= 2; ++r) {
+        for (int c = 1; c <= 3; ++c) {
+            ws.equations.Augmented(r, c) = rows[r - 1][c - 1];
+        }
+    }
+    ws.equations.Reduced = ws.equations.Augmented;
+    Solve(ws.equations.Reduced, 2, 2, &ws.equations.RowOps);
+    EXPECT_EQ(Steps(ShowRowOperations(ws, false, 3), 2),
+              "The augmented matrix as set up  [changed 0 0, pivot 0,0]\n"
+              " 0.1 0.2 0.3\n 0.2 0.4 0.6\n"
+              "R1 ↔ R2  [changed 1 2, pivot 1,1]\n"
+              " 0.2 0.4 0.6\n 0.1 0.2 0.3\n"
+              "R1 ← R1 ÷ 0.2  [changed 1 0, pivot 1,1]\n"
+              " 1 2 3\n 0.1 0.2 0.3\n"
+              "R2 ← R2 − 0.1·R1  [changed 2 0, pivot 1,1]\n"
+              " 1 2 3\n 0 0 0\n");
+}
+
+TEST(MatrixExport, TheGjFileOfAnExampleReadsBackToTheSameMatrix) {
+    test::SolveSession session;
+    test::Solve(session, test::ExampleText("two_supernodes.amq"), 0);
+    ASSERT_TRUE(session.solved);
+    const Equations& eq = session.ws.equations;
+    const std::string text = GjText(eq.Augmented, eq.NumUnknowns);
+    std::istringstream lines(text);
+    std::string line;
+    ASSERT_TRUE(std::getline(lines, line, '\n'));
+    EXPECT_EQ(line, std::to_string(eq.NumUnknowns) + "\r");
+    int row = 0;
+    while (std::getline(lines, line, '\n')) {
+        ASSERT_EQ(line.back(), '\r');
+        line.pop_back();
+        ++row;
+        std::istringstream fields(line);
+        std::string field;
+        int column = 0;
+        while (std::getline(fields, field, ',')) {
+            ++column;
+            EXPECT_EQ(ParseDouble(field), eq.Augmented(row, column)) << row << "," << column;
+        }
+        EXPECT_EQ(column, eq.NumUnknowns + 1);
+    }
+    EXPECT_EQ(row, eq.NumUnknowns);
 }
 
 } // namespace
