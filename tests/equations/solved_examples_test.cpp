@@ -270,32 +270,5 @@ TEST(ShownSteps, ASwapMarksBothRowsAndALeftoverReadsAsZeroAsInTheReducedForm) {
               " 1 2 3\n 0 0 0\n");
 }
 
-TEST(MatrixExport, TheGjFileOfAnExampleReadsBackToTheSameMatrix) {
-    test::SolveSession session;
-    test::Solve(session, test::ExampleText("two_supernodes.amq"), 0);
-    ASSERT_TRUE(session.solved);
-    const Equations& eq = session.ws.equations;
-    const std::string text = GjText(eq.Augmented, eq.NumUnknowns);
-    std::istringstream lines(text);
-    std::string line;
-    ASSERT_TRUE(std::getline(lines, line, '\n'));
-    EXPECT_EQ(line, std::to_string(eq.NumUnknowns) + "\r");
-    int row = 0;
-    while (std::getline(lines, line, '\n')) {
-        ASSERT_EQ(line.back(), '\r');
-        line.pop_back();
-        ++row;
-        std::istringstream fields(line);
-        std::string field;
-        int column = 0;
-        while (std::getline(fields, field, ',')) {
-            ++column;
-            EXPECT_EQ(ParseDouble(field), eq.Augmented(row, column)) << row << "," << column;
-        }
-        EXPECT_EQ(column, eq.NumUnknowns + 1);
-    }
-    EXPECT_EQ(row, eq.NumUnknowns);
-}
-
 } // namespace
 } // namespace ampora
