@@ -32,14 +32,12 @@ Topology ChainsStartingAt(std::initializer_list<int> starts) {
     return topology;
 }
 
+// Chains from loose ends (negative starts), from no node and past the count are left out.
 TEST(ChainsByStart, EachNodeListsTheChainsLeavingItInSlotOrder) {
     EXPECT_EQ(Grouping(ChainsStartingAt({3, 1, 3, 20, 1, 2, 3})), "1: 2 5\n"
                                                                   "2: 6\n"
                                                                   "3: 1 3 7\n"
                                                                   "20: 4\n");
-}
-
-TEST(ChainsByStart, ChainsFromLooseEndsAndSlotsPastTheCountAreLeftOut) {
     Topology topology = ChainsStartingAt({-1, 2, 0, 21, 2});
     topology.Branches[6].StartNode = 4; // traced, but not among the counted chains
     EXPECT_EQ(Grouping(topology), "2: 2 5\n");
