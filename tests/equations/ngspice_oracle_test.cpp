@@ -86,30 +86,28 @@ std::string CompareWithNgspice(const LatticeCircuit& lattice, const Workspace& w
     return "";
 }
 
-// A refusal names a rule; "" when the circuit really falls under it, else why not.
-std::string CheckRefusal(const std::string& message, const LatticeCircuit& lattice,
-                         const LatticeFacts& facts) {
-    const auto expect = [](bool applies, const char* rule) {
-        return applies ? std::string() : std::string("refused, but ") + rule;
+// Every refusal falls under its rule: "" when the circuit really does, else why not.
+std::string CheckRefusal(const std::string& message, const LatticeCircuit& lattice) {
+    const LatticeFacts facts = test::AnalyseLattice(lattice);
+    const struct {
+        const char* message;
+        bool applies;
+        const char* otherwise;
+    } rules[] = {
+        {kNoNodesMessage, facts.nodes == 0, "the drawing has a node"},
+        {kLoopsMessage, facts.nodeFreeLoops > 0, "no loop is free of nodes"},
+        {kTwoCurrentSourcesMessage, facts.chainWithTwoSources, "no chain has two current sources"},
+        {kIdenticalParallelBranchesMessage, facts.identicalBatteryChains,
+         "no two battery chains are alike"},
+        {kDifferentParallelVoltagesMessage, facts.contradictoryBatteryLoop,
+         "the battery voltages agree"},
+        {kCannotSolveMessage, !test::SolveLattice(lattice, lattice.edges.front().from),
+         "the nodal equations have one solution"},
     };
-    if (message == kNoNodesMessage) {
-        return expect(facts.nodes == 0, "the drawing has a node");
-    }
-    if (message == kLoopsMessage) {
-        return expect(facts.nodeFreeLoops > 0, "no loop is free of nodes");
-    }
-    if (message == kTwoCurrentSourcesMessage) {
-        return expect(facts.chainWithTwoSources, "no chain has two current sources");
-    }
-    if (message == kIdenticalParallelBranchesMessage) {
-        return expect(facts.identicalBatteryChains, "no two battery chains are alike");
-    }
-    if (message == kDifferentParallelVoltagesMessage) {
-        return expect(facts.contradictoryBatteryLoop, "the battery voltages agree");
-    }
-    if (message == kCannotSolveMessage) {
-        return expect(!test::SolveLattice(lattice, lattice.edges.front().from),
-                      "the nodal equations have one solution");
+    for (const auto& rule : rules) {
+        if (message == rule.message) {
+            return rule.applies ? "" : std::string("refused, but ") + rule.otherwise;
+        }
     }
     return "refused with an unexpected message: " + message;
 }
@@ -190,7 +188,7 @@ TEST(NgspiceOracle, SolvedCircuitsAgreeWithNgspiceAndEveryRefusalFallsUnderItsRu
             LeaveStep2(ws, prompts) != TransitionResult::Entered) {
             const std::string message = prompts.messages.empty() ? "(silent)" : prompts.messages[0];
             ++refusals[message];
-            const std::string wrong = CheckRefusal(message, lattice, test::AnalyseLattice(lattice));
+            const std::string wrong = CheckRefusal(message, lattice);
             EXPECT_EQ(wrong, "");
             failures += !wrong.empty();
             continue;
