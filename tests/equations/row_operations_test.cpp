@@ -1,21 +1,12 @@
-#include "analysis/gauss_jordan.h"
-#include "analysis/node_naming.h"
 #include "analysis/row_operation_text.h"
 #include "equations/exact_node_matrix.h"
 #include "equations/matrix_export.h"
-#include "equations/row_operation_steps.h"
-#include "support/lattice_circuit.h"
 #include "support/memory_settings_store.h"
 #include "support/scripted_prompts.h"
 #include "support/solve_session.h"
 #include "support/test_files.h"
-#include "tables/number_text.h"
-#include "workflow/step_transitions.h"
 
 #include <gtest/gtest.h>
-
-#include <cmath>
-#include <cstring>
 
 namespace ampora {
 namespace {
@@ -50,56 +41,6 @@ TEST(ExactElimination, TheBridgeExampleFollowsTheStepsWorkedByHand) {
     const std::string worked = test::ReadBytes(std::filesystem::path(AMPORA_SOURCE_DIR) /
                                                "tests/data/row_operations/wheatstone_bridge.txt");
     EXPECT_EQ(text, worked.substr(worked.find("start\n")));
-}
-
-// The replay of the record ends at the solver's reduced form to the bit, the fractions follow
-// the same steps, and the last step shown reads as the reduced form does.
-TEST(RowOperations, ReplayingTheRecordOfRandomCircuitsEndsAtTheReducedForm) {
-    std::mt19937 random(16);
-    // Values of eighths: the single a chain sums is its exact value, so the fractions and the
-    // decimals solve the very same system.
-    const test::LatticeOptions options{20, false, 0.3};
-    int solved = 0;
-    int withUnknowns = 0;
-    for (int trial = 0; trial < 600 && solved < 150; ++trial) {
-        const test::LatticeCircuit lattice = test::RandomLatticeCircuit(random, options);
-        Workspace ws;
-        ws.circuit = test::DrawLattice(lattice);
-        test::ScriptedPrompts prompts;
-        if (LeaveStep1(ws, prompts) != TransitionResult::Entered || !AutoName(ws, prompts) ||
-            LeaveStep2(ws, prompts) != TransitionResult::Entered) {
-            continue;
-        }
-        ++solved;
-        SCOPED_TRACE(test::DescribeLattice(lattice));
-        const Equations& eq = ws.equations;
-        const int n = eq.NumUnknowns;
-        RowOperationReplay replay(eq.Augmented, n, n);
-        for (const RowOperation& operation : eq.RowOps) {
-            replay.Apply(operation);
-        }
-        replay.ClearNegligible();
-        ASSERT_EQ(std::memcmp(&replay.Matrix(), &eq.Reduced, sizeof eq.Reduced), 0);
-
-        const auto exact = ExactNodeElimination(ws);
-        if (n == 0) {
-            continue;
-        }
-        ASSERT_TRUE(exact);
-        ++withUnknowns;
-        // The last step reads as the reduced form does.
-        Workspace settled = ws;
-        settled.equations.RowOps.clear();
-        settled.equations.Augmented = eq.Reduced;
-        EXPECT_EQ(ShowRowOperations(ws, false, 6).steps.back().cells,
-                  ShowRowOperations(settled, false, 6).steps.front().cells);
-        for (int row = 1; row <= n; ++row) {
-            const double rhs = exact->reduced(row, n + 1).convert_to<double>();
-            EXPECT_NEAR(rhs, eq.Reduced(row, n + 1), 1e-9 * std::max(1.0, std::fabs(rhs)));
-        }
-    }
-    EXPECT_EQ(solved, 150);
-    EXPECT_GE(withUnknowns, 100);
 }
 
 TEST(MatrixExport, ExportMatrixAsksForACsvBesideTheCircuitAndSaysWhenItCannotWrite) {
