@@ -68,19 +68,16 @@ TEST(MatrixExport, ExportMatrixAsksForACsvBesideTheCircuitAndSaysWhenItCannotWri
         DocumentContext context{session.ws, prompts, dialogs, store, "/program"};
         EXPECT_EQ(ExportMatrix(context), row.exported);
         EXPECT_EQ(dialogs.shown, std::vector<std::string>{"csv in " + dir.Path().string()});
-        const std::string shown = prompts.messages.empty() ? "" : prompts.messages[0];
-        EXPECT_EQ(shown.substr(0, std::string(row.message).size()), row.message);
-        EXPECT_EQ(prompts.messages.size(), std::string(row.message).empty() ? 0u : 1u);
+        EXPECT_EQ(prompts.messages.empty() ? "" : prompts.messages.at(0).substr(0, 37),
+                  row.message);
+        EXPECT_EQ(prompts.messages.size(), *row.message != 0 ? 1u : 0u);
+        // Nothing to export before the circuit is solved, and nothing asked.
+        session.ws.Step = kStepName;
+        EXPECT_FALSE(ExportMatrix(context));
+        EXPECT_EQ(dialogs.shown.size(), 1u);
+        session.ws.Step = kStepResults;
     }
     EXPECT_EQ(test::ReadBytes(written), MatrixCsvText(session.ws));
-    // Nothing to export before the circuit is solved.
-    session.ws.Step = 2;
-    test::ScriptedPrompts prompts;
-    test::ScriptedFileDialogs dialogs;
-    test::MemorySettingsStore store;
-    DocumentContext context{session.ws, prompts, dialogs, store, "/program"};
-    EXPECT_FALSE(ExportMatrix(context));
-    EXPECT_TRUE(dialogs.shown.empty());
 }
 
 } // namespace

@@ -217,29 +217,5 @@ TEST(SolvedExamples, UnknownQuantitiesAndTheSentencesBackInStepsTwoAndOne) {
     EXPECT_EQ(dump, test::ExpectedText("examples/out_of_the_ordinary.txt", dump));
 }
 
-TEST(ShownSteps, ASwapMarksBothRowsAndALeftoverReadsAsZeroAsInTheReducedForm) {
-    Workspace ws;
-    ws.equations.NumUnknowns = 2;
-    ws.equations.EqnVars = {EqnVar{0, 2, "Va"}, EqnVar{0, 3, "Vb"}};
-    // Row 2 ends with a leftover of about -5E-12, which the solver clears.
-    const double rows[2][3] = {{0.1, 0.2, 0.3}, {0.2, 0.4, 0.6 + 1e-11}};
-    for (int r = 1; r <= 2; ++r) {
-        for (int c = 1; c <= 3; ++c) {
-            ws.equations.Augmented(r, c) = rows[r - 1][c - 1];
-        }
-    }
-    ws.equations.Reduced = ws.equations.Augmented;
-    Solve(ws.equations.Reduced, 2, 2, &ws.equations.RowOps);
-    EXPECT_EQ(Steps(ShowRowOperations(ws, false, 3), 2),
-              "The augmented matrix as set up  [changed 0 0, pivot 0,0]\n"
-              " 0.1 0.2 0.3\n 0.2 0.4 0.6\n"
-              "R1 ↔ R2  [changed 1 2, pivot 1,1]\n"
-              " 0.2 0.4 0.6\n 0.1 0.2 0.3\n"
-              "R1 ← R1 ÷ 0.2  [changed 1 0, pivot 1,1]\n"
-              " 1 2 3\n 0.1 0.2 0.3\n"
-              "R2 ← R2 − 0.1·R1  [changed 2 0, pivot 1,1]\n"
-              " 1 2 3\n 0 0 0\n");
-}
-
 } // namespace
 } // namespace ampora
