@@ -26,19 +26,16 @@ Workspace WithNodes(const std::vector<N>& nodes, std::int16_t pattern = 1) {
     return workspace;
 }
 
-// The names in slot order, the order of the last check and its inverse, and the messages.
+// The names in slot order, the order of the last check with its inverse, and the messages.
 std::string Outcome(const Workspace& ws, bool done, const test::ScriptedPrompts& prompts) {
     std::string out = done ? "done:" : "refused:";
     for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
         out += " " + ws.circuit.NodeLabels[slot].Name;
     }
-    out += " | order";
+    out += " | order/rank";
     for (int k = 1; k <= ws.circuit.NumNodes; ++k) {
-        out += " " + std::to_string(ws.naming.NodeOrder[k]);
-    }
-    out += " rank";
-    for (int k = 1; k <= ws.circuit.NumNodes; ++k) {
-        out += " " + std::to_string(ws.naming.NodeRank[k]);
+        out += " " + std::to_string(ws.naming.NodeOrder[k]) + "/" +
+               std::to_string(ws.naming.NodeRank[k]);
     }
     out += " reference " + std::to_string(ws.naming.HasReference);
     for (const std::string& message : prompts.messages) {

@@ -34,11 +34,9 @@ long long Setting(const char* name, long long fallback) {
 }
 
 double Largest(const std::vector<double>& values) {
-    double largest = 0;
-    for (const double v : values) {
-        largest = std::max(largest, std::fabs(v));
-    }
-    return largest;
+    return values.empty() ? 0 : std::fabs(*std::ranges::max_element(values, {}, [](double v) {
+        return std::fabs(v);
+    }));
 }
 
 bool Close(double value, double expected, double scale) {
