@@ -12,24 +12,20 @@
 namespace ampora {
 namespace {
 
+Circuit With(Circuit circuit, const std::vector<test::E>& devices) {
+    test::Draw(circuit, {}, devices);
+    return circuit;
+}
+
 // Nodes at (80,0) and (80,160) joined on the left (a 5 V battery pointing down above a
 // 10 ohm resistor), in the middle (a battery pointing up) and on the right (a 2 A source
 // pointing up above a 4 ohm resistor). A resistor off every wire and one on a corner too.
 struct Traced {
-    Circuit circuit = test::Drawn({{80, 0, 0, 0},
-                                   {0, 0, 0, 160},
-                                   {0, 160, 80, 160},
-                                   {80, 0, 80, 160},
-                                   {80, 0, 160, 0},
-                                   {160, 0, 160, 160},
-                                   {160, 160, 80, 160}},
-                                  {{kBatteryDown, 5, 0, 40},
-                                   {kResistorVertical, 10, 0, 120},
-                                   {kBatteryUp, 9, 80, 80},
-                                   {kSourceUp, 2, 160, 40},
-                                   {kResistorVertical, 4, 160, 120},
-                                   {kResistorHorizontal, 1, 400, 400},
-                                   {kResistorVertical, 1, 0, 0}});
+    Circuit circuit = With(test::ThreeBranches(kBatteryDown, 5, kBatteryUp, 9, kSourceUp, 2),
+                           {{kResistorVertical, 10, 0, 120},
+                            {kResistorVertical, 4, 160, 120},
+                            {kResistorHorizontal, 1, 400, 400},
+                            {kResistorVertical, 1, 0, 0}});
     Topology topology;
 
     Traced() {

@@ -17,7 +17,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
+#include <regex>
 
 namespace ampora {
 namespace {
@@ -124,15 +124,12 @@ std::string Dump(test::SolveSession& session) {
     return text + "== descriptions\n" + Descriptions(ws);
 }
 
+// The example's text with each edit made wherever it matches: a label holds its name twice.
 std::string Edited(const char* example,
                    std::initializer_list<std::pair<const char*, const char*>> edits) {
     std::string text = test::ExampleText(example);
-    for (const auto& [from, to] : edits) { // every occurrence: a label holds its name twice
-        const std::string what = from;
-        for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos;
-             at += std::strlen(to)) {
-            text.replace(at, what.size(), to);
-        }
+    for (const auto& [from, to] : edits) {
+        text = std::regex_replace(text, std::regex(from), to); // plain texts, no patterns
     }
     return text;
 }
