@@ -55,62 +55,49 @@ std::vector<N> Twenty() {
 
 // The outcomes, worked by hand, are in tests/data/analysis/node_naming.txt.
 TEST(NodeNaming, AutoNameAndTheNameCheckOrderRenameAndRefuseAsWorkedByHand) {
+    // AutoName with the pattern 1 to 3, or the name check alone by location (0) or name (-1).
     const struct {
         const char* what;
+        int mode;
         std::vector<N> nodes;
-        int pattern; // 0 for the name check alone
-        NodeOrdering ordering;
     } cases[] = {
         {"AutoName: top to bottom, left to right, the last node the reference",
-         {{400, 240, "[ ]"}, {80, 80, "x"}, {240, 80, "[ ]"}, {80, 240, "0x"}},
          1,
-         NodeOrdering::ByLocation},
+         {{400, 240, "[ ]"}, {80, 80, "x"}, {240, 80, "[ ]"}, {80, 240, "0x"}}},
         {"AutoName skips an existing reference and uses no counter value for it",
-         {{400, 240, "[ ]"}, {80, 80, "[ ]"}, {240, 80, "[ ]"}, {80, 240, "0"}},
          1,
-         NodeOrdering::ByLocation},
+         {{400, 240, "[ ]"}, {80, 80, "[ ]"}, {240, 80, "[ ]"}, {80, 240, "0"}}},
         {"AutoName with two references changes nothing",
-         {{80, 80, "0"}, {240, 80, "[ ]"}, {80, 240, "0"}},
          1,
-         NodeOrdering::ByLocation},
-        {"AutoName, capitals", Twenty(), 2, NodeOrdering::ByLocation},
-        {"AutoName, small letters", Twenty(), 3, NodeOrdering::ByLocation},
-        {"AutoName, V and a number", Twenty(), 1, NodeOrdering::ByLocation},
+         {{80, 80, "0"}, {240, 80, "[ ]"}, {80, 240, "0"}}},
+        {"AutoName, capitals", 2, Twenty()},
+        {"AutoName, small letters", 3, Twenty()},
+        {"AutoName, V and a number", 1, Twenty()},
         {"by location: five-digit coordinates sort as text",
-         {{80, 9000, "a"}, {80, 10000, "b"}, {80, 80, "c"}},
          0,
-         NodeOrdering::ByLocation},
+         {{80, 9000, "a"}, {80, 10000, "b"}, {80, 80, "c"}}},
         {"by name: character codes, equal keys in slot order",
-         {{0, 0, "b"}, {0, 16, "V2"}, {0, 32, "a"}, {0, 48, "V10"}, {0, 64, "B"}, {0, 80, "0"}},
-         0,
-         NodeOrdering::ByName},
+         -1,
+         {{0, 0, "b"}, {0, 16, "V2"}, {0, 32, "a"}, {0, 48, "V10"}, {0, 64, "B"}, {0, 80, "0"}}},
         {"by name: bytes unsigned, a letter beyond ASCII last, a prefix first",
-         {{0, 0, "\xc3\xa9"}, {0, 16, "z"}, {0, 32, "V1"}, {0, 48, "V"}},
-         0,
-         NodeOrdering::ByName},
+         -1,
+         {{0, 0, "\xc3\xa9"}, {0, 16, "z"}, {0, 32, "V1"}, {0, 48, "V"}}},
         {"one unnamed node is a name like any other",
-         {{0, 0, "[ ]"}, {0, 16, "V1"}, {0, 32, "0"}},
-         0,
-         NodeOrdering::ByName},
-        {"two unnamed nodes",
-         {{0, 0, "[ ]"}, {0, 16, "[ ]"}, {0, 32, "0"}},
-         0,
-         NodeOrdering::ByName},
+         -1,
+         {{0, 0, "[ ]"}, {0, 16, "V1"}, {0, 32, "0"}}},
+        {"two unnamed nodes", -1, {{0, 0, "[ ]"}, {0, 16, "[ ]"}, {0, 32, "0"}}},
         {"two references are refused before duplicates",
-         {{0, 0, "0"}, {0, 16, "0"}, {0, 32, "0"}},
-         0,
-         NodeOrdering::ByName},
-        {"names differing in case",
-         {{0, 0, "v"}, {0, 16, "V"}, {0, 32, "0"}},
-         0,
-         NodeOrdering::ByName},
+         -1,
+         {{0, 0, "0"}, {0, 16, "0"}, {0, 32, "0"}}},
+        {"names differing in case", -1, {{0, 0, "v"}, {0, 16, "V"}, {0, 32, "0"}}},
     };
     std::string dump;
     for (const auto& c : cases) {
-        Workspace ws = WithNodes(c.nodes, static_cast<std::int16_t>(c.pattern));
+        Workspace ws = WithNodes(c.nodes, static_cast<std::int16_t>(c.mode));
         test::ScriptedPrompts prompts;
-        const bool done = c.pattern != 0 ? AutoName(ws, prompts)
-                                         : CheckNames(ws.circuit, ws.naming, c.ordering, prompts);
+        const NodeOrdering ordering = c.mode == 0 ? NodeOrdering::ByLocation : NodeOrdering::ByName;
+        const bool done = c.mode > 0 ? AutoName(ws, prompts)
+                                     : CheckNames(ws.circuit, ws.naming, ordering, prompts);
         dump += std::string("== ") + c.what + "\n" + Outcome(ws, done, prompts) + "\n";
     }
     EXPECT_EQ(dump, test::ExpectedText("analysis/node_naming.txt", dump));
