@@ -36,10 +36,8 @@ std::string Text(const AugmentedMatrix& matrix, int rows, int columns) {
     for (int i = 1; i <= rows; ++i) {
         for (int k = 1; k <= columns + 1; ++k) {
             const double v = matrix(i, k); // a NaN's sign differs between machines
-            out += (k == 1             ? "  "
-                    : k == columns + 1 ? " | "
-                                       : " ") +
-                   (std::isnan(v) ? "nan" : ShortestText(v));
+            out += k == 1 ? "  " : k == columns + 1 ? " | " : " ";
+            out += std::isnan(v) ? "nan" : ShortestText(v);
         }
         out += "\n";
     }

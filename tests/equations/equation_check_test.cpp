@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace ampora {
 namespace {
 
@@ -63,21 +65,17 @@ TEST(EquationCheck, EquationsAndAnswersForTheTwoSupernodesAreJudgedAsWorkedByHan
         dump += std::string(at) + " | " + text + " | " + Verdict(session.ws, at, text) + "\n";
     }
     // V1 = 4.58333, V2 = 2.77778, V4 = -5.41667.
-    const struct {
-        const char* name;
-        double value;
-        int sigFigs;
-    } answers[] = {{"V1", 4.58, 3}, {"V1", 4.583333, 3}, {"V1", 4.59, 3}, {"V1", 4.6, 2},
-                   {"V1", 4.58, 4}, {"V1", -4.58, 3},    {"V1", 2.78, 3}, {"V4", -5.42, 3},
-                   {"0", 0, 3},     {"0", 0.001, 3},     {"Vx", 1, 3}};
-    for (const auto& c : answers) {
-        const AnswerVerdict verdict = CheckAnswer(session.ws, c.name, c.value, c.sigFigs);
-        dump += std::string(c.name) + " = " + ShortestText(c.value) + " at " +
-                std::to_string(c.sigFigs) + ": " +
-                (!verdict.known  ? "no such name"
-                 : verdict.right ? "right"
-                                 : verdict.hint) +
-                "\n";
+    const std::tuple<const char*, double, int> answers[] = {
+        {"V1", 4.58, 3}, {"V1", 4.583333, 3}, {"V1", 4.59, 3}, {"V1", 4.6, 2},
+        {"V1", 4.58, 4}, {"V1", -4.58, 3},    {"V1", 2.78, 3}, {"V4", -5.42, 3},
+        {"0", 0, 3},     {"0", 0.001, 3},     {"Vx", 1, 3}};
+    for (const auto& [name, value, sigFigs] : answers) {
+        const AnswerVerdict verdict = CheckAnswer(session.ws, name, value, sigFigs);
+        const std::string said = !verdict.known  ? "no such name"
+                                 : verdict.right ? "right"
+                                                 : verdict.hint;
+        dump += std::string(name) + " = " + ShortestText(value) + " at " + std::to_string(sigFigs) +
+                ": " + said + "\n";
     }
     EXPECT_EQ(dump, test::ExpectedText("equations/equation_check.txt", dump));
     // I1 runs through the 10 V battery.

@@ -1,10 +1,12 @@
-// Random circuits solved as a student does. The equations the program writes, rearranged,
-// are judged right, and with a term's sign flipped or the constant moved wrong; the record of
-// the elimination replays to the reduced form to the bit, the exact fractions follow the same
-// steps to the same answers, and the last step shown reads as the reduced form does.
+// Random circuits solved as a student does. The power put in is the power taken out. The
+// equations the program writes, rearranged, are judged right, and with a term's sign flipped
+// or the constant moved wrong; the record of the elimination replays to the reduced form to
+// the bit, the exact fractions follow the same steps to the same answers, and the last step
+// shown reads as the reduced form does.
 
 #include "analysis/gauss_jordan.h"
 #include "analysis/node_naming.h"
+#include "analysis/result_labels.h"
 #include "equations/equation_check.h"
 #include "equations/exact_node_matrix.h"
 #include "equations/row_operation_steps.h"
@@ -30,16 +32,15 @@ struct StudentTerm {
 
 std::vector<StudentTerm> StudentTerms(const Workspace& ws, int variable) {
     const EqnVar& var = ws.equations.EqnVars[static_cast<std::size_t>(variable - 1)];
-    std::vector<int> members;
+    std::vector<int> members = {ws.naming.NodeOrder[var.Node]};
     if (var.SuperNode > 0) {
+        members.clear();
         for (const int position : ws.equations.SuperNodes[var.SuperNode].Nodes) {
             members.push_back(ws.naming.NodeOrder[position]);
         }
-    } else {
-        members.push_back(ws.naming.NodeOrder[var.Node]);
     }
     const auto isMember = [&](int slot) {
-        return std::find(members.begin(), members.end(), slot) != members.end();
+        return std::ranges::find(members, slot) != members.end();
     };
     std::vector<StudentTerm> terms;
     for (int b = 1; b <= ws.topology.NumBranches; ++b) {
@@ -47,15 +48,14 @@ std::vector<StudentTerm> StudentTerms(const Workspace& ws, int variable) {
         if (!isMember(chain.StartNode) || isMember(chain.EndNode)) {
             continue;
         }
-        if (chain.SourceCurrent != 0) {
-            terms.push_back({"(" + ShortestText(chain.SourceCurrent) + ")", chain.SourceCurrent});
-            continue;
-        }
         const NodeLabel& start = ws.circuit.NodeLabels[chain.StartNode];
         const NodeLabel& end = ws.circuit.NodeLabels[chain.EndNode];
-        terms.push_back({"(" + start.Name + "-" + end.Name + "+(" + ShortestText(chain.EMF) +
-                             "))/" + ShortestText(chain.Resistance),
-                         (start.Voltage - end.Voltage + chain.EMF) / chain.Resistance});
+        terms.push_back(
+            chain.SourceCurrent != 0
+                ? StudentTerm{"(" + ShortestText(chain.SourceCurrent) + ")", chain.SourceCurrent}
+                : StudentTerm{"(" + start.Name + "-" + end.Name + "+(" + ShortestText(chain.EMF) +
+                                  "))/" + ShortestText(chain.Resistance),
+                              (start.Voltage - end.Voltage + chain.EMF) / chain.Resistance});
     }
     return terms;
 }
@@ -140,6 +140,9 @@ TEST(RandomCircuits, TheEquationsAreJudgedAndTheEliminationReplaysAndFollowsInFr
         ++solved;
         SCOPED_TRACE(test::DescribeLattice(lattice));
         CheckTheEquations(ws, flips, flipsNamed);
+        ws.ViewMode = kViewPower; // the power view adds up what goes in and what comes out
+        WriteLabels(ws, 3);
+        EXPECT_NEAR(ws.PowerIn, ws.PowerOut, 1e-9 * std::max(1.0, std::fabs(ws.PowerIn)));
         if (ws.equations.NumUnknowns > 0) {
             ++withUnknowns;
             CheckTheElimination(ws);

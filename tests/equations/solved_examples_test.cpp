@@ -5,14 +5,12 @@
 
 #include "analysis/diagram_descriptions.h"
 #include "analysis/format_number.h"
-#include "analysis/gauss_jordan.h"
 #include "analysis/result_labels.h"
 #include "equations/matrix_export.h"
 #include "equations/row_operation_steps.h"
 #include "support/solve_session.h"
 #include "support/test_files.h"
 #include "support/topology_dump.h"
-#include "tables/number_text.h"
 #include "workflow/step_transitions.h"
 
 #include <gtest/gtest.h>

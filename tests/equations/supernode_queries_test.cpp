@@ -23,10 +23,9 @@ TEST(NegAlias, NegatesNumbersAndSimpleSumsAndWrapsTheRest) {
 
 Workspace ThreeNamedNodes(bool withReference) {
     Workspace ws;
-    ws.circuit.NumNodes = 3;
-    const char* names[] = {"0", "Va", "Vb"};
-    for (int slot = 1; slot <= 3; ++slot) {
-        ws.circuit.NodeLabels[slot].Name = names[slot - 1];
+    for (const char* name : {"0", "Va", "Vb"}) {
+        const int slot = ++ws.circuit.NumNodes;
+        ws.circuit.NodeLabels[slot].Name = name;
         ws.naming.NodeOrder[slot] = static_cast<std::int16_t>(slot);
         ws.naming.NodeRank[slot] = static_cast<std::int16_t>(slot);
     }
