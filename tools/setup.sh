@@ -1,7 +1,12 @@
 #!/usr/bin/env bash
 # Installs what a fresh Debian 12 machine lacks to build and test DC Ampora, then
-# configures and builds. Safe to run again: it installs and rebuilds only what is missing.
+# configures and builds build/ (not with --install-only). Safe to run again: it installs and
+# rebuilds only what is missing.
 set -euo pipefail
+install_only=0
+if [[ "${1:-}" == "--install-only" ]]; then
+    install_only=1
+fi
 
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 build_dir="${AMPORA_BUILD_DIR:-$here/build}"
@@ -36,6 +41,9 @@ if ((${#missing[@]} > 0)); then
         "${missing[@]}"
 fi
 
+if ((install_only)); then
+    exit 0
+fi
 if [[ ! -f "$build_dir/build.ninja" ]]; then
     cmake -S "$here" -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
 fi

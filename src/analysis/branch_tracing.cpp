@@ -112,7 +112,6 @@ void Record(Topology& topology, std::int16_t& kindCount, std::int16_t startNode,
     chain.StartNode = startNode;
     chain.EndNode = endNode;
     chain.Path = std::move(trace.Path);
-    KeepTracedPoints(topology, slot, std::move(trace.Points));
 }
 
 void TraceAll(Circuit& circuit, Topology& topology) {

@@ -3,10 +3,8 @@
 #include "tables/number_text.h"
 
 #include <algorithm>
-#include <cmath>
 #include <stdexcept>
 #include <string_view>
-#include <utility>
 
 namespace ampora {
 
@@ -65,43 +63,14 @@ bool IsReversedPath(const std::string& path, const std::string& other) {
     return IsReversedPath(PathPoints(path), PathPoints(other));
 }
 
-namespace {
-
-// Zero and normal floats come back from their shortest text unchanged; others are read
-// from the text itself, which then decides what happens to them.
-bool ReadsBackExactly(float value) {
-    return value == 0 || std::isnormal(value);
-}
-
-} // namespace
-
-void KeepTracedPoints(Topology& topology, int chain, std::vector<Point> points) {
-    TracedPath& traced = topology.Traced[chain];
-    const bool exact = std::all_of(points.begin(), points.end(), [](Point p) {
-        return ReadsBackExactly(p.X) && ReadsBackExactly(p.Y);
-    });
-    if (exact) {
-        traced.Path = topology.Branches[chain].Path;
-        traced.Points = std::move(points);
-    } else {
-        traced.Path.clear();
-        traced.Points.clear();
-    }
-}
-
 const std::vector<Point>& ChainPoints::operator[](int chain) {
     const std::string& path = topology_.Branches[chain].Path; // checks the slot
     const auto k = static_cast<std::size_t>(chain - 1);
-    if (points_[k] == nullptr) {
-        const TracedPath& traced = topology_.Traced[chain];
-        if (!traced.Path.empty() && traced.Path == path) {
-            points_[k] = &traced.Points;
-        } else {
-            read_[k] = PathPoints(path);
-            points_[k] = &read_[k];
-        }
+    if (!read_[k]) {
+        points_[k] = PathPoints(path);
+        read_[k] = true;
     }
-    return *points_[k];
+    return points_[k];
 }
 
 } // namespace ampora

@@ -26,11 +26,7 @@ std::vector<Point> PathPoints(const std::string& path);
 bool IsReversedPath(const std::string& path, const std::string& other);
 bool IsReversedPath(const std::vector<Point>& points, const std::vector<Point>& other);
 
-// Keeps the traced points of a chain beside its Path, when they read back from it exactly.
-void KeepTracedPoints(Topology& topology, int chain, std::vector<Point> points);
-
-// The points of each chain slot, taken once, when first asked for: the traced points while
-// they still belong to the chain's Path, else read from the Path text (throwing as
+// The points of each chain slot, read from its Path when first asked for (throwing as
 // PathPoints does). Holds a reference to the topology, whose paths must not change meanwhile.
 class ChainPoints {
   public:
@@ -39,8 +35,8 @@ class ChainPoints {
 
   private:
     const Topology& topology_;
-    std::array<const std::vector<Point>*, kMaxChains> points_{};
-    std::array<std::vector<Point>, kMaxChains> read_;
+    std::array<bool, kMaxChains> read_{};
+    std::array<std::vector<Point>, kMaxChains> points_;
 };
 
 } // namespace ampora

@@ -41,14 +41,6 @@ struct Branch {
     double Current = kUnknownCurrent;
 };
 
-// A chain's points as traced, kept beside its Path so that the analysis need not read the
-// text back for every question. They stand for the chain only while its Path is still the
-// text they were traced with; Path is empty here when the points could not stand for it.
-struct TracedPath {
-    std::string Path;
-    std::vector<Point> Points;
-};
-
 // Where a device sits: the first chain (in slot order) with a path segment that holds its
 // centre strictly between its ends, and which way that chain travels there.
 struct ChainPlacement {
@@ -77,7 +69,6 @@ struct Topology {
     std::int16_t NumLooseBranches = 0; // from a loose end
     std::int16_t NumLoops = 0;         // closed loops touching no node
     std::int16_t NumCurrents = 0;      // named chain currents
-    Slots<TracedPath, kMaxChains> Traced;
     // Where each device lies on the node-to-node chains, found while they are summed: like
     // their sums, it holds until the chains or the devices change.
     DevicePlacements Placements{};
