@@ -1,15 +1,26 @@
+// The elimination on small systems: each step it records, the matrix a replay of the record
+// holds after it, and the solver's result, compared whole with the hand-checked
+// tests/data/analysis/gauss_jordan.txt. The replay must end at the solver's result to the bit.
+
+#include "analysis/exact_elimination.h"
 #include "analysis/gauss_jordan.h"
+#include "analysis/row_operation_text.h"
+#include "support/test_files.h"
 #include "tables/number_text.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstring>
+#include <string>
 #include <vector>
 
 namespace ampora {
 namespace {
 
-AugmentedMatrix MatrixOf(const std::vector<std::vector<double>>& rows) {
+using Rows = std::vector<std::vector<double>>;
+
+AugmentedMatrix MatrixOf(const Rows& rows) {
     AugmentedMatrix matrix;
     for (std::size_t i = 0; i < rows.size(); ++i) {
         for (std::size_t k = 0; k < rows[i].size(); ++k) {
@@ -20,101 +31,119 @@ AugmentedMatrix MatrixOf(const std::vector<std::vector<double>>& rows) {
 }
 
 // "a b | c" per row, the numbers in their shortest text ("-0" shows a negative zero).
-std::string Rows(const AugmentedMatrix& matrix, int rows, int columns) {
+std::string Text(const AugmentedMatrix& matrix, int rows, int columns) {
     std::string out;
     for (int i = 1; i <= rows; ++i) {
         for (int k = 1; k <= columns + 1; ++k) {
-            out += (k == 1 ? "" : k == columns + 1 ? " | " : " ") + ShortestText(matrix(i, k));
+            const double v = matrix(i, k); // a NaN's sign differs between machines
+            out += k == 1 ? "  " : k == columns + 1 ? " | " : " ";
+            out += std::isnan(v) ? "nan" : ShortestText(v);
         }
         out += "\n";
     }
     return out;
 }
 
-std::string Solved(const std::vector<std::vector<double>>& rows) {
-    AugmentedMatrix matrix = MatrixOf(rows);
+std::string Recorded(const Rows& rows) {
     const int n = static_cast<int>(rows.size());
-    Solve(matrix, n, n);
-    return Rows(matrix, n, n);
-}
-
-TEST(GaussJordan, TheLargestPivotIsSwappedUpAndEveryColumnEndsAsAUnitColumn) {
-    EXPECT_EQ(Solved({{1, 2, 3}, {4, 5, 6}}), "1 0 | -1\n"
-                                              "0 1 | 2\n");
-}
-
-TEST(GaussJordan, AThreeUnknownSystemReadsOffItsSolution) {
-    AugmentedMatrix matrix = MatrixOf({{2, 1, -1, 8}, {-3, -1, 2, -11}, {-2, 1, 2, -3}});
-    Solve(matrix, 3, 3);
-    EXPECT_NEAR(matrix(1, 4), 2, 1e-12);
-    EXPECT_NEAR(matrix(2, 4), 3, 1e-12);
-    EXPECT_NEAR(matrix(3, 4), -1, 1e-12);
-    for (int i = 1; i <= 3; ++i) {
-        for (int k = 1; k <= 3; ++k) {
-            EXPECT_EQ(matrix(i, k), i == k ? 1.0 : 0.0) << i << "," << k;
-        }
+    const AugmentedMatrix start = MatrixOf(rows);
+    AugmentedMatrix solved = start;
+    RowOperations operations;
+    Solve(solved, n, n, &operations);
+    RowOperationReplay replay(start, n, n);
+    std::string text;
+    for (const RowOperation& operation : operations) {
+        replay.Apply(operation);
+        text += DescribeRowOperation(operation, 4).Joined() + "\n" + Text(replay.Matrix(), n, n);
     }
+    replay.ClearNegligible();
+    EXPECT_EQ(std::memcmp(&replay.Matrix(), &solved, sizeof solved), 0) << text;
+    return text + "solved\n" + Text(solved, n, n);
 }
 
-TEST(GaussJordan, OnATieThePivotSearchKeepsTheUpperRow) {
-    // Swapping would leave 1 1 | -1 in the first row of this inconsistent system.
-    EXPECT_EQ(Solved({{1, 1, 3}, {-1, -1, 1}}), "1 1 | 3\n"
-                                                "0 0 | 4\n");
+TEST(GaussJordan, EachSystemIsReducedStepByStepAsWorkedByHand) {
+    const std::pair<const char*, Rows> cases[] = {
+        {"the larger pivot below is swapped up", {{1, 2, 3}, {4, 5, 6}}},
+        {"a tie keeps the upper row, a pivot of 1 is not divided by", {{1, 1, 3}, {-1, 1, 1}}},
+        {"a tie in an inconsistent system", {{1, 1, 3}, {-1, -1, 1}}},
+        {"a zero below the pivot needs no addition", {{2, 0, 4}, {0, -4, 2}}},
+        {"a column without a pivot leaves no step", {{0, 1, 2}, {0, 2, 4}}},
+        {"nothing to do", {{1, 0, 7}, {0, 1, 8}}},
+        {"three unknowns: 2, 3, -1", {{2, 1, -1, 8}, {-3, -1, 2, -11}, {-2, 1, 2, -3}}},
+        // 1e-10 is no pivot and is not cleared; 2e-10 is a pivot; 5e-11 is cleared to 0.
+        {"the threshold is absolute and strict", {{1e-10, 0, 1}, {0, 2e-10, 5e-11}}},
+        {"leftovers below the threshold are cleared", {{1, 0, 5e-11}, {0, 1, -5e-11}}},
+        {"negative zeros are cleared to zero", {{2, -0.0, -0.0}, {-0.0, 4, 8}}},
+        // 0 times infinity is no number: the second row must not come out as solved.
+        {"a zero under the pivot still takes its row's infinity", {{1, INFINITY, 1}, {0, 1, 2}}},
+        // Infinity kept into the second step meets 0 under the first pivot.
+        {"an infinite multiple of an earlier pivot column", {{1, INFINITY, 0}, {1, 1, 3}}},
+    };
+    std::string dump;
+    for (const auto& [what, rows] : cases) {
+        dump += std::string("== ") + what + "\n" + Recorded(rows);
+    }
+    EXPECT_EQ(dump, test::ExpectedText("analysis/gauss_jordan.txt", dump));
 }
 
-TEST(GaussJordan, AColumnOfZerosGetsNoPivotAndTheNextColumnTakesItsRow) {
-    EXPECT_EQ(Solved({{0, 1, 2}, {0, 2, 4}}), "0 1 | 2\n"
-                                              "0 0 | 0\n");
-}
-
-TEST(GaussJordan, TheThresholdIsAbsoluteAndStrictForPivotsAndForTheCleanUp) {
-    // 1e-10 is no pivot and is not cleaned up; 2e-10 is a pivot; 5e-11 shows as 0.
-    EXPECT_EQ(Solved({{1e-10, 0, 1}, {0, 2e-10, 5e-11}}), "0 1 | 0.25\n"
-                                                          "0.0000000001 0 | 1\n");
-    EXPECT_EQ(Solved({{1, 0, 5e-11}, {0, 1, -5e-11}}), "1 0 | 0\n"
-                                                       "0 1 | 0\n");
-}
-
-TEST(GaussJordan, NegativeZerosAreCleanedToZero) {
-    EXPECT_EQ(Solved({{2, -0.0, -0.0}, {-0.0, 4, 8}}), "1 0 | 0\n"
-                                                       "0 1 | 2\n");
-}
-
-TEST(GaussJordan, ARowWithAZeroUnderThePivotStillTakesTheInfinitiesOfThePivotRow) {
-    // 0 times infinity is no number: the second row must not come out as solved.
-    AugmentedMatrix matrix = MatrixOf({{1, INFINITY, 1}, {0, 1, 2}});
-    Solve(matrix, 2, 2);
-    EXPECT_EQ(matrix(1, 2), INFINITY);
-    EXPECT_TRUE(std::isnan(matrix(2, 2)));
-    EXPECT_EQ(matrix(2, 3), 2);
-}
-
-TEST(GaussJordan, AnInfiniteMultipleOfAnEarlierPivotColumnIsNoNumberEither) {
-    // The first row keeps its infinity into the second step, whose pivot row holds 0 under
-    // the first pivot: infinity times 0 must reach the first row's own pivot.
-    AugmentedMatrix matrix = MatrixOf({{1, INFINITY, 0}, {1, 1, 3}});
-    Solve(matrix, 2, 2);
-    EXPECT_TRUE(std::isnan(matrix(1, 1)));
-    EXPECT_EQ(matrix(2, 2), 1);
-}
-
-TEST(GaussJordan, OnlyTheGivenRowsAndColumnsChange) {
+TEST(GaussJordan, OnlyTheGivenRowsAndColumnsChangeAndTooLargeASystemIsRefused) {
     AugmentedMatrix matrix = MatrixOf({{2, 4, 7}, {3, 9, 1e-12}, {1e-12, 5, 6}});
     matrix(1, 5) = 1e-12;
     Solve(matrix, 1, 1);
-    EXPECT_EQ(Rows(matrix, 3, 3), "1 2 7 | 0\n"
-                                  "3 9 0.000000000001 | 0\n"
-                                  "0.000000000001 5 6 | 0\n");
+    EXPECT_EQ(Text(matrix, 3, 3), "  1 2 7 | 0\n"
+                                  "  3 9 0.000000000001 | 0\n"
+                                  "  0.000000000001 5 6 | 0\n");
     EXPECT_EQ(matrix(1, 5), 1e-12);
-}
 
-TEST(GaussJordan, ASystemLargerThanTheMatrixIsRefusedBeforeAnythingChanges) {
-    AugmentedMatrix matrix = MatrixOf({{2, 4}});
     EXPECT_THROW(Solve(matrix, 21, 21), SlotOutOfRange);
     EXPECT_THROW(Solve(matrix, 20, 21), SlotOutOfRange);
-    EXPECT_EQ(matrix(1, 1), 2);
     Solve(matrix, 0, 0);
-    EXPECT_EQ(matrix(1, 1), 2);
+    EXPECT_EQ(Text(matrix, 1, 1), "  1 | 2\n"); // untouched by the refusals and by 0 by 0
+}
+
+TEST(GaussJordan, RecordingChangesNothingTheSolverWritesAndReplacesAnOldRecord) {
+    const Rows rows = {{0.2, -0.25, 1e-11, -3}, {0.3, -0.1, 0.2, 1.7}, {-0.1, 0.45, -0.25, 0}};
+    AugmentedMatrix plain = MatrixOf(rows);
+    AugmentedMatrix recorded = plain;
+    RowOperations operations = {RowOperation{}};
+    Solve(plain, 3, 3);
+    Solve(recorded, 3, 3, &operations);
+    EXPECT_EQ(std::memcmp(&plain, &recorded, sizeof plain), 0);
+    EXPECT_EQ(DescribeRowOperation(operations.front(), 4).Joined(), "R1 ↔ R2");
+}
+
+// Decimal texts read as exact fractions ("-" for a refusal), and fractions written as
+// themselves up to twelve digits, as a decimal beyond; worked by hand in
+// tests/data/analysis/exact_numbers.txt.
+TEST(ExactNumbers, DecimalTextsReadAsExactFractionsAndLongFractionsAreWrittenAsDecimals) {
+    std::string dump;
+    for (const char* text : {"0.175", "-2.5", "12", "0", "-0", "1E+16", "1.5E-3", "3.", ".5", "",
+                             "-", ".", "inf", "nan", "1,5", " 1", "1E", "1E+9999", "2..5"}) {
+        const auto value = RationalFromDecimal(text);
+        dump += std::string("[") + text + "] " + (value ? RationalText(*value) : "-") + "\n";
+    }
+    for (const Rational& r : {Rational(2, 15), Rational(123456, 789013), Rational(1234567, 789013),
+                              Rational(-1234567, 789013), Rational(-7, 40)}) {
+        dump += RationalText(r) + ": " + FractionOrDecimal(r, 3) + ", " +
+                std::to_string(RationalDigits(r)) + " digits\n";
+    }
+    EXPECT_EQ(dump, test::ExpectedText("analysis/exact_numbers.txt", dump));
+}
+
+TEST(ExactNumbers, TheExactEliminationRefusesWhereTheDecimalsMissedAnEntry) {
+    // The decimal solver saw no pivot in column 1 (1e-12 is below its threshold); exactly,
+    // the entry is not zero, so the fractions cannot follow the same steps to a reduced form.
+    ExactMatrix start(1, 1);
+    start(1, 1) = Rational(1, 1000000000000LL);
+    start(1, 2) = 1;
+    EXPECT_FALSE(EliminateExactly(start, {}));
+    const RowOperation scale{RowOperationKind::Scale, 1, 1, 1, 1e-12};
+    ExactMatrix zero(1, 1);
+    EXPECT_FALSE(EliminateExactly(zero, {scale}));
+    const auto done = EliminateExactly(start, {scale});
+    ASSERT_TRUE(done);
+    EXPECT_EQ(RationalText(done->reduced(1, 2)), "1000000000000");
+    EXPECT_EQ(RationalText(done->steps[0].factor), "1000000000000");
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "analysis/circuit_checks.h"
 #include "analysis/node_naming.h"
 #include "support/scripted_prompts.h"
+#include "support/test_files.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +13,7 @@ struct N {
     const char* name;
 };
 
-Workspace WithNodes(std::initializer_list<N> nodes, std::int16_t pattern = 1) {
+Workspace WithNodes(const std::vector<N>& nodes, std::int16_t pattern = 1) {
     Workspace workspace;
     workspace.Step = 2;
     workspace.preferences.AutoNamePattern = pattern;
@@ -25,125 +26,86 @@ Workspace WithNodes(std::initializer_list<N> nodes, std::int16_t pattern = 1) {
     return workspace;
 }
 
-// The names in slot order, then the order of the last check and its inverse.
-std::string Names(const Workspace& workspace) {
-    std::string out;
-    for (int slot = 1; slot <= workspace.circuit.NumNodes; ++slot) {
-        out += (slot == 1 ? "" : " ") + workspace.circuit.NodeLabels[slot].Name;
+// The names in slot order, the order of the last check with its inverse, and the messages.
+std::string Outcome(const Workspace& ws, bool done, const test::ScriptedPrompts& prompts) {
+    std::string out = done ? "done:" : "refused:";
+    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
+        out += " " + ws.circuit.NodeLabels[slot].Name;
+    }
+    out += " | order/rank";
+    for (int k = 1; k <= ws.circuit.NumNodes; ++k) {
+        out += " " + std::to_string(ws.naming.NodeOrder[k]) + "/" +
+               std::to_string(ws.naming.NodeRank[k]);
+    }
+    out += " reference " + std::to_string(ws.naming.HasReference);
+    for (const std::string& message : prompts.messages) {
+        out += "\n" + message;
     }
     return out;
 }
 
-std::string Order(const Workspace& workspace) {
-    std::string out = "order";
-    for (int k = 1; k <= workspace.circuit.NumNodes; ++k) {
-        out += " " + std::to_string(workspace.naming.NodeOrder[k]);
+// Twenty nodes in a row, their slots running right to left, the leftmost named 0.
+std::vector<N> Twenty() {
+    std::vector<N> nodes;
+    for (int k = 0; k < 20; ++k) {
+        nodes.push_back({16.0f * static_cast<float>(19 - k), 80, k == 19 ? "0" : "[ ]"});
     }
-    out += " rank";
-    for (int k = 1; k <= workspace.circuit.NumNodes; ++k) {
-        out += " " + std::to_string(workspace.naming.NodeRank[k]);
-    }
-    return out + " reference " + std::to_string(workspace.naming.HasReference);
+    return nodes;
 }
 
-TEST(NodeNaming, AutoNameNamesTopToBottomLeftToRightAndMakesTheLastNodeTheReference) {
-    Workspace ws = WithNodes({{400, 240, "[ ]"}, {80, 80, "x"}, {240, 80, "[ ]"}, {80, 240, "0x"}});
-    test::ScriptedPrompts prompts;
-    ASSERT_TRUE(AutoName(ws, prompts));
-    EXPECT_EQ(Names(ws), "0 V1 V2 V3");
-    EXPECT_EQ(Order(ws), "order 2 3 4 1 rank 4 1 2 3 reference 0");
-    EXPECT_TRUE(prompts.messages.empty());
-}
-
-TEST(NodeNaming, AutoNameSkipsAnExistingReferenceAndUsesNoCounterValueForIt) {
-    Workspace ws =
-        WithNodes({{400, 240, "[ ]"}, {80, 80, "[ ]"}, {240, 80, "[ ]"}, {80, 240, "0"}});
-    test::ScriptedPrompts prompts;
-    ASSERT_TRUE(AutoName(ws, prompts));
-    EXPECT_EQ(Names(ws), "V3 V1 V2 0");
-    EXPECT_EQ(Order(ws), "order 2 3 4 1 rank 4 1 2 3 reference -1");
-}
-
-TEST(NodeNaming, AutoNameWithTwoReferenceNodesShowsTheMessageAndChangesNothing) {
-    Workspace ws = WithNodes({{80, 80, "0"}, {240, 80, "[ ]"}, {80, 240, "0"}});
-    test::ScriptedPrompts prompts;
-    EXPECT_FALSE(AutoName(ws, prompts));
-    EXPECT_EQ(Names(ws), "0 [ ] 0");
-    EXPECT_EQ(prompts.messages, std::vector<std::string>{kTwoReferencesMessage});
-}
-
-TEST(NodeNaming, TheLetterPatternsRunThroughTwentyNodes) {
-    auto twenty = [](std::int16_t pattern) {
-        Workspace ws = WithNodes({}, pattern);
-        for (int k = 0; k < 20; ++k) {
-            NodeLabel& node = ws.circuit.NodeLabels[++ws.circuit.NumNodes];
-            node.X = 16.0f * static_cast<float>(19 - k); // slots run right to left
-            node.Y = 80;
-            node.Name = "[ ]";
-        }
-        ws.circuit.NodeLabels[20].Name = "0"; // the leftmost
-        test::ScriptedPrompts prompts;
-        EXPECT_TRUE(AutoName(ws, prompts));
-        return Names(ws);
+// The outcomes, worked by hand, are in tests/data/analysis/node_naming.txt.
+TEST(NodeNaming, AutoNameAndTheNameCheckOrderRenameAndRefuseAsWorkedByHand) {
+    // AutoName with the pattern 1 to 3, or the name check alone by location (0) or name (-1).
+    const struct {
+        const char* what;
+        int mode;
+        std::vector<N> nodes;
+    } cases[] = {
+        {"AutoName: top to bottom, left to right, the last node the reference",
+         1,
+         {{400, 240, "[ ]"}, {80, 80, "x"}, {240, 80, "[ ]"}, {80, 240, "0x"}}},
+        {"AutoName skips an existing reference and uses no counter value for it",
+         1,
+         {{400, 240, "[ ]"}, {80, 80, "[ ]"}, {240, 80, "[ ]"}, {80, 240, "0"}}},
+        {"AutoName with two references changes nothing",
+         1,
+         {{80, 80, "0"}, {240, 80, "[ ]"}, {80, 240, "0"}}},
+        {"AutoName, capitals", 2, Twenty()},
+        {"AutoName, small letters", 3, Twenty()},
+        {"AutoName, V and a number", 1, Twenty()},
+        {"by location: five-digit coordinates sort as text",
+         0,
+         {{80, 9000, "a"}, {80, 10000, "b"}, {80, 80, "c"}}},
+        {"by name: character codes, equal keys in slot order",
+         -1,
+         {{0, 0, "b"}, {0, 16, "V2"}, {0, 32, "a"}, {0, 48, "V10"}, {0, 64, "B"}, {0, 80, "0"}}},
+        {"by name: bytes unsigned, a letter beyond ASCII last, a prefix first",
+         -1,
+         {{0, 0, "\xc3\xa9"}, {0, 16, "z"}, {0, 32, "V1"}, {0, 48, "V"}}},
+        {"one unnamed node is a name like any other",
+         -1,
+         {{0, 0, "[ ]"}, {0, 16, "V1"}, {0, 32, "0"}}},
+        {"two unnamed nodes", -1, {{0, 0, "[ ]"}, {0, 16, "[ ]"}, {0, 32, "0"}}},
+        {"two references are refused before duplicates",
+         -1,
+         {{0, 0, "0"}, {0, 16, "0"}, {0, 32, "0"}}},
+        {"names differing in case", -1, {{0, 0, "v"}, {0, 16, "V"}, {0, 32, "0"}}},
     };
-    EXPECT_EQ(twenty(2), "S R Q P O N M L K J I H G F E D C B A 0");
-    EXPECT_EQ(twenty(3), "s r q p o n m l k j i h g f e d c b a 0");
-    EXPECT_EQ(twenty(1).substr(0, 12), "V19 V18 V17 ");
-}
-
-TEST(NodeNaming, LocationKeysAreRoundedFourDigitTextSoFiveDigitCoordinatesSortAsText) {
+    std::string dump;
+    for (const auto& c : cases) {
+        Workspace ws = WithNodes(c.nodes, static_cast<std::int16_t>(c.mode));
+        test::ScriptedPrompts prompts;
+        const NodeOrdering ordering = c.mode == 0 ? NodeOrdering::ByLocation : NodeOrdering::ByName;
+        const bool done = c.mode > 0 ? AutoName(ws, prompts)
+                                     : CheckNames(ws.circuit, ws.naming, ordering, prompts);
+        dump += std::string("== ") + c.what + "\n" + Outcome(ws, done, prompts) + "\n";
+    }
+    EXPECT_EQ(dump, test::ExpectedText("analysis/node_naming.txt", dump));
     EXPECT_EQ(LocationKey(80, 240), "02400080");
     EXPECT_EQ(LocationKey(80.5f, 239.5f), "02400080"); // ties to even
     EXPECT_EQ(LocationKey(-8, 12345), "12345-0008");
     EXPECT_EQ(LocationKey(-0.25f, 0), "00000000");
     EXPECT_EQ(LocationKey(9999.4f, 9999.5f), "100009999"); // the first five-digit value
-
-    Workspace ws = WithNodes({{80, 9000, "a"}, {80, 10000, "b"}, {80, 80, "c"}});
-    test::ScriptedPrompts prompts;
-    ASSERT_TRUE(CheckNames(ws.circuit, ws.naming, NodeOrdering::ByLocation, prompts));
-    EXPECT_EQ(Order(ws), "order 3 2 1 rank 3 2 1 reference 0");
-}
-
-TEST(NodeNaming, ByNameOrderComparesCharacterCodesAndKeepsTheSlotOrderOfEqualKeys) {
-    Workspace ws = WithNodes(
-        {{0, 0, "b"}, {0, 16, "V2"}, {0, 32, "a"}, {0, 48, "V10"}, {0, 64, "B"}, {0, 80, "0"}});
-    test::ScriptedPrompts prompts;
-    ASSERT_TRUE(CheckNames(ws.circuit, ws.naming, NodeOrdering::ByName, prompts));
-    EXPECT_EQ(Order(ws), "order 6 5 4 2 3 1 rank 6 4 5 3 2 1 reference -1");
-
-    // Bytes compare unsigned, so a letter beyond ASCII comes last; a prefix comes first.
-    Workspace wide = WithNodes({{0, 0, "\xc3\xa9"}, {0, 16, "z"}, {0, 32, "V1"}, {0, 48, "V"}});
-    ASSERT_TRUE(CheckNames(wide.circuit, wide.naming, NodeOrdering::ByName, prompts));
-    EXPECT_EQ(Order(wide), "order 4 3 2 1 rank 4 3 2 1 reference 0");
-}
-
-TEST(NodeNaming, TheNameCheckRefusesTwoReferencesBeforeDuplicatesAndKeepsTheLastOrder) {
-    Workspace ws = WithNodes({{0, 0, "[ ]"}, {0, 16, "V1"}, {0, 32, "0"}});
-    test::ScriptedPrompts prompts;
-    ASSERT_TRUE(CheckNames(ws.circuit, ws.naming, NodeOrdering::ByName, prompts));
-    const std::string passed = Order(ws);
-    EXPECT_EQ(passed, "order 3 2 1 rank 3 2 1 reference -1"); // one unnamed node is a name
-
-    ws.circuit.NodeLabels[2].Name = "[ ]";
-    EXPECT_FALSE(CheckNames(ws.circuit, ws.naming, NodeOrdering::ByName, prompts));
-    ws.circuit.NodeLabels[1].Name = "0";
-    ws.circuit.NodeLabels[2].Name = "0";
-    EXPECT_FALSE(CheckNames(ws.circuit, ws.naming, NodeOrdering::ByName, prompts));
-    ws.circuit.NodeLabels[1].Name = "v";
-    ws.circuit.NodeLabels[2].Name = "V";
-    EXPECT_TRUE(CheckNames(ws.circuit, ws.naming, NodeOrdering::ByName, prompts));
-    EXPECT_EQ(prompts.messages,
-              (std::vector<std::string>{kDuplicateNamesMessage, kTwoReferencesMessage}));
-    EXPECT_EQ(std::string(kDuplicateNamesMessage),
-              "Names must be unique.  You must rename the duplicate ones.");
-    EXPECT_EQ(std::string(kTwoReferencesMessage),
-              "You can only have one reference node named 0.  You must rename the other ones.");
-}
-
-TEST(NodeNaming, ClearNamesUnnamesEveryNodeTheReferenceToo) {
-    Workspace ws = WithNodes({{0, 0, "V1"}, {0, 16, "0"}});
-    ClearNames(ws.circuit);
-    EXPECT_EQ(Names(ws), "[ ] [ ]");
 }
 
 TEST(NodeNaming, RenamingAsksWithTheOldNameTakesTheAnswerAsTypedAndKeepsTheNameOnEmpty) {
@@ -152,7 +114,7 @@ TEST(NodeNaming, RenamingAsksWithTheOldNameTakesTheAnswerAsTypedAndKeepsTheNameO
     prompts.textAnswers = {" Vout ", ""};
     EXPECT_TRUE(RenameNode(ws, prompts, 1, 10, 20));
     EXPECT_FALSE(RenameNode(ws, prompts, 2, 10, 20));
-    EXPECT_EQ(Names(ws), " Vout  0");
+    EXPECT_EQ(ws.circuit.NodeLabels[1].Name + "|" + ws.circuit.NodeLabels[2].Name, " Vout |0");
     EXPECT_EQ(prompts.questions,
               (std::vector<std::string>{"Enter new name: [V1]", "Enter new name: [0]"}));
 
@@ -161,6 +123,9 @@ TEST(NodeNaming, RenamingAsksWithTheOldNameTakesTheAnswerAsTypedAndKeepsTheNameO
     EXPECT_FALSE(RenameNode(ws, prompts, 1, 10, 20));
     EXPECT_FALSE(RenameNode(ws, prompts, 3, 10, 20));
     EXPECT_EQ(prompts.questions.size(), 2u);
+
+    ClearNames(ws.circuit); // every node unnamed, the reference too
+    EXPECT_EQ(ws.circuit.NodeLabels[1].Name + "|" + ws.circuit.NodeLabels[2].Name, "[ ]|[ ]");
 }
 
 } // namespace

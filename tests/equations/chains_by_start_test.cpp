@@ -32,21 +32,17 @@ Topology ChainsStartingAt(std::initializer_list<int> starts) {
     return topology;
 }
 
-TEST(ChainsByStart, EachNodeListsTheChainsLeavingItInSlotOrder) {
+// Chains from loose ends (negative starts), from no node and past the count are left out.
+TEST(ChainsByStart, EachNodeListsTheChainsLeavingItInSlotOrderUpToAFullTable) {
     EXPECT_EQ(Grouping(ChainsStartingAt({3, 1, 3, 20, 1, 2, 3})), "1: 2 5\n"
                                                                   "2: 6\n"
                                                                   "3: 1 3 7\n"
                                                                   "20: 4\n");
-}
-
-TEST(ChainsByStart, ChainsFromLooseEndsAndSlotsPastTheCountAreLeftOut) {
     Topology topology = ChainsStartingAt({-1, 2, 0, 21, 2});
     topology.Branches[6].StartNode = 4; // traced, but not among the counted chains
     EXPECT_EQ(Grouping(topology), "2: 2 5\n");
-}
 
-TEST(ChainsByStart, AFullTableOfChainsFromOneNodeFitsAndMoreThrows) {
-    Topology topology;
+    topology = Topology{}; // a full table of chains from one node fits, and more throws
     for (int k = 0; k < kMaxChains; ++k) {
         topology.Branches[++topology.NumBranches].StartNode = 7;
     }

@@ -1,4 +1,5 @@
 #include "equations/equation_parse.h"
+#include "support/test_files.h"
 
 #include <gtest/gtest.h>
 
@@ -42,41 +43,23 @@ std::string Parsed(std::string_view text) {
     return joined;
 }
 
-TEST(EquationParse, TheFormsTheEquationSetsWrite) {
-    EXPECT_EQ(Parsed("(Va-Vb)/10 + (Va-Vc+2)/5 - 0.5 = 0"),
-              "[sum [/ ([sum Va -Vb]) 10] +[/ ([sum Va -Vc +2]) 5] -0.5] = [sum 0]");
-    EXPECT_EQ(Parsed("(1/10+1/5)*Va-(1/10)*Vb=-2/5+0.5"),
-              "[sum [* ([sum [/ 1 10] +[/ 1 5]]) Va] -[* ([sum [/ 1 10]]) Vb]] = "
-              "[sum -[/ 2 5] +0.5]");
-    EXPECT_EQ(Parsed(" = 0"), "[sum] = [sum 0]");
-    EXPECT_EQ(Parsed("Vb-Va=-2.5"), "[sum Vb -Va] = [sum -2.5]");
-}
-
-TEST(EquationParse, ProductsAndQuotientsGroupFromTheLeft) {
-    EXPECT_EQ(Parsed("a*b/c"), "[sum [/ [* a b] c]]");
-    EXPECT_EQ(Parsed("1/2/3"), "[sum [/ [/ 1 2] 3]]");
-}
-
-TEST(EquationParse, NumbersKeepTheirExponentAndNamesTheirDigits) {
-    EXPECT_EQ(Parsed("(V1-V2)/2.2E+03=1e-5"), "[sum [/ ([sum V1 -V2]) 2.2E+03]] = [sum 1e-5]");
-    EXPECT_EQ(Parsed("Ω2=x_1"), "[sum Ω2] = [sum x_1]");
-}
-
-TEST(EquationParse, AnythingElseIsUnreadable) {
+// The forms the equation sets write, products and quotients grouped from the left, numbers
+// with their exponent and names with their digits, then what is unreadable, and nesting; worked by
+// hand in tests/data/equations/equation_parse.txt.
+TEST(EquationParse, EachTextReadsAsTheTreeWorkedByHand) {
+    std::string dump;
     for (const std::string_view text :
-         {"(Va-Vb", "Va-Vb)", "Va+", "Va**2", "2Va", "Va @b", "Va^2", "()", "Va--5", "=+"}) {
-        EXPECT_EQ(Parsed(text), "unreadable") << text;
+         {"(Va-Vb)/10 + (Va-Vc+2)/5 - 0.5 = 0", "(1/10+1/5)*Va-(1/10)*Vb=-2/5+0.5", " = 0",
+          "Vb-Va=-2.5", "a*b/c", "1/2/3", "(V1-V2)/2.2E+03=1e-5", "Ω2=x_1", "(Va-Vb", "Va-Vb)",
+          "Va+", "Va**2", "2Va", "Va @b", "Va^2", "()", "Va--5", "=+"}) {
+        dump += std::string(text) + " -> " + Parsed(text) + "\n";
     }
-}
-
-TEST(EquationParse, NestingStopsLongBeforeTheStackWould) {
-    const auto nested = [](int depth) {
-        return std::string(static_cast<std::size_t>(depth), '(') + "1" +
-               std::string(static_cast<std::size_t>(depth), ')');
-    };
-    EXPECT_NE(Parsed(nested(20)), "unreadable");
-    EXPECT_EQ(Parsed(nested(40)), "unreadable");
-    EXPECT_EQ(Parsed(nested(100000)), "unreadable");
+    for (const std::size_t depth : {20, 40, 100000}) { // nesting stops long before the stack would
+        const std::string nested = std::string(depth, '(') + "1" + std::string(depth, ')');
+        dump += std::to_string(depth) + " deep -> " +
+                (Parsed(nested) == "unreadable" ? "unreadable" : "read") + "\n";
+    }
+    EXPECT_EQ(dump, test::ExpectedText("equations/equation_parse.txt", dump));
 }
 
 } // namespace

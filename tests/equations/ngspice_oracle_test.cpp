@@ -33,11 +33,9 @@ long long Setting(const char* name, long long fallback) {
 }
 
 double Largest(const std::vector<double>& values) {
-    double largest = 0;
-    for (const double v : values) {
-        largest = std::max(largest, std::fabs(v));
-    }
-    return largest;
+    return values.empty() ? 0 : std::fabs(*std::ranges::max_element(values, {}, [](double v) {
+        return std::fabs(v);
+    }));
 }
 
 bool Close(double value, double expected, double scale) {
@@ -85,28 +83,26 @@ std::string CompareWithNgspice(const LatticeCircuit& lattice, const Workspace& w
     return "";
 }
 
-// A refusal names a rule; "" when the circuit really falls under it, else why not.
+// Every refusal falls under its rule: "" when the circuit really does, else why not.
 std::string CheckRefusal(const std::string& message, const LatticeFacts& facts) {
-    const auto expect = [](bool applies, const char* rule) {
-        return applies ? std::string() : std::string("refused, but ") + rule;
+    const struct {
+        const char* message;
+        bool applies;
+        const char* otherwise;
+    } rules[] = {
+        {kNoNodesMessage, facts.nodes == 0, "the drawing has a node"},
+        {kLoopsMessage, facts.nodeFreeLoops > 0, "no loop is free of nodes"},
+        {kTwoCurrentSourcesMessage, facts.chainWithTwoSources, "no chain has two current sources"},
+        {kIdenticalParallelBranchesMessage, facts.identicalBatteryChains,
+         "no two battery chains are alike"},
+        {kDifferentParallelVoltagesMessage, facts.contradictoryBatteryLoop,
+         "the battery voltages agree"},
+        {kCannotSolveMessage, facts.singular, "the nodal equations have one solution"},
     };
-    if (message == kNoNodesMessage) {
-        return expect(facts.nodes == 0, "the drawing has a node");
-    }
-    if (message == kLoopsMessage) {
-        return expect(facts.nodeFreeLoops > 0, "no loop is free of nodes");
-    }
-    if (message == kTwoCurrentSourcesMessage) {
-        return expect(facts.chainWithTwoSources, "no chain has two current sources");
-    }
-    if (message == kIdenticalParallelBranchesMessage) {
-        return expect(facts.identicalBatteryChains, "no two battery chains are alike");
-    }
-    if (message == kDifferentParallelVoltagesMessage) {
-        return expect(facts.contradictoryBatteryLoop, "the battery voltages agree");
-    }
-    if (message == kCannotSolveMessage) {
-        return expect(facts.singular, "the nodal equations have one solution");
+    for (const auto& rule : rules) {
+        if (message == rule.message) {
+            return rule.applies ? "" : std::string("refused, but ") + rule.otherwise;
+        }
     }
     return "refused with an unexpected message: " + message;
 }
@@ -130,25 +126,22 @@ LatticeCircuit Ladder(const std::function<LatticeEdge(int from, int to, int e)>&
 }
 
 TEST(NgspiceOracle, TwentyNodeLaddersAgreeWithNgspice) {
-    using test::LatticeDevice;
-    const auto edge = [](int from, int to, LatticeDevice device, float value, bool forward) {
-        return LatticeEdge{from, to, device, value, forward};
-    };
+    using enum test::LatticeDevice;
     const std::vector<std::pair<const char*, LatticeCircuit>> ladders = {
         {"resistors on every rail and rung, a battery on the first rung",
          Ladder([&](int from, int to, int e) {
-             return e == 22 ? edge(from, to, LatticeDevice::Battery, 12, false)
-                            : edge(from, to, LatticeDevice::Resistor, 1.0f + 0.5f * (e % 7), true);
+             return e == 22 ? LatticeEdge(from, to, Battery, 12, false)
+                            : LatticeEdge(from, to, Resistor, 1.0f + 0.5f * (e % 7), true);
          })},
         {"batteries along the top rail join supernodes, current sources on two rungs",
          Ladder([&](int from, int to, int e) {
              if (e < 11 && e % 3 == 1) {
-                 return edge(from, to, LatticeDevice::Battery, 1.5f * static_cast<float>(e), true);
+                 return LatticeEdge(from, to, Battery, 1.5f * static_cast<float>(e), true);
              }
              if (e == 25 || e == 30) {
-                 return edge(from, to, LatticeDevice::CurrentSource, 0.25f, e == 25);
+                 return LatticeEdge(from, to, CurrentSource, 0.25f, e == 25);
              }
-             return edge(from, to, LatticeDevice::Resistor, 2.0f + static_cast<float>(e % 5), true);
+             return LatticeEdge(from, to, Resistor, 2.0f + static_cast<float>(e % 5), true);
          })},
     };
     const test::TempDir folder;
