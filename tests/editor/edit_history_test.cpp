@@ -1,11 +1,8 @@
 #include "analysis/node_naming.h"
 #include "document/amq_file.h"
-#include "document/circuit_edit.h"
+#include "editor/drawing_session.h"
 #include "editor/edit_history.h"
-#include "editor/editing_tools.h"
-#include "support/scripted_prompts.h"
 #include "support/test_files.h"
-#include "tables/workspace.h"
 #include "workflow/step_transitions.h"
 
 #include <gtest/gtest.h>
@@ -16,8 +13,6 @@
 
 namespace ampora {
 namespace {
-
-using test::ScriptedPrompts;
 
 // The drawing as its file holds it, and each live device's slot with the text its label shows.
 std::string Written(const Workspace& ws, const EditorState& editor) {
@@ -30,51 +25,9 @@ std::string Written(const Workspace& ws, const EditorState& editor) {
     return out;
 }
 
-struct Session {
-    Workspace ws;
-    EditorState editor;
-    ScriptedPrompts prompts;
+struct Session : test::DrawingSession {
     EditHistory history;
-
     Session() { StartHistory(history, ws.circuit, editor); }
-
-    void Tool(int tool) { SelectTool(editor, tool); }
-    void Wire(float x1, float y1, float x2, float y2) {
-        Tool(kWireTool);
-        BeginWire(editor, x1, y1);
-        FinishWire(ws.circuit, editor, x2, y2);
-    }
-    // An empty answer: none is expected.
-    void Place(int tool, float x, float y, const std::string& answer) {
-        Tool(tool);
-        if (!answer.empty()) {
-            prompts.textAnswers.push_back(answer);
-        }
-        PlaceDevice(ws.circuit, editor, prompts, tool, x, y);
-    }
-    void Number(int slot, const std::string& answer) {
-        Tool(kNumberTool);
-        prompts.textAnswers.push_back(answer);
-        RenumberDevice(ws.circuit, editor, prompts, slot);
-    }
-    void Move(int slot, float x1, float y1, float x2, float y2) {
-        Tool(kMoveStretchTool);
-        GrabDevice(ws.circuit, editor, slot, x1, y1);
-        DropDevice(ws.circuit, editor, x2, y2);
-    }
-    void Stretch(float x1, float y1, float x2, float y2) {
-        Tool(kMoveStretchTool);
-        BeginStretch(ws.circuit, editor, x1, y1);
-        FinishStretch(ws.circuit, editor, x2, y2);
-    }
-    void EraseAt(float x, float y) {
-        Tool(kEraseTool);
-        EraseWireAt(ws.circuit, editor, x, y);
-    }
-    void Erase(int slot) {
-        Tool(kEraseTool);
-        EraseDevice(ws.circuit, editor, slot);
-    }
 };
 
 // One edit of a drawing session and the name its step gets; an empty name: no step.
@@ -96,19 +49,19 @@ const std::vector<Edit>& DrawingSession() {
         {"Place resistor", kResistorTool, [](S& s) { s.Place(kResistorTool, 120, 80, "100"); }},
         {"Place current source", kSourceTool, [](S& s) { s.Place(kSourceTool, 240, 160, "-2"); }},
         // Too near the resistor: refused, and nothing asked.
-        {"", kResistorTool, [](S& s) { s.Place(kResistorTool, 136, 80, ""); }},
+        {"", kResistorTool, [](S& s) { s.Place(kResistorTool, 136, 80); }},
         {"Change resistor value", kNumberTool, [](S& s) { s.Number(2, "2.2e3"); }},
         {"Change battery value", kNumberTool, [](S& s) { s.Number(1, "-9"); }},
         {"Move battery", kMoveStretchTool, [](S& s) { s.Move(1, 80, 160, 80, 200); }},
         {"Draw wire", kWireTool, [](S& s) { s.Wire(240, 240, 320, 240); }},
         {"Stretch wire", kMoveStretchTool, [](S& s) { s.Stretch(320, 240, 400, 240); }},
         {"Erase wire", kEraseTool, [](S& s) { s.EraseAt(360, 240); }},
-        {"Undo Erase", 0, [](S& s) { UndoErase(s.ws.circuit, s.editor); }},
+        {"Undo Erase", 0, [](S& s) { s.Undo(); }},
         {"Erase wire", kEraseTool, [](S& s) { s.EraseAt(320, 240); }},
         {"Draw wire", kWireTool, [](S& s) { s.Wire(160, 80, 160, 240); }},
         {"Place resistor", kResistorTool, [](S& s) { s.Place(kResistorTool, 160, 160, "47"); }},
         {"Erase resistor", kEraseTool, [](S& s) { s.Erase(4); }},
-        {"Undo Erase", 0, [](S& s) { UndoErase(s.ws.circuit, s.editor); }},
+        {"Undo Erase", 0, [](S& s) { s.Undo(); }},
         {"Center the circuit", 0, [](S& s) { CenterCircuit(s.ws.circuit, 800, 40, 560); }},
     };
     return edits;

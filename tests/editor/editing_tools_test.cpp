@@ -1,412 +1,239 @@
-#include "document/circuit_edit.h"
-#include "editor/editing_tools.h"
+// The rules of the drawing tools as one table: a drawing, one action, and what follows (the
+// drawing after, or "refused"; what was asked and said). The outcomes are checked by hand in
+// tests/data/editor/editing_rules.txt.
+
+#include "editor/drawing_session.h"
 #include "editor/hit_tests.h"
 #include "editor/snapping.h"
-#include "support/circuit_dump.h"
-#include "support/scripted_prompts.h"
+#include "support/test_files.h"
 #include "workflow/step_transitions.h"
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
+#include <functional>
+#include <limits>
 
 namespace ampora {
 namespace {
 
-using test::DumpCircuit;
-using test::ScriptedPrompts;
+using test::DrawingSession;
+using test::ParseDrawing;
+using test::ShowDrawing;
 
-TEST(Snapping, PointsSnapToTheGridLineFromThreeAndAHalfBelowToFourAndAHalfAbove) {
+// A square 80..240 and a 40-unit stub, too short to hold a device.
+const std::string kSquare = "80,80-240,80 240,80-240,240 80,240-240,240 80,80-80,240 300,80-340,80";
+const std::string kBar = "80,80-240,80";
+
+struct Rule {
+    const char* what;
+    std::string before;
+    std::function<bool(DrawingSession&)> act;
+};
+
+using S = DrawingSession;
+const Rule kRules[] = {
+    {"a drag draws one snapped wire along the nearer axis", "",
+     [](S& s) { return s.Wire(81, 79, 243, 110); }},
+    {"a drag as steep as it is wide stays horizontal", "",
+     [](S& s) { return s.Wire(80, 80, 160, 160); }},
+    {"a drag mostly down draws a vertical wire", kBar,
+     [](S& s) { return s.Wire(240, 80, 250, 230); }},
+    {"a click draws no wire", "", [](S& s) { return s.Wire(297, 300, 300, 298); }},
+    // Placing: the device takes the wire's axis and, for a negative value, its second direction.
+    {"battery on a horizontal wire", kSquare,
+     [](S& s) { return s.Place(kBatteryTool, 161, 79, "12"); }},
+    {"negative battery on a vertical wire", kSquare,
+     [](S& s) { return s.Place(kBatteryTool, 240, 120, "-1.5"); }},
+    {"a resistor with a suffix", kSquare,
+     [](S& s) { return s.Place(kResistorTool, 240, 200, "2k"); }},
+    {"a negative resistor", kSquare, [](S& s) { return s.Place(kResistorTool, 160, 240, "-3"); }},
+    {"a resistor left unanswered", kSquare, [](S& s) { return s.Place(kResistorTool, 80, 120); }},
+    {"a current source", kSquare, [](S& s) { return s.Place(kSourceTool, 80, 200, "0.25"); }},
+    {"a negative current source", kSquare,
+     [](S& s) { return s.Place(kSourceTool, 208, 240, "-2"); }},
+    {"a battery of words", kSquare, [](S& s) { return s.Place(kBatteryTool, 160, 80, "twelve"); }},
+    {"a source of a bare minus", kSquare,
+     [](S& s) { return s.Place(kSourceTool, 240, 160, "-x"); }},
+    {"a source beyond single precision", kSquare,
+     [](S& s) { return s.Place(kSourceTool, 80, 160, "1e99"); }},
+    {"the wire tool places nothing", kSquare, [](S& s) { return s.Place(kWireTool, 120, 80); }},
+    {"a 40-unit wire holds no device", kSquare, [](S& s) { return s.Place(kSourceTool, 320, 80); }},
+    {"exactly 20 from a wire's end", kSquare, [](S& s) { return s.Place(kResistorTool, 100, 80); }},
+    {"24 from a wire's end", kSquare, [](S& s) { return s.Place(kResistorTool, 104, 80, "1"); }},
+    {"32 from another device", kSquare + " 6@136,80=1",
+     [](S& s) { return s.Place(kResistorTool, 168, 80); }},
+    {"40 from another device", kSquare + " 6@136,80=1",
+     [](S& s) { return s.Place(kResistorTool, 176, 80, "1"); }},
+    // Number tool: a negative value turns a source round; a resistor refuses one.
+    {"a negative battery value turns it", kBar + " 3@160,80=9",
+     [](S& s) { return s.Number(1, "-5"); }},
+    {"turned twice it is back", kBar + " 3@160,80=9",
+     [](S& s) { return s.Number(1, "-5") && s.Number(1, "-5"); }},
+    {"an empty answer keeps the value", kBar + " 3@160,80=9", [](S& s) { return s.Number(1, ""); }},
+    {"a word keeps the value", kBar + " 3@160,80=9", [](S& s) { return s.Number(1, "abc"); }},
+    {"a resistor refuses a minus", kBar + " 6@160,80=9", [](S& s) { return s.Number(1, "-4"); }},
+    {"a resistor renumbered", kBar + " 6@160,80=9", [](S& s) { return s.Number(1, "470"); }},
+    // Move: grabbed 5 right and 7 down of the picture's corner, dropped by that same point.
+    {"moved along its wire", kSquare + " 4@160,80=9",
+     [](S& s) { return s.Move(1, 149, 71, 189, 71); }},
+    {"moved a little, it does not crowd itself", kSquare + " 4@160,80=9",
+     [](S& s) { return s.Move(1, 149, 71, 157, 71); }},
+    {"a battery dropped on a vertical wire points up", kSquare + " 4@160,80=9",
+     [](S& s) { return s.Move(1, 149, 71, 229, 111); }},
+    {"a source dropped on a horizontal wire points left", kSquare + " 8@80,160=2",
+     [](S& s) { return s.Move(1, 64, 144, 88, 224); }},
+    {"dropped too near another device", kSquare + " 9@104,240=2 6@160,240=100",
+     [](S& s) { return s.Move(2, 144, 224, 104, 224); }},
+    {"dropped off the wires", kSquare + " 6@160,240=100",
+     [](S& s) { return s.Move(1, 144, 224, 300, 300); }},
+    {"a resistor dropped on a vertical wire", kSquare + " 6@160,240=100",
+     [](S& s) { return s.Move(1, 144, 224, 64, 184); }},
+    // Stretch: carried devices keep their fraction of the wire, and must still fit there.
+    {"hover over a wire end", kBar,
+     [](S& s) {
+         HoverStretch(s.ws.circuit, s.editor, 243, 77);
+         return true;
+     }},
+    {"hover beside a wire end", kBar,
+     [](S& s) {
+         HoverStretch(s.ws.circuit, s.editor, 234, 80);
+         return true;
+     }},
+    {"stretched longer", kBar + " 6@120,80=10 3@200,80=5",
+     [](S& s) { return s.Stretch(242, 82, 400, 84); }},
+    {"stretched to a point", kBar + " 10@160,80=1",
+     [](S& s) { return s.Stretch(80, 80, 240, 80); }},
+    {"turned onto the other axis", kBar + " 10@160,80=1",
+     [](S& s) { return s.Stretch(80, 80, 240, 240); }},
+    {"shrunk until its devices come 35 apart", kBar + " 6@120,80=10 3@160,80=5",
+     [](S& s) { return s.Stretch(240, 80, 220, 80); }},
+    {"shrunk until a device is 18 from the end", kBar + " 6@120,80=10 3@160,80=5",
+     [](S& s) { return s.Stretch(80, 80, 168, 80); }},
+    {"stretched until a device lands on another's",
+     kBar + " 400,40-400,120 6@120,80=10 5@400,80=20",
+     [](S& s) { return s.Stretch(80, 80, 480, 80); }},
+    {"stretched leftward", kBar + " 6@120,80=10 3@160,80=5",
+     [](S& s) { return s.Stretch(80, 80, 16, 80); }},
+    {"a carried device exactly 20 from the end", kBar + " 6@120,80=10",
+     [](S& s) { return s.Stretch(80, 80, 160, 80); }},
+    {"a carried device 22 from the end", kBar + " 6@120,80=10",
+     [](S& s) { return s.Stretch(80, 80, 152, 80); }},
+    {"a carried device exactly 20 from the lower end", "80,80-80,240 5@80,120=10",
+     [](S& s) { return s.Stretch(80, 80, 80, 160); }},
+    // Erase and Undo Erase: only the latest erase comes back, once, until a tool is chosen.
+    {"erasing nothing", kSquare, [](S& s) { return s.EraseAt(300, 300); }},
+    {"a wire goes with its devices", kSquare + " 3@120,80=12 6@200,80=470 5@240,160=100",
+     [](S& s) { return s.EraseAt(151, 81); }},
+    {"and comes back with them, once", kSquare + " 3@120,80=12 6@200,80=470 5@240,160=100",
+     [](S& s) { return s.EraseAt(151, 81) && s.Undo() && !s.Undo(); }},
+    {"only the latest erase comes back", kSquare + " 3@120,80=12 5@240,160=100",
+     [](S& s) { return s.Erase(1) && s.Erase(2) && s.Undo(); }},
+    {"choosing a tool ends the chance", kSquare + " 5@240,160=100",
+     [](S& s) {
+         s.Erase(1);
+         SelectTool(s.editor, kWireTool);
+         SelectTool(s.editor, kUndoEraseButton); // runs Undo Erase, keeps the tool
+         s.Undo();
+         return true;
+     }},
+    {"centred by whole grid steps", "16,16-96,16 16,16-16,64 3@56,16=1 n@16,16",
+     [](S& s) {
+         // dx = (500 - 80) / 2 - 16 = 194 -> 192; dy = 40 + (300 - 48) / 2 - 16 = 150 -> 152
+         CenterCircuit(s.ws.circuit, 500, 40, 300);
+         return true;
+     }},
+    {"an empty drawing is not centred", "n@0,0",
+     [](S& s) {
+         CenterCircuit(s.ws.circuit, 500, 40, 300);
+         return true;
+     }},
+};
+
+std::string Escaped(std::string text) {
+    for (std::size_t at = 0; (at = text.find("\r\n", at)) != std::string::npos;) {
+        text.replace(at, 2, "\\r\\n");
+    }
+    return text;
+}
+
+TEST(EditingTools, EachRuleOfTheToolsHoldsAsHandChecked) {
+    std::string dump;
+    for (const Rule& rule : kRules) {
+        DrawingSession s;
+        s.ws.circuit = ParseDrawing(rule.before);
+        ASSERT_EQ(ShowDrawing(s.ws.circuit), rule.before) << rule.what;
+        const bool acted = rule.act(s);
+        const std::string after = ShowDrawing(s.ws.circuit);
+        dump += std::string("== ") + rule.what + "\nbefore " + rule.before + "\n";
+        dump += acted                  ? "after  " + after
+                : after == rule.before ? "refused"
+                                       : "refused yet changed " + after;
+        dump += "\n";
+        std::string typed;
+        for (int slot = 1; slot <= s.ws.circuit.NumElements; ++slot) {
+            typed += s.editor.ValueText[slot].empty() ? "" : "[" + s.editor.ValueText[slot] + "]";
+        }
+        dump += typed.empty() ? "" : "typed  " + typed + "\n";
+        for (const std::string& question : s.prompts.questions) {
+            dump += "asked  " + Escaped(question) + "\n";
+        }
+        for (const std::string& message : s.prompts.messages) {
+            dump += "said   " + message + "\n";
+        }
+        dump += "editor tool " + std::to_string(s.editor.CurrentTool) + ", drag " +
+                std::to_string(s.editor.DragState) + ", undo " +
+                std::to_string(s.editor.UndoAvailable) + ", end " + ShortestText(s.editor.EndX) +
+                "," + ShortestText(s.editor.EndY) + "\n";
+    }
+    EXPECT_EQ(dump, test::ExpectedText("editor/editing_rules.txt", dump));
+}
+
+TEST(Snapping, PointsSnapFromThreeAndAHalfBelowAGridLineToFourAndAHalfAbove) {
     std::string out;
     for (const float v : {0.0f, 4.0f, 4.4f, 4.5f, 5.0f, 12.4f, 12.5f, 16.0f, 20.4f, 20.5f, 161.0f,
                           164.0f, 165.0f}) {
-        out += std::to_string(static_cast<int>(v * 10)) + "->" +
-               std::to_string(static_cast<int>(Snap(v))) + " ";
+        out += ShortestText(v) + "->" + ShortestText(Snap(v)) + " ";
     }
-    EXPECT_EQ(out, "0->0 40->0 44->0 45->8 50->8 124->8 125->16 160->16 204->16 205->24 1610->160 "
-                   "1640->160 1650->168 ");
-}
-
-TEST(Snapping, AbsurdPositionsSnapWithoutOverflow) {
+    EXPECT_EQ(out,
+              "0->0 4->0 4.4->0 4.5->8 5->8 12.4->8 12.5->16 16->16 20.4->16 20.5->24 161->160 "
+              "164->160 165->168 ");
     EXPECT_EQ(Snap(1e30f), 1e9f);
     EXPECT_EQ(Snap(std::numeric_limits<float>::quiet_NaN()), 0.0f);
 }
 
-TEST(Snapping, AxisConstraintPrefersHorizontalOnATie) {
-    const auto constrained = [](float ex, float ey) {
-        ConstrainToAxis(80, 80, ex, ey);
-        return std::to_string(static_cast<int>(ex)) + "," + std::to_string(static_cast<int>(ey));
-    };
-    EXPECT_EQ(constrained(120, 120), "120,80");
-    EXPECT_EQ(constrained(80, 80), "80,80");
-    EXPECT_EQ(constrained(96, 200), "80,200");
-    EXPECT_EQ(constrained(40, 72), "40,80");
+TEST(HitTests, AClickOnAWireEndOrItsLengthHitsItAndAZeroLengthWireIsSafe) {
+    const Circuit circuit = ParseDrawing("80,80-80,80 240,160-240,80 5@240,120=1");
+    EXPECT_EQ(std::to_string(WireHit(circuit, 80, 80)) + std::to_string(WireHit(circuit, 240, 80)) +
+                  std::to_string(WireHit(circuit, 240, 120)) +
+                  std::to_string(WireHit(circuit, 240, 168)),
+              "1220");
+    EXPECT_EQ(ElementAt(circuit, 224, 104), 1);
+    EXPECT_EQ(ElementAt(circuit, 256, 120), 0);
 }
 
-TEST(WireTool, ADragMakesOneSnappedAxisParallelWireAndAClickMakesNone) {
-    Circuit circuit;
-    EditorState state;
-    BeginWire(state, 81, 79);
-    DragWire(state, 150, 100);
-    EXPECT_EQ(state.EndX, 152);
-    EXPECT_EQ(state.EndY, 80);
-    EXPECT_EQ(FinishWire(circuit, state, 243, 110), 1);
-    BeginWire(state, 240, 80);
-    EXPECT_EQ(FinishWire(circuit, state, 250, 230), 2);
-    BeginWire(state, 297, 300);
-    EXPECT_EQ(FinishWire(circuit, state, 300, 298), 0);
-    EXPECT_FALSE(state.DrawingWire);
-    EXPECT_EQ(DumpCircuit(circuit), "NumWires 2\n"
-                                    "wire 1 live 80,80 240,80\n"
-                                    "wire 2 live 240,80 240,232\n"
-                                    "NumElements 0\n"
-                                    "NumNodes 0\n");
-}
-
-Circuit Square() {
-    Circuit circuit;
-    AddWire(circuit, 80, 80, 240, 80);   // 1 top
-    AddWire(circuit, 240, 80, 240, 240); // 2 right
-    AddWire(circuit, 80, 240, 240, 240); // 3 bottom
-    AddWire(circuit, 80, 80, 80, 240);   // 4 left
-    AddWire(circuit, 300, 80, 340, 80);  // 5 a short stub
-    return circuit;
-}
-
-TEST(SegmentTest, ADeviceNeedsMoreThanTwentyUnitsToBothEndsAndRoomFromOthers) {
-    Circuit circuit = Square();
-    EXPECT_EQ(SegmentTest(circuit, 160, 80, 0), kHorizontalSegment);
-    EXPECT_EQ(SegmentTest(circuit, 240, 160, 0), kVerticalSegment);
-    EXPECT_EQ(SegmentTest(circuit, 100, 80, 0), kNoSegment); // exactly 20 from the end
-    EXPECT_EQ(SegmentTest(circuit, 104, 80, 0), kHorizontalSegment);
-    EXPECT_EQ(SegmentTest(circuit, 320, 80, 0), kNoSegment); // a 40-unit wire holds none
-    EXPECT_EQ(SegmentTest(circuit, 160, 84, 0), kNoSegment);
-    AddElement(circuit, kResistorHorizontal, 1, 136, 80);
-    EXPECT_EQ(SegmentTest(circuit, 168, 80, 0), kNoSegment);         // 32 apart
-    EXPECT_EQ(SegmentTest(circuit, 176, 80, 0), kHorizontalSegment); // 40 apart
-    EXPECT_EQ(SegmentTest(circuit, 168, 80, 1), kHorizontalSegment); // itself ignored
-}
-
-TEST(DevicePlacement, EachToolPlacesItsKindForTheWireAxisWithTheTypedValue) {
-    Circuit circuit = Square();
-    EditorState state;
-    ScriptedPrompts prompts;
-    prompts.textAnswers = {"12", "-1.5", "2k", "-3", "", "0.25", "-2"};
-    EXPECT_EQ(PlaceDevice(circuit, state, prompts, kBatteryTool, 161, 79), 1);
-    EXPECT_EQ(PlaceDevice(circuit, state, prompts, kBatteryTool, 240, 120), 2);
-    EXPECT_EQ(PlaceDevice(circuit, state, prompts, kResistorTool, 240, 200), 3);
-    EXPECT_EQ(PlaceDevice(circuit, state, prompts, kResistorTool, 160, 240), 4);
-    EXPECT_EQ(PlaceDevice(circuit, state, prompts, kResistorTool, 80, 120), 5);
-    EXPECT_EQ(PlaceDevice(circuit, state, prompts, kSourceTool, 80, 200), 6);
-    EXPECT_EQ(PlaceDevice(circuit, state, prompts, kSourceTool, 208, 240), 7);
-    EXPECT_EQ(PlaceDevice(circuit, state, prompts, kSourceTool, 320, 80), 0);
-    EXPECT_EQ(PlaceDevice(circuit, state, prompts, kWireTool, 120, 80), 0);
-    EXPECT_EQ(DumpCircuit(circuit).substr(DumpCircuit(circuit).find("NumElements")),
-              "NumElements 7\n"
-              "element 1 kind 3 12 at 160,80\n"
-              "element 2 kind 2 1.5 at 240,120\n"
-              "element 3 kind 5 0 at 240,200\n"
-              "element 4 kind 6 0 at 160,240\n"
-              "element 5 kind 5 0 at 80,120\n"
-              "element 6 kind 7 0.25 at 80,200\n"
-              "element 7 kind 10 2 at 208,240\n"
-              "NumNodes 0\n");
-    std::string labels;
-    for (int slot = 1; slot <= 7; ++slot) {
-        labels += "[" + state.ValueText[slot] + "]";
-    }
-    EXPECT_EQ(labels, "[12][1.5][0][0][0][0.25][2]");
-    EXPECT_EQ(prompts.messages,
-              (std::vector<std::string>{"(!) Warning: Invalid entry.  Resistance changed to 0.",
-                                        "(!) Warning: Invalid entry.  Resistance changed to 0."}));
-    EXPECT_EQ(prompts.questions[0], "A negative value reverses the battery direction.\r\n"
-                                    "Enter the battery voltage in volts. [0]");
-    EXPECT_EQ(prompts.questions[2], "Enter the resistance in ohms: [0]");
-    EXPECT_EQ(prompts.questions[5], "A negative value reverses the current source direction.\r\n"
-                                    "Enter the current source current in amperes. [0]");
-}
-
-TEST(DevicePlacement, NonNumericSourceValuesBecomeZeroWithTheirOwnWarning) {
-    Circuit circuit = Square();
-    EditorState state;
-    ScriptedPrompts prompts;
-    prompts.textAnswers = {"twelve", "-x", "1e99"};
-    PlaceDevice(circuit, state, prompts, kBatteryTool, 160, 80);
-    PlaceDevice(circuit, state, prompts, kSourceTool, 240, 160);
-    PlaceDevice(circuit, state, prompts, kSourceTool, 80, 160);
-    EXPECT_EQ(prompts.messages, (std::vector<std::string>{
-                                    "(!) Warning: Invalid entry.  Battery voltage changed to 0.",
-                                    "(!) Warning: Invalid entry.  Current changed to 0.",
-                                    "(!) Warning: Invalid entry.  Current changed to 0."}));
-    EXPECT_EQ(circuit.Elements[1].Kind, kBatteryLeft);
-    EXPECT_EQ(circuit.Elements[2].Kind, kSourceUp);
-    EXPECT_EQ(state.ValueText[3], "0");
-}
-
-TEST(NumberTool, ANegativeValueTogglesTheDirectionAndTwiceRestoresIt) {
-    Circuit circuit = Square();
-    EditorState state;
-    ScriptedPrompts prompts;
-    prompts.textAnswers = {"9", "1", "-5", "-5", "", "abc", "-4", "470"};
-    PlaceDevice(circuit, state, prompts, kBatteryTool, 160, 80);
-    PlaceDevice(circuit, state, prompts, kResistorTool, 240, 160);
-    RenumberDevice(circuit, state, prompts, 1);
-    EXPECT_EQ(circuit.Elements[1].Kind, kBatteryRight);
-    RenumberDevice(circuit, state, prompts, 1);
-    EXPECT_EQ(circuit.Elements[1].Kind, kBatteryLeft);
-    EXPECT_EQ(circuit.Elements[1].Value, 5);
-    RenumberDevice(circuit, state, prompts, 1); // empty keeps
-    RenumberDevice(circuit, state, prompts, 1); // invalid keeps
-    RenumberDevice(circuit, state, prompts, 2); // a resistor refuses a minus
-    RenumberDevice(circuit, state, prompts, 2);
-    EXPECT_EQ(circuit.Elements[1].Value, 5);
-    EXPECT_EQ(state.ValueText[1], "5");
-    EXPECT_EQ(circuit.Elements[2].Value, 470);
-    EXPECT_EQ(circuit.Elements[2].Kind, kResistorVertical);
-    EXPECT_EQ(prompts.messages, (std::vector<std::string>{"(!) Warning: Invalid entry.",
-                                                          "(!) Warning: Invalid entry."}));
-    EXPECT_EQ(prompts.questions[3], "A negative value reverses the battery direction.\r\n"
-                                    "Enter the battery voltage in volts. [5]");
-}
-
-TEST(MoveTool, ADeviceDroppedOnTheOtherAxisTakesThatAxisFirstDirection) {
-    Circuit circuit = Square();
-    EditorState state;
-    AddElement(circuit, kBatteryRight, 9, 160, 80);
-    AddElement(circuit, kSourceDown, 2, 80, 160);
-    AddElement(circuit, kResistorHorizontal, 100, 160, 240);
-    // Grabbed 5 units right and 7 down of the picture's corner.
-    GrabDevice(circuit, state, 1, 149, 71);
-    EXPECT_TRUE(DropDevice(circuit, state, 184 + 5, 64 + 7)); // same axis: kind stays
-    GrabDevice(circuit, state, 1, 189, 71);
-    EXPECT_TRUE(DropDevice(circuit, state, 240 - 16 + 5, 120 - 16 + 7));
-    GrabDevice(circuit, state, 2, 64, 144);
-    EXPECT_TRUE(DropDevice(circuit, state, 104 - 16, 240 - 16));
-    GrabDevice(circuit, state, 3, 144, 224);
-    EXPECT_FALSE(DropDevice(circuit, state, 120 - 16, 240 - 16)); // too near device 2
-    GrabDevice(circuit, state, 3, 144, 224);
-    EXPECT_FALSE(DropDevice(circuit, state, 300, 300)); // no wire there
-    GrabDevice(circuit, state, 3, 144, 224);
-    EXPECT_TRUE(DropDevice(circuit, state, 80 - 16, 200 - 16));
-    EXPECT_EQ(DumpCircuit(circuit).substr(DumpCircuit(circuit).find("NumElements")),
-              "NumElements 3\n"
-              "element 1 kind 1 9 at 240,120\n"
-              "element 2 kind 9 2 at 104,240\n"
-              "element 3 kind 5 100 at 80,200\n"
-              "NumNodes 0\n");
-}
-
-TEST(StretchTool, DevicesFollowTheirWireAtTheSameFraction) {
-    Circuit circuit;
-    AddWire(circuit, 80, 80, 240, 80);
-    AddElement(circuit, kResistorHorizontal, 10, 120, 80); // a quarter along
-    AddElement(circuit, kBatteryLeft, 5, 200, 80);         // three quarters
-    EditorState state;
-    HoverStretch(circuit, state, 243, 77);
-    EXPECT_EQ(state.DragState, 2);
-    HoverStretch(circuit, state, 234, 80);
-    EXPECT_EQ(state.DragState, 0);
-    ASSERT_TRUE(BeginStretch(circuit, state, 242, 82));
-    EXPECT_EQ(state.DragState, 5);
-    DragStretch(circuit, state, 305, 90);
-    EXPECT_EQ(state.EndX, 304);
-    EXPECT_EQ(state.EndY, 80);
-    EXPECT_TRUE(FinishStretch(circuit, state, 400, 84));
-    EXPECT_EQ(state.DragState, 2);
-    EXPECT_EQ(DumpCircuit(circuit), "NumWires 1\n"
-                                    "wire 1 live 80,80 400,80\n"
-                                    "NumElements 2\n"
-                                    "element 1 kind 6 10 at 160,80\n"
-                                    "element 2 kind 3 5 at 320,80\n"
-                                    "NumNodes 0\n");
-}
-
-TEST(StretchTool, AWireTurnedOntoTheOtherAxisTurnsItsDevicesAndAPointIsRefused) {
-    Circuit circuit;
-    AddWire(circuit, 80, 80, 240, 80);
-    AddElement(circuit, kSourceRight, 1, 160, 80);
-    EditorState state;
-    ASSERT_TRUE(BeginStretch(circuit, state, 80, 80));
-    EXPECT_EQ(state.DragState, 4);
-    EXPECT_FALSE(FinishStretch(circuit, state, 240, 80));
-    EXPECT_EQ(state.DragState, 1);
-    ASSERT_TRUE(BeginStretch(circuit, state, 80, 80));
-    EXPECT_TRUE(FinishStretch(circuit, state, 240, 240));
-    EXPECT_EQ(DumpCircuit(circuit), "NumWires 1\n"
-                                    "wire 1 live 240,240 240,80\n"
-                                    "NumElements 1\n"
-                                    "element 1 kind 7 1 at 240,160\n"
-                                    "NumNodes 0\n");
-    EXPECT_EQ(state.DragState, 1);
-}
-
-// Found by the editor_events fuzz target: shrinking a wire pushed the devices it carries
-// onto each other and into its ends.
-TEST(StretchTool, AStretchThatWouldCrowdTheDevicesOfItsWireIsRefusedWhole) {
-    Circuit circuit;
-    AddWire(circuit, 80, 80, 240, 80);
-    AddElement(circuit, kResistorHorizontal, 10, 120, 80); // a quarter along
-    AddElement(circuit, kBatteryLeft, 5, 160, 80);         // half way
-    AddWire(circuit, 400, 40, 400, 120);
-    AddElement(circuit, kResistorVertical, 20, 400, 80); // on another wire
-    const std::string before = DumpCircuit(circuit);
-    EditorState state;
-    ASSERT_TRUE(BeginStretch(circuit, state, 240, 80));
-    EXPECT_FALSE(FinishStretch(circuit, state, 220, 80)); // 35 units between the two
-    EXPECT_EQ(state.DragState, 2);
-    ASSERT_TRUE(BeginStretch(circuit, state, 80, 80));
-    EXPECT_FALSE(FinishStretch(circuit, state, 168, 80)); // the resistor 18 units from the end
-    ASSERT_TRUE(BeginStretch(circuit, state, 80, 80));
-    EXPECT_FALSE(FinishStretch(circuit, state, 480, 80)); // the resistor onto the third device
-    EXPECT_EQ(DumpCircuit(circuit), before);
-    ASSERT_TRUE(BeginStretch(circuit, state, 80, 80));
-    EXPECT_TRUE(FinishStretch(circuit, state, 16, 80));
-    EXPECT_EQ(DumpCircuit(circuit), "NumWires 2\n"
-                                    "wire 1 live 16,80 240,80\n"
-                                    "wire 2 live 400,40 400,120\n"
-                                    "NumElements 3\n"
-                                    "element 1 kind 6 10 at 72,80\n"
-                                    "element 2 kind 3 5 at 128,80\n"
-                                    "element 3 kind 5 20 at 400,80\n"
-                                    "NumNodes 0\n");
-}
-
-TEST(StretchTool, ACarriedDeviceMustStayMoreThanTwentyUnitsFromTheNearEnd) {
-    Circuit circuit;
-    AddWire(circuit, 80, 80, 240, 80);
-    AddElement(circuit, kResistorHorizontal, 10, 120, 80); // a quarter along
-    EditorState state;
-    ASSERT_TRUE(BeginStretch(circuit, state, 80, 80));
-    EXPECT_FALSE(FinishStretch(circuit, state, 160, 80)); // exactly 20 from the end
-    ASSERT_TRUE(BeginStretch(circuit, state, 80, 80));
-    EXPECT_TRUE(FinishStretch(circuit, state, 152, 80)); // 22 from the end
-    EXPECT_EQ(DumpCircuit(circuit), "NumWires 1\n"
-                                    "wire 1 live 152,80 240,80\n"
-                                    "NumElements 1\n"
-                                    "element 1 kind 6 10 at 174,80\n"
-                                    "NumNodes 0\n");
-}
-
-TEST(EraseTool, ErasingAWireTakesItsDevicesAndUndoBringsAllBackOnce) {
-    Circuit circuit = Square();
-    AddElement(circuit, kBatteryLeft, 12, 120, 80);
-    AddElement(circuit, kResistorHorizontal, 470, 200, 80);
-    AddElement(circuit, kResistorVertical, 100, 240, 160);
-    EditorState state;
-    SelectTool(state, kEraseTool);
-    EXPECT_FALSE(EraseWireAt(circuit, state, 300, 300));
-    EXPECT_EQ(state.UndoAvailable, 0);
-    ASSERT_TRUE(EraseWireAt(circuit, state, 151, 81));
-    EXPECT_EQ(CountLiveWires(circuit), 4);
-    EXPECT_EQ(CountLiveElements(circuit), 1);
-    EXPECT_EQ(state.UndoAvailable, 1);
-    EXPECT_TRUE(UndoErase(circuit, state));
-    EXPECT_FALSE(UndoErase(circuit, state));
-    EXPECT_EQ(state.CurrentTool, kEraseTool);
-    // The dump carries the undo marks; compare the live tables only.
-    Circuit expected = Square();
-    AddElement(expected, kBatteryLeft, 12, 120, 80);
-    AddElement(expected, kResistorHorizontal, 470, 200, 80);
-    AddElement(expected, kResistorVertical, 100, 240, 160);
-    ClearUndoMemory(circuit);
-    EXPECT_EQ(DumpCircuit(circuit), DumpCircuit(expected));
-}
-
-TEST(EraseTool, OnlyTheLatestEraseCanBeUndoneAndChoosingAToolEndsTheChance) {
-    Circuit circuit = Square();
-    AddElement(circuit, kBatteryLeft, 12, 120, 80);
-    AddElement(circuit, kResistorVertical, 100, 240, 160);
-    EditorState state;
-    EraseDevice(circuit, state, 1);
-    EraseDevice(circuit, state, 2);
-    EXPECT_TRUE(UndoErase(circuit, state));
-    EXPECT_EQ(circuit.Elements[1].Kind, kEmpty);
-    EXPECT_EQ(circuit.Elements[2].Kind, kResistorVertical);
-    EraseDevice(circuit, state, 2);
-    SelectTool(state, kWireTool);
-    EXPECT_FALSE(UndoErase(circuit, state));
-    EXPECT_EQ(circuit.Elements[2].Kind, kEmpty);
-    SelectTool(state, kUndoEraseButton);
-    EXPECT_EQ(state.CurrentTool, kWireTool);
-}
-
+// After a refused "Next >" the wire clean-up renumbers the wires: an erase that held a wire
+// can no longer be undone, one of a device alone still can.
 TEST(EraseTool, AfterARefusedNextUndoBringsBackAWholeEraseOrNothing) {
-    // Wire 1 holds the battery; "Next >" is refused (the square has no node) and its
-    // clean-up renumbers the wires.
-    auto drawn = [] {
-        Circuit circuit = Square();
-        AddElement(circuit, kBatteryLeft, 12, 160, 80);
-        AddElement(circuit, kResistorVertical, 100, 240, 160);
-        return circuit;
-    };
     struct Case {
-        const char* what;
         bool eraseWire; // the top wire with its battery, or the resistor alone
         std::string afterUndo;
     };
-    const Case cases[] = {
-        {"a wire and its battery", true, "undo unavailable; wires 4, devices 1"},
-        {"a device alone", false, "undone; wires 5, devices 2"},
-    };
-    for (const Case& c : cases) {
-        Workspace ws;
-        ws.circuit = drawn();
-        EditorState state;
-        SelectTool(state, kEraseTool);
-        if (c.eraseWire) {
-            ASSERT_TRUE(EraseWireAt(ws.circuit, state, 120, 80));
-        } else {
-            EraseDevice(ws.circuit, state, 2);
-        }
-        ScriptedPrompts prompts;
-        ASSERT_EQ(LeaveStep1(ws, prompts), TransitionResult::Refused);
-        MatchUndoToMemory(ws.circuit, state);
-        const bool offered = state.UndoAvailable == 1;
-        const bool undone = UndoErase(ws.circuit, state);
-        const std::string outcome = std::string(offered && undone     ? "undone"
-                                                : !offered && !undone ? "undo unavailable"
-                                                                      : "inconsistent") +
-                                    "; wires " + std::to_string(CountLiveWires(ws.circuit)) +
-                                    ", devices " + std::to_string(CountLiveElements(ws.circuit));
-        EXPECT_EQ(outcome, c.afterUndo) << c.what;
+    for (const Case& c :
+         {Case{true, "undo unavailable; 240,80-240,240 80,240-240,240 80,80-80,240 300,80-340,80 "
+                     "5@240,160=100"},
+          Case{false, "undone; " + kSquare + " 3@160,80=12 5@240,160=100"}}) {
+        DrawingSession s;
+        s.ws.circuit = ParseDrawing(kSquare + " 3@160,80=12 5@240,160=100");
+        ASSERT_TRUE(c.eraseWire ? s.EraseAt(120, 80) : s.Erase(2));
+        ASSERT_EQ(LeaveStep1(s.ws, s.prompts), TransitionResult::Refused);
+        MatchUndoToMemory(s.ws.circuit, s.editor);
+        const bool offered = s.editor.UndoAvailable == 1;
+        const bool undone = s.Undo();
+        const std::string outcome = offered && undone     ? "undone"
+                                    : !offered && !undone ? "undo unavailable"
+                                                          : "inconsistent";
+        EXPECT_EQ(outcome + "; " + ShowDrawing(s.ws.circuit), c.afterUndo);
     }
-}
-
-TEST(CenterTheCircuit, TheDrawingMovesByWholeGridStepsToTheMiddle) {
-    Circuit circuit;
-    AddWire(circuit, 16, 16, 96, 16);
-    AddWire(circuit, 16, 16, 16, 64);
-    AddElement(circuit, kBatteryLeft, 1, 56, 16);
-    circuit.NumNodes = 1;
-    circuit.NodeLabels[1].X = 16;
-    circuit.NodeLabels[1].Y = 16;
-    // dx = (500 - 80) / 2 - 16 = 194 -> 192; dy = 40 + (300 - 48) / 2 - 16 = 150 -> 152
-    CenterCircuit(circuit, 500, 40, 300);
-    EXPECT_EQ(DumpCircuit(circuit), "NumWires 2\n"
-                                    "wire 1 live 208,168 288,168\n"
-                                    "wire 2 live 208,168 208,216\n"
-                                    "NumElements 1\n"
-                                    "element 1 kind 3 1 at 248,168\n"
-                                    "NumNodes 1\n"
-                                    "node 1 \"\" at 208,168\n");
-    Circuit empty;
-    empty.NumNodes = 1;
-    CenterCircuit(empty, 500, 40, 300);
-    EXPECT_EQ(empty.NodeLabels[1].X, 0);
-}
-
-TEST(HitTests, AClickOnAWireEndOrItsLengthHitsItAndAZeroLengthWireIsSafe) {
-    Circuit circuit;
-    AddWire(circuit, 80, 80, 80, 80);
-    AddWire(circuit, 240, 160, 240, 80);
-    EXPECT_EQ(WireHit(circuit, 80, 80), 1);
-    EXPECT_EQ(WireHit(circuit, 240, 80), 2);
-    EXPECT_EQ(WireHit(circuit, 240, 120), 2);
-    EXPECT_EQ(WireHit(circuit, 240, 168), 0);
-    AddElement(circuit, kResistorVertical, 1, 240, 120);
-    EXPECT_EQ(ElementAt(circuit, 224, 104), 1);
-    EXPECT_EQ(ElementAt(circuit, 256, 120), 0);
 }
 
 } // namespace

@@ -89,45 +89,14 @@ std::string EveryPlace(const std::string& typed) {
     return out + "\n";
 }
 
+// Checked by hand in tests/data/editor/typed_values.txt; beyond 15 plain digits the
+// exponent comes back, in the one scientific style.
 TEST(TypedValues, ShowAsAPersonWritesThemWhereverTheyAppear) {
-    struct Case {
-        const char* typed;
-        const char* places;
-    };
-    const Case cases[] = {
-        {"1e5", "file 0,48,1,100000 | 0,112,5,100000 | 80,80,7,100000\n"
-                "reopened 100000 V | 100000 \u03A9 | 100000 A\n"
-                "number tool Enter the resistance in ohms: [100000]\n"
-                "view 0 100000 V | 100000 \u03A9 | 100000 A\n"
-                "view 2 battery \u2191 100000\n"
-                "equation (V1-0-100000)/100000 - 100000 + (V1-0)/10 = 0\n"
-                "collected (1/100000+1/10)*V1=100000/100000+100000\n"},
-        {"0.0001", "file 0,48,1,0.0001 | 0,112,5,0.0001 | 80,80,7,0.0001\n"
-                   "reopened 0.0001 V | 0.0001 \u03A9 | 0.0001 A\n"
-                   "number tool Enter the resistance in ohms: [0.0001]\n"
-                   "view 0 0.0001 V | 0.0001 \u03A9 | 0.0001 A\n"
-                   "view 2 battery \u2191 0.0001\n"
-                   "equation (V1-0-0.0001)/0.0001 - 0.0001 + (V1-0)/10 = 0\n"
-                   "collected (1/0.0001+1/10)*V1=0.0001/0.0001+0.0001\n"},
-        {"1.1", "file 0,48,1,1.1 | 0,112,5,1.1 | 80,80,7,1.1\n"
-                "reopened 1.1 V | 1.1 \u03A9 | 1.1 A\n"
-                "number tool Enter the resistance in ohms: [1.1]\n"
-                "view 0 1.1 V | 1.1 \u03A9 | 1.1 A\n"
-                "view 2 battery \u2191 1.1\n"
-                "equation (V1-0-1.1)/1.1 - 1.1 + (V1-0)/10 = 0\n"
-                "collected (1/1.1+1/10)*V1=1.1/1.1+1.1\n"},
-        // Beyond 15 plain digits the exponent comes back, in the one scientific style.
-        {"2e16", "file 0,48,1,2E+16 | 0,112,5,2E+16 | 80,80,7,2E+16\n"
-                 "reopened 2E+16 V | 2E+16 \u03A9 | 2E+16 A\n"
-                 "number tool Enter the resistance in ohms: [2E+16]\n"
-                 "view 0 2E+16 V | 2E+16 \u03A9 | 2E+16 A\n"
-                 "view 2 battery \u2191 2E+16\n"
-                 "equation (V1-0-2E+16)/2E+16 - 2E+16 + (V1-0)/10 = 0\n"
-                 "collected (1/2E+16+1/10)*V1=2E+16/2E+16+2E+16\n"},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(EveryPlace(c.typed), c.places) << "typed " << c.typed;
+    std::string dump;
+    for (const char* typed : {"1e5", "0.0001", "1.1", "2e16"}) {
+        dump += std::string("== typed ") + typed + "\n" + EveryPlace(typed);
     }
+    EXPECT_EQ(dump, test::ExpectedText("editor/typed_values.txt", dump));
 }
 
 // Sums of singles carry rounding noise past the seventh digit; what is written shows the
