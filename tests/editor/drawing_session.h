@@ -1,16 +1,25 @@
 #pragma once
-// A drawing session driven tool by tool, and drawings written as short text:
+// A drawing session driven by short commands, and drawings written as short text:
 // "80,80-240,80" is a wire, "6@160,80=100" a device of kind 6 at (160,80) holding 100,
 // "n@16,16" a node's dot. Items are separated by blanks; erased slots are left out.
+// The commands, each as the window calls the tools on a press, a drag and a release:
+//     wire 81,79 243,110        place B 161,79 12 (B, R or I; no answer: the prompt is cancelled)
+//     number 1 -5               move 1 149,71 189,71 (device 1 grabbed at the first point)
+//     stretch 80,80 240,80      hover 243,77
+//     erase 151,81              erase #2 (device 2)
+//     undo                      tool W (a toolbar button by its letter)
+//     center 500,40,300         (canvas width, toolbar height, free height)
 
 #include "document/circuit_edit.h"
 #include "editor/editing_tools.h"
+#include "editor/keyboard_cursor.h"
 #include "support/scripted_prompts.h"
 #include "tables/number_text.h"
 #include "tables/workspace.h"
 
 #include <cstdio>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 
 namespace ampora::test {
@@ -55,55 +64,92 @@ inline std::string ShowDrawing(const Circuit& circuit) {
     return out.empty() ? out : out.substr(0, out.size() - 1);
 }
 
-// Each tool as the window calls it on a press, a drag and a release; true when it acted.
 struct DrawingSession {
     Workspace ws;
     EditorState editor;
     ScriptedPrompts prompts;
 
-    bool Wire(float x1, float y1, float x2, float y2) {
-        SelectTool(editor, kWireTool);
-        BeginWire(editor, x1, y1);
-        DragWire(editor, x2, y2);
-        return FinishWire(ws.circuit, editor, x2, y2) != 0;
-    }
-    // No answer is queued for an empty one: the prompt is cancelled if asked.
-    bool Place(int tool, float x, float y, const std::string& answer = "") {
-        SelectTool(editor, tool);
-        if (!answer.empty()) {
-            prompts.textAnswers.push_back(answer);
+    // Runs one command; true when the tool acted.
+    bool Do(const std::string& command) {
+        std::istringstream in(command);
+        std::string verb, answer;
+        char letter = 0, comma = 0;
+        int slot = 0;
+        float x1 = 0, y1 = 0, x2 = 0, y2 = 0, h = 0;
+        in >> verb;
+        const auto point = [&](float& x, float& y) { in >> x >> comma >> y; };
+        const auto rest = [&] {
+            std::getline(in >> std::ws, answer);
+            return answer;
+        };
+        if (verb == "wire") {
+            point(x1, y1), point(x2, y2);
+            SelectTool(editor, kWireTool);
+            BeginWire(editor, x1, y1);
+            DragWire(editor, x2, y2);
+            return FinishWire(ws.circuit, editor, x2, y2) != 0;
         }
-        return PlaceDevice(ws.circuit, editor, prompts, tool, x, y) != 0;
-    }
-    bool Number(int slot, const std::string& answer) {
-        SelectTool(editor, kNumberTool);
-        prompts.textAnswers.push_back(answer);
-        RenumberDevice(ws.circuit, editor, prompts, slot);
-        return true;
-    }
-    bool Move(int slot, float x1, float y1, float x2, float y2) {
-        SelectTool(editor, kMoveStretchTool);
-        GrabDevice(ws.circuit, editor, slot, x1, y1);
-        return DropDevice(ws.circuit, editor, x2, y2);
-    }
-    bool Stretch(float x1, float y1, float x2, float y2) {
-        SelectTool(editor, kMoveStretchTool);
-        if (!BeginStretch(ws.circuit, editor, x1, y1)) {
-            return false;
+        if (verb == "place") {
+            in >> letter, point(x1, y1);
+            const int tool = ToolButtonForLetter(letter);
+            SelectTool(editor, tool);
+            if (!rest().empty()) {
+                prompts.textAnswers.push_back(answer);
+            }
+            return PlaceDevice(ws.circuit, editor, prompts, tool, x1, y1) != 0;
         }
-        DragStretch(ws.circuit, editor, x2, y2);
-        return FinishStretch(ws.circuit, editor, x2, y2);
+        if (verb == "number") {
+            in >> slot;
+            SelectTool(editor, kNumberTool);
+            prompts.textAnswers.push_back(rest());
+            RenumberDevice(ws.circuit, editor, prompts, slot);
+            return true;
+        }
+        if (verb == "move") {
+            in >> slot, point(x1, y1), point(x2, y2);
+            SelectTool(editor, kMoveStretchTool);
+            GrabDevice(ws.circuit, editor, slot, x1, y1);
+            return DropDevice(ws.circuit, editor, x2, y2);
+        }
+        if (verb == "stretch") {
+            point(x1, y1), point(x2, y2);
+            SelectTool(editor, kMoveStretchTool);
+            if (!BeginStretch(ws.circuit, editor, x1, y1)) {
+                return false;
+            }
+            DragStretch(ws.circuit, editor, x2, y2);
+            return FinishStretch(ws.circuit, editor, x2, y2);
+        }
+        if (verb == "hover") {
+            point(x1, y1);
+            HoverStretch(ws.circuit, editor, x1, y1);
+            return true;
+        }
+        if (verb == "erase") {
+            SelectTool(editor, kEraseTool);
+            if (in >> std::ws && in.peek() == '#') {
+                in >> letter >> slot;
+                EraseDevice(ws.circuit, editor, slot);
+                return true;
+            }
+            point(x1, y1);
+            return EraseWireAt(ws.circuit, editor, x1, y1);
+        }
+        if (verb == "undo") {
+            return UndoErase(ws.circuit, editor);
+        }
+        if (verb == "tool") {
+            in >> letter;
+            SelectTool(editor, ToolButtonForLetter(letter));
+            return true;
+        }
+        if (verb == "center") {
+            in >> x1 >> comma >> y1 >> comma >> h;
+            CenterCircuit(ws.circuit, x1, y1, h);
+            return true;
+        }
+        throw std::invalid_argument("no such command: " + command);
     }
-    bool EraseAt(float x, float y) {
-        SelectTool(editor, kEraseTool);
-        return EraseWireAt(ws.circuit, editor, x, y);
-    }
-    bool Erase(int slot) {
-        SelectTool(editor, kEraseTool);
-        EraseDevice(ws.circuit, editor, slot);
-        return true;
-    }
-    bool Undo() { return UndoErase(ws.circuit, editor); }
 };
 
 } // namespace ampora::test

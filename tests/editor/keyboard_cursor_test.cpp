@@ -37,7 +37,7 @@ struct Session : test::DrawingSession {
                          shift);
             } else if (k != '+' && k != ' ') {
                 const int button = ToolButtonForLetter(k);
-                button == kUndoEraseButton ? (void)Undo() : SelectTool(editor, button);
+                button == kUndoEraseButton ? (void)Do("undo") : SelectTool(editor, button);
             }
         }
         return acted;
