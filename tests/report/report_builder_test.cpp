@@ -152,57 +152,43 @@ TEST(ReportBuilder, TheViewTheWindowShowedComesBackAfterwards) {
     }
 }
 
-TEST(ReportWriters, StyleWordsSetBoldItalicUnderlineAndColourForTheTextOnly) {
-    RichTextDocument box;
-    RTBText(box, "heading", 1, 1, "TFF0");
-    RTBText(box, "all", 0, 0, "TTT12");
-    RTBText(box, "odd", 0, 0, "xTx");
-    RTBText(box, "", 2, 1, "TTT9");
-    RTBText(box, "bad colour", 0, 0, "FFFz");
-    EXPECT_EQ(Dump(box), "[Arial 10]\n[Arial 10 b]heading[Arial 10]\n"
-                         "[Arial 10 b i u colour 12]all[Arial 10 i]odd[Arial 10]\n\n\nbad colour");
-}
-
-TEST(ReportWriters, ATitleIsLargeAndBoldAndEndsItsOwnLine) {
-    RichTextDocument box;
-    const FontSet set = InitFontSets()[4];
-    RTBTitle(box, set, "Ampora", 2, 1);
-    EXPECT_EQ(Dump(box), "[Arial 16]\n\n[Arial 24 b]Ampora\n[Arial 16]\n");
-}
-
-TEST(ReportWriters, APictureIsIndentedAndEndsItsLineWithOneMoreBreak) {
-    RichTextDocument box;
-    RTBPicture(box, {"png", 4, 3}, 1, 2);
-    RTBPicture(box, {"", 0, 0}, 0, 0);
-    EXPECT_EQ(Dump(box), "[Arial 10]\n<TAB>[picture: png]\n\n\n<TAB>\n");
-    EXPECT_EQ(box.Length(), 8u);
+// Style words set bold, italic, underline and colour for their text only; a title is large
+// and bold and ends its own line; a picture is indented and ends its line with one more break;
+// tables line their columns up four spaces apart.
+TEST(ReportWriters, EachPieceIsWrittenInItsFormat) {
+    RichTextDocument text, title, pictures, tables;
+    RTBText(text, "heading", 1, 1, "TFF0");
+    RTBText(text, "all", 0, 0, "TTT12");
+    RTBText(text, "odd", 0, 0, "xTx");
+    RTBText(text, "", 2, 1, "TTT9");
+    RTBText(text, "bad colour", 0, 0, "FFFz");
+    RTBTitle(title, InitFontSets()[4], "Ampora", 2, 1);
+    RTBPicture(pictures, {"png", 4, 3}, 1, 2);
+    RTBPicture(pictures, {"", 0, 0}, 0, 0);
+    RTBTable(tables, {{"1", "-0.25", "x"}, {"100", "2"}, {}});
+    RTBTable(tables, {{"V1 = 5"}, {"Va = 10.5"}});
+    RTBTable(tables, {});
+    EXPECT_EQ(Dump(text) + "|" + Dump(title) + "|" + Dump(pictures) + "|" + Dump(tables),
+              "[Arial 10]\n[Arial 10 b]heading[Arial 10]\n"
+              "[Arial 10 b i u colour 12]all[Arial 10 i]odd[Arial 10]\n\n\nbad colour|"
+              "[Arial 16]\n\n[Arial 24 b]Ampora\n[Arial 16]\n|"
+              "[Arial 10]\n<TAB>[picture: png]\n\n\n<TAB>\n|"
+              "[Courier New 10]<TAB>1      -0.25    x\n"
+              "<TAB>100    2         \n"
+              "<TAB>                 \n"
+              "<TAB>V1 = 5   \n"
+              "<TAB>Va = 10.5\n");
+    EXPECT_EQ(pictures.Length(), 8u);
 }
 
 TEST(ReportWriters, FillUpPadsOrCutsToTheWidthInCharacters) {
     std::string out;
-    for (const auto& [text, width] : std::vector<std::pair<std::string, int>>{{"ab", 4},
-                                                                              {"abcd", 4},
-                                                                              {"abcdef", 4},
-                                                                              {"10 Ω", 4},
-                                                                              {"Ω", 3},
-                                                                              {"ΩΩΩ", 2},
-                                                                              {"ab", 0},
-                                                                              {"ab", -3}}) {
+    const std::pair<const char*, int> cases[] = {{"ab", 4}, {"abcd", 4}, {"abcdef", 4}, {"10 Ω", 4},
+                                                 {"Ω", 3},  {"ΩΩΩ", 2},  {"ab", 0},     {"ab", -3}};
+    for (const auto& [text, width] : cases) {
         out += "[" + FillUp(text, width) + "]";
     }
     EXPECT_EQ(out, "[ab  ][abcd][abcd][10 Ω][Ω  ][ΩΩ][][]");
-}
-
-TEST(ReportWriters, TablesLineUpTheirColumnsFourSpacesApart) {
-    RichTextDocument box;
-    RTBTable(box, {{"1", "-0.25", "x"}, {"100", "2"}, {}});
-    RTBTable(box, {{"V1 = 5"}, {"Va = 10.5"}});
-    RTBTable(box, {});
-    EXPECT_EQ(Dump(box), "[Courier New 10]<TAB>1      -0.25    x\n"
-                         "<TAB>100    2         \n"
-                         "<TAB>                 \n"
-                         "<TAB>V1 = 5   \n"
-                         "<TAB>Va = 10.5\n");
 }
 
 TEST(ReportWriters, ATableKeepsToTwentyRowsOfTwentyOneColumns) {
@@ -216,12 +202,6 @@ TEST(ReportWriters, ATableKeepsToTwentyRowsOfTwentyOneColumns) {
     EXPECT_EQ(dump.find("column 22"), std::string::npos);
     EXPECT_EQ(box.Length(), 20u * (1 + 21 + 20 * 4 + 1));
 }
-
-} // namespace
-} // namespace ampora
-
-namespace ampora {
-namespace {
 
 TEST(CircuitExtents, WiresDevicesAndLabelsWidenTheBoxWithAMarginOfSix) {
     Circuit circuit;
