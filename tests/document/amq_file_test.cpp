@@ -1,5 +1,6 @@
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
+#include "support/case_file.h"
 #include "support/circuit_dump.h"
 #include "support/solve_session.h"
 #include "support/test_files.h"
@@ -110,40 +111,19 @@ TEST(CircuitFile, EveryExampleReadsWholeAndSavesBackToTheSameBytes) {
     EXPECT_GE(test::ExampleFiles().size(), 6u);
 }
 
-// What each text reads as, checked by hand in tests/data/document/amq_reads.txt: packed
-// slots; every way of writing a number (bare short whole numbers take the quick path; blanks,
-// signs, points, long digit runs and lines cut short at the end of the text take the careful
-// one, and both must agree); the last lines with or without their line end; lines ending in
-// LF alone; and a damaged file, which stops where it stands and keeps what was read.
+// Each text of tests/data/document/amq_reads.txt and what it reads as, checked by hand.
 TEST(CircuitFile, EachTextReadsAsHandChecked) {
-    const char* const texts[] = {
-        "3\r\n0,16,96,16\r\n0,48,96,48\r\n0,80,96,80\r\n2\r\n48,16,6,10\r\n48,48,9,0.5\r\n0\r\n",
-        "6\r\n0,-0,0007,-1234567\r\n 5 "
-        ",\t-3\t,+4,12345678\r\n2.5,1e3,99999999,-12345678901\n8,16,24,32\n"
-        "-8,-16,-24,-32\r\n1,2,3,16777217\r\n2\r\n40,80,06,12\r\n 120 , 80 , 7 , 0.5 \r\n0\r\n",
-        "1\r\n0,0,96,-1\r\n0\r\n0",
-        "1\r\n0,0,96,-1\r\n0\r\n0\r",
-        "1\r\n0,0,96,-1\r\n0\r\n0 ",
-        "1\r\n0,0,96,-1\r\n0\r\n0\n",
-        "1\r\n0,0,96,-1\r\n0\r\n0\r\n",
-        "1\n40,80,200,80\n1\n120,80,3,12\n2\n\"A\",\"A\",40,80\n\"0\",\"0\",200,80\n",
-        "2\r\n0,0,80,0\r\n0,0,0,80\r\n3\r\n40,0,6,5\r\n0,x,1,1\r\n",
-    };
-    std::string dump;
-    for (const std::string text : texts) {
-        std::string shown;
-        for (const char c : text) {
-            shown += c == '\r' ? "\\r" : c == '\n' ? "\\n" : c == '\t' ? "\\t" : std::string(1, c);
-        }
+    const std::string name = "document/amq_reads.txt";
+    const std::string dump = test::ReplayCases(name, {}, [](const std::string& text, const auto&) {
         Circuit circuit;
-        const ReadResult result = ReadCircuitText(circuit, text);
-        dump += "== " + shown + "\n" +
-                (result.complete ? ""
-                                 : "stopped at line " + std::to_string(result.line) + ": " +
-                                       result.reason + "\n") +
-                DumpCircuit(circuit);
-    }
-    EXPECT_EQ(dump, test::ExpectedText("document/amq_reads.txt", dump));
+        const ReadResult result = ReadCircuitText(circuit, test::UnescapedLine(text));
+        return (result.complete ? ""
+                                : "stopped at line " + std::to_string(result.line) + ": " +
+                                      result.reason + "\n") +
+               DumpCircuit(circuit);
+    });
+    ASSERT_GT(dump.size(), 1000u);
+    EXPECT_EQ(dump, test::ExpectedText(name, dump));
 }
 
 TEST(NeedFileSave, AnEmptyDrawingNeverNeedsSavingButAnUntitledWireDoes) {
@@ -179,39 +159,17 @@ TEST(NeedFileSave, SeesEachKindOfChangeAgainstTheFile) {
     EXPECT_TRUE(NeedFileSave(saved, (dir / "gone.amq").string()));
 }
 
-// The tolerant reader: one malformed input per row, each with its exact reason.
-TEST(MalformedFile, EachStopsWithItsReason) {
-    const struct {
-        std::string bytes;
-        const char* reason;
-    } cases[] = {
-        {"", "the file ends where the wire count should follow (line 1)"},
-        {"\x01\xff garbage", "line 1: the wire count is not a whole number: \"\x01\xff garbage\""},
-        {"-5\r\n", "line 1: the wire count -5 is outside 0..100"},
-        {"0\r\n70000\r\n", "line 2: the element count 70000 is outside 0..60"}, // beyond 16 bits
-        {"0\r\n0\r\n21\r\n", "line 3: the node count 21 is outside 0..20"},
-        {"2\r\n0,0,80,0\r\n", "the file ends where wire 2 should follow (line 3)"},
-        {"1\r\n0,0,80\r\n", "line 2: wire 1 needs 4 fields, found 3"},
-        {"1\r\n0,0,80,0,5\r\n", "line 2: wire 1 needs 4 fields, found 5"},
-        {"1\r\n-,0,80,0\r\n", "line 2: wire 1 X1 is not a finite single-precision number: \"-\""},
-        {"1\r\n0,0,80,0\r5\r\n",
-         "line 2: wire 1 Y2 is not a finite single-precision number: \"0\r5\""},
-        {"1\r\n0,NaN,80,0\r\n",
-         "line 2: wire 1 Y1 is not a finite single-precision number: \"NaN\""},
-        {"0\r\n1\r\n0,0,5,inf\r\n",
-         "line 3: element 1 value is not a finite single-precision number: \"inf\""},
-        {"1\r\n0,0,1e999,0\r\n",
-         "line 2: wire 1 X2 is not a finite single-precision number: \"1e999\""},
-        {"0\r\n1\r\n8,8,11,5\r\n", "line 3: element 1 has kind \"11\"; kinds run from 1 to 10"},
-        {"0\r\n0\r\n1\r\n\"A\",\"A,0,0\r\n", "line 4: node 1: a quoted text is not closed"},
-        {"0\r\n0\r\n1\r\n\"A\"x,\"A\",0,0\r\n", "line 4: node 1: text follows a closing quote"},
-        {"1\r\n" + std::string(10 * 1024 * 1024, '7') + "\r\n",
-         "line 2: wire 1 needs 4 fields, found 1"},
-    };
-    for (const auto& c : cases) {
+// The tolerant reader on inputs the data file cannot hold; the other malformed files are cases
+// of tests/data/document/amq_reads.txt, each with its exact reason.
+TEST(MalformedFile, BinaryAndHugeInputsStopWithTheirReasons) {
+    for (const auto& [bytes, reason] : std::vector<std::pair<std::string, std::string>>{
+             {"\x01\xff garbage",
+              "line 1: the wire count is not a whole number: \"\x01\xff garbage\""},
+             {"1\r\n" + std::string(10 * 1024 * 1024, '7') + "\r\n",
+              "line 2: wire 1 needs 4 fields, found 1"}}) {
         Circuit circuit;
-        const ReadResult result = ReadCircuitText(circuit, c.bytes);
-        EXPECT_EQ(result.complete ? "whole" : result.reason, c.reason) << c.bytes.substr(0, 40);
+        const ReadResult result = ReadCircuitText(circuit, bytes);
+        EXPECT_EQ(result.complete ? "whole" : result.reason, reason);
     }
 }
 

@@ -6,12 +6,12 @@
 #include "editor/drawing_session.h"
 #include "editor/hit_tests.h"
 #include "editor/snapping.h"
+#include "support/case_file.h"
 #include "support/test_files.h"
 #include "workflow/step_transitions.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <limits>
 
 namespace ampora {
@@ -21,24 +21,18 @@ using test::DrawingSession;
 using test::ParseDrawing;
 using test::ShowDrawing;
 
-std::string Escaped(std::string text) {
-    for (std::size_t at = 0; (at = text.find("\r\n", at)) != std::string::npos;) {
-        text.replace(at, 2, "\\r\\n");
-    }
-    return text;
-}
-
-// Plays one case: its "before" and "do" lines are given; the rest is what happened.
-std::string Played(const std::string& before, const std::vector<std::string>& commands) {
+// Plays one case of the file: its "before" drawing and its "do" commands.
+std::string Played(const std::string&, const std::vector<std::string>& inputs) {
     DrawingSession s;
+    const std::string before = inputs.at(0).size() > 7 ? inputs.at(0).substr(7) : "";
     s.ws.circuit = ParseDrawing(before);
-    std::string out = ShowDrawing(s.ws.circuit) == before ? "" : "before does not read back\n";
     std::string result;
-    for (const std::string& command : commands) {
-        out += "do     " + command + "\n";
-        result += (result.empty() ? "" : ", ") + std::string(s.Do(command) ? "done" : "refused");
+    for (std::size_t k = 1; k < inputs.size(); ++k) {
+        result += (k > 1 ? ", " : "") + std::string(s.Do(inputs[k].substr(7)) ? "done" : "refused");
     }
     const std::string after = ShowDrawing(s.ws.circuit);
+    std::string out =
+        ShowDrawing(ParseDrawing(before)) == before ? "" : "before does not read back\n";
     out += "result " + result + "\nafter  " + (after == before ? "unchanged" : after) + "\n";
     std::string typed;
     for (int slot = 1; slot <= s.ws.circuit.NumElements; ++slot) {
@@ -46,7 +40,7 @@ std::string Played(const std::string& before, const std::vector<std::string>& co
     }
     out += typed.empty() ? "" : "typed  " + typed + "\n";
     for (const std::string& question : s.prompts.questions) {
-        out += "asked  " + Escaped(question) + "\n";
+        out += "asked  " + test::EscapedLine(question) + "\n";
     }
     for (const std::string& message : s.prompts.messages) {
         out += "said   " + message + "\n";
@@ -58,26 +52,7 @@ std::string Played(const std::string& before, const std::vector<std::string>& co
 
 TEST(EditingTools, EachRuleOfTheToolsHoldsAsHandChecked) {
     const std::string name = "editor/editing_rules.txt";
-    std::istringstream cases(
-        test::ReadBytes(std::filesystem::path(AMPORA_SOURCE_DIR) / "tests/data" / name));
-    std::string dump, line, before;
-    std::vector<std::string> commands;
-    const auto flush = [&] {
-        dump += commands.empty() ? "" : Played(before, commands);
-        commands.clear();
-    };
-    while (std::getline(cases, line)) {
-        if (line.rfind("== ", 0) == 0 || line.rfind("# ", 0) == 0) {
-            flush();
-            dump += line + "\n";
-        } else if (line.rfind("before", 0) == 0) {
-            before = line.size() > 7 ? line.substr(7) : "";
-            dump += "before " + before + "\n";
-        } else if (line.rfind("do     ", 0) == 0) {
-            commands.push_back(line.substr(7));
-        }
-    }
-    flush();
+    const std::string dump = test::ReplayCases(name, {"before", "do "}, Played);
     ASSERT_GT(dump.size(), 1000u);
     EXPECT_EQ(dump, test::ExpectedText(name, dump));
 }

@@ -4,6 +4,7 @@
 
 #include "editor/drawing_session.h"
 #include "editor/keyboard_cursor.h"
+#include "support/case_file.h"
 #include "support/test_files.h"
 
 #include <gtest/gtest.h>
@@ -49,30 +50,17 @@ struct Session : test::DrawingSession {
 const char* const kSquareKeys = "W . >+>+>+ . . v+v+v+ . . <+<+<+ . . ^+^+^+ . "
                                 "R >+ . B v+v+<+ .";
 
+// Each script of tests/data/editor/keyboard_cursor.txt plays on the square with no tool
+// chosen; the file holds where Space acted, the drawing after and the hint, checked by hand.
 TEST(KeyboardCursor, KeysAloneDrawActAndHintAsTheMouseWould) {
-    const char* const scripts[] = {
-        // Where the cursor goes: by 8, by 32 with Shift, and never off the canvas.
-        ".", "> .", ">+ .", "^ ^ ^ ^ .", "^+^+^+ <+<+<+ .",
-        ">+>+>+>+>+>+>+>+>+>+>+>+>+ v+v+v+v+v+v+v+v+v+ .",
-        // Escape abandons a wire half drawn; the next Space starts afresh where the cursor is.
-        "W", "W .", "W . >+v", "W v+ . >+>+ x . >+ .",
-        // A wire needs two different points.
-        "W >+>+>+>+ . .",
-        // Devices need room on a wire.
-        "R >+", "R >+>+", "I >+>+>+ v+vv",
-        // Number asks with the present value; a negative answer turns the battery.
-        "N", "N >+", "N v+v+ .",
-        // Move/Stretch carries a device along its wire; Escape puts it back.
-        "M", "M >+>+", "M v+v+", "M v+v+ . ^+", "M v+v+ . ^", "M >+ . >+ .", "M >+ . >+ x",
-        // A wire end stretched outward; a stretch across its axis stays on it.
-        "M . v", "M v+v+v+ . <+ .", "M v+v+v+ . v+ .",
-        // Erase takes the top wire and the resistor on it; U brings both back.
-        "E >+>+", "E >+>+v+", "E >+>+ .", "E >+>+ . U"};
     Session square;
     square.prompts.textAnswers = {"100", "-12"};
-    std::string dump = "== " + std::string(kSquareKeys) + "\nacted " + square.Play(kSquareKeys);
-    dump += "\nafter " + ShowDrawing(square.ws.circuit) + "\n";
-    for (const char* keys : scripts) {
+    EXPECT_EQ(square.Play(kSquareKeys),
+              "(64,64)(160,64)(160,64)(160,160)(160,160)(64,160)(64,160)(64,64)(96,64)(64,128)");
+    EXPECT_EQ(ShowDrawing(square.ws.circuit),
+              "64,64-160,64 160,64-160,160 160,160-64,160 64,160-64,64 6@96,64=100 2@64,128=12");
+    const std::string name = "editor/keyboard_cursor.txt";
+    const std::string dump = test::ReplayCases(name, {}, [](const std::string& keys, const auto&) {
         Session s;
         s.prompts.textAnswers = {"100", "-12", "-5"};
         s.Play(kSquareKeys);
@@ -80,12 +68,13 @@ TEST(KeyboardCursor, KeysAloneDrawActAndHintAsTheMouseWould) {
         s.editor.CurrentTool = kNoTool;
         const std::string before = ShowDrawing(s.ws.circuit);
         s.cursor = KeyboardCursor{};
-        dump += "== " + std::string(keys) + "\nacted " + s.Play(keys) + "\n";
+        std::string out = "acted " + s.Play(keys) + "\n";
         const std::string after = ShowDrawing(s.ws.circuit);
-        dump += after == before ? "" : "after " + after + "\n";
-        dump += "hint " + KeyboardHint(s.ws.circuit, s.editor, s.cursor) + "\n";
-    }
-    EXPECT_EQ(dump, test::ExpectedText("editor/keyboard_cursor.txt", dump));
+        out += after == before ? "" : "after " + after + "\n";
+        return out + "hint " + KeyboardHint(s.ws.circuit, s.editor, s.cursor) + "\n";
+    });
+    ASSERT_GT(dump.size(), 1000u);
+    EXPECT_EQ(dump, test::ExpectedText(name, dump));
 }
 
 TEST(KeyboardCursor, LettersChooseTheToolbarButtonsInEitherCaseAndTheCursorKeepsInside) {

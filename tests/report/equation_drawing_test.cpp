@@ -1,5 +1,6 @@
 #include "report/equation_drawing.h"
 #include "report/palette.h"
+#include "support/case_file.h"
 #include "support/recording_surface.h"
 #include "support/test_files.h"
 
@@ -11,9 +12,7 @@ namespace {
 using test::RecordingSurface;
 using test::ShortNumber;
 
-// Font set 1: Arial 10, small 8.25, large 18, line 19, lowered 7. In the fake every
-// character is size x 0.5 wide, so a cell is 15.2 high with its axis 8.36 below the top.
-std::string Drawn(std::string_view text, float rightEdge = 1000) {
+std::string Drawn(std::string_view text, float rightEdge) {
     MarkupState state;
     state.FontIndex = 1;
     RecordingSurface surface(rightEdge);
@@ -23,31 +22,15 @@ std::string Drawn(std::string_view text, float rightEdge = 1000) {
            ShortNumber(surface.CurrentY()) + "\n";
 }
 
-// Checked by hand in tests/data/report/equation_drawing.txt: a first-written equation sets each
-// branch as a stacked fraction; the collected form sets coefficients at the text's size in tall
-// parentheses; constraints between supernodes stay on one line; names longer than a short
-// subscript stay whole; text that is no equation is printed as it stands, at signs included.
+// The cases and how each was set, checked by hand: tests/data/report/equation_drawing.txt.
 TEST(EquationDrawing, EachFormOfEquationIsSetAsHandChecked) {
-    const struct {
-        const char* text;
-        float rightEdge;
-    } cases[] = {{"(Va-Vb)/10 + (Va-Vc+2)/5 - 0.5 = 0", 1000},
-                 {"(1/10+1/5)*Va-(1/10)*Vb-(1/5)*Vc=-2/5+0.5", 1000},
-                 {"Vb=Va+5", 1000},
-                 {"Vb-Va=-2.5", 1000},
-                 {"(Va-Vd-5)/10", 1000},
-                 {" = 0", 1000},
-                 {"Vout1=X", 1000},
-                 {"Va + @x (b", 1000},
-                 {"(Va-Vb", 20},
-                 {"", 1000},
-                 {"   ", 1000}};
-    std::string dump;
-    for (const auto& c : cases) {
-        dump += "== \"" + std::string(c.text) + "\" in " + ShortNumber(c.rightEdge) + "\n" +
-                Drawn(c.text, c.rightEdge);
-    }
-    EXPECT_EQ(dump, test::ExpectedText("report/equation_drawing.txt", dump));
+    const std::string name = "report/equation_drawing.txt";
+    const std::string dump = test::ReplayCases(name, {}, [](const std::string& title, const auto&) {
+        const std::size_t in = title.rfind("\" in ");
+        return Drawn(title.substr(1, in - 1), std::stof(title.substr(in + 5)));
+    });
+    ASSERT_GT(dump.size(), 1000u);
+    EXPECT_EQ(dump, test::ExpectedText(name, dump));
 }
 
 TEST(EquationDrawing, TheCallersFontAndScriptStateComeBack) {

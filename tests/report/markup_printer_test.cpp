@@ -1,5 +1,6 @@
 #include "report/markup_printer.h"
 #include "report/style_codes.h"
+#include "support/case_file.h"
 #include "support/recording_surface.h"
 #include "support/test_files.h"
 
@@ -10,43 +11,27 @@ namespace {
 
 using test::RecordingSurface;
 
-// Font set 1 (Arial 10, large 18, small 8.25, lower 7, raise -2.67, line 19); the fake
-// makes each character 5 pixels wide at 10 points. Checked by hand in
-// tests/data/report/markup_printer.txt: spaces print one by one and never wrap; a word wider
-// than the line starts a new one even at the left edge, one ending exactly at the edge stays;
-// @e stops and hands back the rest; a word ends at the earliest layout code it holds; a
-// subscript closed in its word returns to the baseline; @g prints one Symbol letter; @s
-// toggles the large size without touching the raise; style letters toggle and persist; an
-// unknown or missing letter is dropped with its @; a raise spanning words sits the words
-// between at double the shift; a lower while raised adds both; @n returns to the baseline
-// but keeps the shift on record.
+// A title "TEXT" in WIDTH: the text printed from the left edge of a line WIDTH wide.
+std::pair<std::string, float> TextAndWidth(const std::string& title) {
+    const std::size_t in = title.rfind("\" in ");
+    return {title.substr(1, in - 1), std::stof(title.substr(in + 5))};
+}
+
+// The cases and what each printed, checked by hand: tests/data/report/markup_printer.txt.
 TEST(MarkupPrinter, EachCodeAndEachWrapIsPrintedAsHandChecked) {
-    const struct {
-        const char* text;
-        float rightEdge;
-    } cases[] = {{"abcd   e", 20},    {"abcdefgh ab", 20},
-                 {"ab abc", 30},      {"abc@e def", 100},
-                 {"@eabc def", 100},  {"ab @e", 100},
-                 {"a@pb@ec", 100},    {"x@py", 100},
-                 {"a @p@pb", 100},    {"a @tb", 100},
-                 {"a @pb@xc", 100},   {"H@l2@lO", 100},
-                 {"@gp@g r", 100},    {"@sA@sB", 100},
-                 {"@hA@sB", 100},     {"@b@ia@i b@u@c c@c@n d", 100},
-                 {"a@zb@Bc@é@", 100}, {"a@hb c d@he f", 100},
-                 {"@h@lx", 100},      {"@hA@n B", 100}};
-    std::string dump;
-    for (const auto& c : cases) {
+    const std::string name = "report/markup_printer.txt";
+    const std::string dump = test::ReplayCases(name, {}, [](const std::string& title, const auto&) {
+        auto [text, width] = TextAndWidth(title);
         MarkupState state;
         state.FontIndex = 1;
-        RecordingSurface surface(c.rightEdge);
-        std::string text = c.text;
+        RecordingSurface surface(width);
         PrintMarkup(surface, state, 1, 0, 0, text);
-        dump += "== \"" + std::string(c.text) + "\" in " + test::ShortNumber(c.rightEdge) + "\n" +
-                surface.Dump() + "rest \"" + text + "\", script " +
-                std::to_string(state.ScriptState[1]) + ", shift " +
-                test::ShortNumber(state.BaselineShift[1]) + "\n";
-    }
-    EXPECT_EQ(dump, test::ExpectedText("report/markup_printer.txt", dump));
+        return surface.Dump() + "rest \"" + text + "\", script " +
+               std::to_string(state.ScriptState[1]) + ", shift " +
+               test::ShortNumber(state.BaselineShift[1]) + "\n";
+    });
+    ASSERT_GT(dump.size(), 1000u);
+    EXPECT_EQ(dump, test::ExpectedText(name, dump));
 }
 
 TEST(MarkupPrinter, MeasuringRestoresTheFontButKeepsTheVerticalMovement) {
