@@ -14,6 +14,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <filesystem>
 #include <functional>
 
@@ -208,12 +210,14 @@ const Case kCases[] = {
 };
 
 TEST(DocumentCommands, EachCommandDoesAsHandChecked) {
+    const mode_t umaskBefore = umask(022); // the permissions new files get, as listed
     std::string dump;
     for (const Case& c : kCases) {
         Session s;
         const std::string result = c.run(s);
         dump += std::string("== ") + c.what + "\n" + Outcome(s, result);
     }
+    umask(umaskBefore);
     EXPECT_EQ(dump, test::ExpectedText("document/file_commands.txt", dump));
 }
 
