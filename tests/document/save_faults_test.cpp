@@ -1,11 +1,8 @@
-// Faults injected into saving: the process killed between writing the new file and
-// renaming it over the old one, and folders that cannot be written.
+// A fault injected into saving: the process killed between writing the new file and
+// renaming it over the old one.
 
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
-#include "document/document_commands.h"
-#include "support/memory_settings_store.h"
-#include "support/scripted_prompts.h"
 #include "support/test_files.h"
 
 #include <gtest/gtest.h>
@@ -83,55 +80,6 @@ TEST(SaveFaults, ASaveKilledBetweenWritingAndRenamingLeavesTheOldFileWhole) {
     Circuit reread;
     EXPECT_TRUE(LoadFromIniFile(reread, path.string()).complete);
     EXPECT_FALSE(NeedFileSave(reread, path.string()));
-}
-
-TEST(SaveFaults, SaveAsIntoAReadOnlyFolderSaysSoAndKeepsTheCircuitAndItsName) {
-    const test::TempDir dir;
-    fs::create_directory(dir / "locked");
-    fs::permissions(dir / "locked", fs::perms::owner_read | fs::perms::owner_exec);
-    // Permissions do not stop root; /proc takes no new files from anyone.
-    const bool root = geteuid() == 0;
-    const std::string target = root ? "/proc/ampora-test.amq" : (dir / "locked" / "x.amq").string();
-
-    Workspace workspace;
-    workspace.circuit = TwoWires();
-    workspace.CurrentFileName = (dir / "named.amq").string();
-    test::ScriptedPrompts prompts;
-    test::ScriptedFileDialogs dialogs;
-    dialogs.answers = {target};
-    test::MemorySettingsStore store;
-    DocumentContext context{workspace, prompts, dialogs, store, dir.Path().string()};
-    const std::string before = CircuitFileText(workspace.circuit);
-
-    EXPECT_FALSE(FileSaveAs(context));
-    EXPECT_EQ(prompts.messages, std::vector<std::string>{
-                                    "(!) The circuit could not be saved as " + target + ". " +
-                                    (root ? "No such file or directory." : "Permission denied.")});
-    EXPECT_EQ(workspace.CurrentFileName, (dir / "named.amq").string());
-    EXPECT_EQ(CircuitFileText(workspace.circuit), before);
-    EXPECT_EQ(store.Dump(), "");
-    EXPECT_FALSE(fs::exists(target));
-    fs::permissions(dir / "locked", fs::perms::owner_all);
-}
-
-TEST(SaveFaults, ASaveOverAFileWhoseFolderVanishedKeepsTheDrawingAndAsksAgainLater) {
-    const test::TempDir dir;
-    fs::create_directory(dir / "gone");
-    Workspace workspace;
-    workspace.circuit = TwoWires();
-    workspace.CurrentFileName = (dir / "gone" / "c.amq").string();
-    test::ScriptedPrompts prompts;
-    test::ScriptedFileDialogs dialogs;
-    test::MemorySettingsStore store;
-    DocumentContext context{workspace, prompts, dialogs, store, dir.Path().string()};
-    fs::remove(dir / "gone");
-
-    EXPECT_FALSE(FileSave(context));
-    EXPECT_EQ(prompts.messages.size(), 1u);
-    EXPECT_EQ(workspace.CurrentFileName, (dir / "gone" / "c.amq").string());
-    EXPECT_EQ(CountLiveWires(workspace.circuit), 2);
-    // Nothing was saved, so leaving still offers to save.
-    EXPECT_TRUE(NeedFileSave(workspace.circuit, workspace.CurrentFileName));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "analysis/result_labels.h"
 #include "document/circuit_edit.h"
 #include "editor/diagram_labels.h"
+#include "editor/value_labels.h"
 #include "support/solve_session.h"
 #include "support/test_files.h"
 
@@ -170,6 +171,27 @@ TEST(DiagramLabels, TheExtentHoldsWiresPicturesAndLabels) {
     EXPECT_EQ(Where(extent), "84,79");
     EXPECT_EQ(extent.Left + extent.Width, 203);
     EXPECT_EQ(extent.Top + extent.Height, 203);
+}
+
+TEST(ValueLabels, TheTypedTextOrTheStoredValueIsFollowedByTheUnit) {
+    EXPECT_EQ(ValueLabelText(Element{kBatteryUp, 12, 0, 0, 0, 999}, "012"), "012 V");
+    EXPECT_EQ(ValueLabelText(Element{kResistorHorizontal, 2200, 0, 0, 0, 999}, ""), "2200 \u03A9");
+    EXPECT_EQ(ValueLabelText(Element{kSourceRight, 0.5f, 0, 0, 0, 999}, ""), "0.5 A");
+}
+
+TEST(ValueLabels, ALabelGoesToTheFirstSideThatCoversNoWire) {
+    Circuit circuit;
+    AddWire(circuit, 80, 80, 240, 80);
+    AddWire(circuit, 240, 80, 240, 240);
+    AddElement(circuit, kResistorHorizontal, 1, 160, 80);
+    AddElement(circuit, kBatteryUp, 1, 240, 160);
+    std::string sides = Where(PlaceValueLabel(circuit, 1, 40, 14)) + " " + // above
+                        Where(PlaceValueLabel(circuit, 2, 40, 14));        // right
+    AddWire(circuit, 270, 100, 270, 200); // a wire on the right pushes it left
+    sides += " " + Where(PlaceValueLabel(circuit, 2, 40, 14));
+    AddWire(circuit, 100, 60, 200, 60); // a wire above pushes it below
+    sides += " " + Where(PlaceValueLabel(circuit, 1, 40, 14));
+    EXPECT_EQ(sides, "140,47 259,153 181,153 140,99");
 }
 
 } // namespace

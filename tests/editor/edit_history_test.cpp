@@ -1,11 +1,8 @@
 #include "analysis/node_naming.h"
 #include "document/amq_file.h"
-#include "document/circuit_edit.h"
+#include "editor/drawing_session.h"
 #include "editor/edit_history.h"
-#include "editor/editing_tools.h"
-#include "support/scripted_prompts.h"
 #include "support/test_files.h"
-#include "tables/workspace.h"
 #include "workflow/step_transitions.h"
 
 #include <gtest/gtest.h>
@@ -16,8 +13,6 @@
 
 namespace ampora {
 namespace {
-
-using test::ScriptedPrompts;
 
 // The drawing as its file holds it, and each live device's slot with the text its label shows.
 std::string Written(const Workspace& ws, const EditorState& editor) {
@@ -30,50 +25,23 @@ std::string Written(const Workspace& ws, const EditorState& editor) {
     return out;
 }
 
-struct Session {
-    Workspace ws;
-    EditorState editor;
-    ScriptedPrompts prompts;
+struct Session : test::DrawingSession {
     EditHistory history;
-
     Session() { StartHistory(history, ws.circuit, editor); }
-
-    void Tool(int tool) { SelectTool(editor, tool); }
-    void Wire(float x1, float y1, float x2, float y2) {
-        Tool(kWireTool);
-        BeginWire(editor, x1, y1);
-        FinishWire(ws.circuit, editor, x2, y2);
-    }
-    // An empty answer: none is expected.
-    void Place(int tool, float x, float y, const std::string& answer) {
-        Tool(tool);
-        if (!answer.empty()) {
-            prompts.textAnswers.push_back(answer);
+    // The drawing's commands, and those of step 2.
+    void Act(const std::string& command) {
+        if (command == "autoname") {
+            AutoName(ws, prompts);
+        } else if (command.rfind("rename", 0) == 0) {
+            if (command.size() > 7) {
+                prompts.textAnswers.push_back(command.substr(7));
+            }
+            RenameNode(ws, prompts, 1, 0, 0);
+        } else if (command == "clear names") {
+            ClearNames(ws.circuit);
+        } else {
+            Do(command);
         }
-        PlaceDevice(ws.circuit, editor, prompts, tool, x, y);
-    }
-    void Number(int slot, const std::string& answer) {
-        Tool(kNumberTool);
-        prompts.textAnswers.push_back(answer);
-        RenumberDevice(ws.circuit, editor, prompts, slot);
-    }
-    void Move(int slot, float x1, float y1, float x2, float y2) {
-        Tool(kMoveStretchTool);
-        GrabDevice(ws.circuit, editor, slot, x1, y1);
-        DropDevice(ws.circuit, editor, x2, y2);
-    }
-    void Stretch(float x1, float y1, float x2, float y2) {
-        Tool(kMoveStretchTool);
-        BeginStretch(ws.circuit, editor, x1, y1);
-        FinishStretch(ws.circuit, editor, x2, y2);
-    }
-    void EraseAt(float x, float y) {
-        Tool(kEraseTool);
-        EraseWireAt(ws.circuit, editor, x, y);
-    }
-    void Erase(int slot) {
-        Tool(kEraseTool);
-        EraseDevice(ws.circuit, editor, slot);
     }
 };
 
@@ -81,53 +49,41 @@ struct Session {
 struct Edit {
     std::string name;
     int tool; // the tool the step is named after; 0 for the named commands
-    std::function<void(Session&)> act;
+    std::string command;
 };
 
-const std::vector<Edit>& DrawingSession() {
-    using S = Session;
-    static const std::vector<Edit> edits = {
-        {"Draw wire", kWireTool, [](S& s) { s.Wire(80, 80, 240, 80); }},
-        {"Draw wire", kWireTool, [](S& s) { s.Wire(240, 80, 240, 240); }},
-        {"Draw wire", kWireTool, [](S& s) { s.Wire(240, 240, 80, 240); }},
-        {"Draw wire", kWireTool, [](S& s) { s.Wire(80, 240, 80, 80); }},
-        {"", kWireTool, [](S& s) { s.Wire(300, 300, 297, 299); }}, // a click draws nothing
-        {"Place battery", kBatteryTool, [](S& s) { s.Place(kBatteryTool, 80, 160, "9"); }},
-        {"Place resistor", kResistorTool, [](S& s) { s.Place(kResistorTool, 120, 80, "100"); }},
-        {"Place current source", kSourceTool, [](S& s) { s.Place(kSourceTool, 240, 160, "-2"); }},
-        // Too near the resistor: refused, and nothing asked.
-        {"", kResistorTool, [](S& s) { s.Place(kResistorTool, 136, 80, ""); }},
-        {"Change resistor value", kNumberTool, [](S& s) { s.Number(2, "2.2e3"); }},
-        {"Change battery value", kNumberTool, [](S& s) { s.Number(1, "-9"); }},
-        {"Move battery", kMoveStretchTool, [](S& s) { s.Move(1, 80, 160, 80, 200); }},
-        {"Draw wire", kWireTool, [](S& s) { s.Wire(240, 240, 320, 240); }},
-        {"Stretch wire", kMoveStretchTool, [](S& s) { s.Stretch(320, 240, 400, 240); }},
-        {"Erase wire", kEraseTool, [](S& s) { s.EraseAt(360, 240); }},
-        {"Undo Erase", 0, [](S& s) { UndoErase(s.ws.circuit, s.editor); }},
-        {"Erase wire", kEraseTool, [](S& s) { s.EraseAt(320, 240); }},
-        {"Draw wire", kWireTool, [](S& s) { s.Wire(160, 80, 160, 240); }},
-        {"Place resistor", kResistorTool, [](S& s) { s.Place(kResistorTool, 160, 160, "47"); }},
-        {"Erase resistor", kEraseTool, [](S& s) { s.Erase(4); }},
-        {"Undo Erase", 0, [](S& s) { UndoErase(s.ws.circuit, s.editor); }},
-        {"Center the circuit", 0, [](S& s) { CenterCircuit(s.ws.circuit, 800, 40, 560); }},
-    };
-    return edits;
-}
+const std::vector<Edit> kDrawing = {
+    {"Draw wire", kWireTool, "wire 80,80 240,80"},
+    {"Draw wire", kWireTool, "wire 240,80 240,240"},
+    {"Draw wire", kWireTool, "wire 240,240 80,240"},
+    {"Draw wire", kWireTool, "wire 80,240 80,80"},
+    {"", kWireTool, "wire 300,300 297,299"}, // a click draws nothing
+    {"Place battery", kBatteryTool, "place B 80,160 9"},
+    {"Place resistor", kResistorTool, "place R 120,80 100"},
+    {"Place current source", kSourceTool, "place I 240,160 -2"},
+    {"", kResistorTool, "place R 136,80"}, // too near the resistor: refused, and nothing asked
+    {"Change resistor value", kNumberTool, "number 2 2.2e3"},
+    {"Change battery value", kNumberTool, "number 1 -9"},
+    {"Move battery", kMoveStretchTool, "move 1 80,160 80,200"},
+    {"Draw wire", kWireTool, "wire 240,240 320,240"},
+    {"Stretch wire", kMoveStretchTool, "stretch 320,240 400,240"},
+    {"Erase wire", kEraseTool, "erase 360,240"},
+    {"Undo Erase", 0, "undo"},
+    {"Erase wire", kEraseTool, "erase 320,240"},
+    {"Draw wire", kWireTool, "wire 160,80 160,240"},
+    {"Place resistor", kResistorTool, "place R 160,160 47"},
+    {"Erase resistor", kEraseTool, "erase #4"},
+    {"Undo Erase", 0, "undo"},
+    {"Center the circuit", 0, "center 800,40,560"},
+};
 
 // After "Next >" (which cleans the wires up and finds the nodes), the steps of step 2.
-const std::vector<Edit>& NamingSession() {
-    static const std::vector<Edit> edits = {
-        {"AutoName", 0, [](Session& s) { AutoName(s.ws, s.prompts); }},
-        {"Rename node", 0,
-         [](Session& s) {
-             s.prompts.textAnswers.push_back("Vtop");
-             RenameNode(s.ws, s.prompts, 1, 0, 0);
-         }},
-        {"", 0, [](Session& s) { RenameNode(s.ws, s.prompts, 1, 0, 0); }}, // cancelled
-        {"Clear Names", 0, [](Session& s) { ClearNames(s.ws.circuit); }},
-    };
-    return edits;
-}
+const std::vector<Edit> kNaming = {
+    {"AutoName", 0, "autoname"},
+    {"Rename node", 0, "rename Vtop"},
+    {"", 0, "rename"}, // cancelled
+    {"Clear Names", 0, "clear names"},
+};
 
 bool Record(Session& s, const Edit& edit) {
     return edit.tool != 0 ? RecordToolStep(s.history, edit.tool, s.ws.circuit, s.editor)
@@ -140,7 +96,7 @@ TEST(EditHistory, ASessionOfEveryEditWalksBackToEmptyAndForwardAgainTableForTabl
     std::string names;
     const auto play = [&](const std::vector<Edit>& edits) {
         for (const Edit& edit : edits) {
-            edit.act(s);
+            s.Act(edit.command);
             const bool recorded = Record(s, edit);
             EXPECT_EQ(recorded, !edit.name.empty()) << edit.name;
             if (recorded) {
@@ -149,12 +105,12 @@ TEST(EditHistory, ASessionOfEveryEditWalksBackToEmptyAndForwardAgainTableForTabl
             }
         }
     };
-    play(DrawingSession());
+    play(kDrawing);
     ASSERT_EQ(LeaveStep1(s.ws, s.prompts), TransitionResult::Entered) << s.prompts.messages.at(0);
     ReplacePresent(s.history, s.ws.circuit, s.editor);
     states.back() = Written(s.ws, s.editor);
     const std::size_t step2Starts = states.size() - 1;
-    play(NamingSession());
+    play(kNaming);
     EXPECT_TRUE(s.prompts.textAnswers.empty()); // every answer was asked for
 
     // Back through step 2: only the names, then it stops at the drawing's last step.
@@ -186,9 +142,9 @@ TEST(EditHistory, ASessionOfEveryEditWalksBackToEmptyAndForwardAgainTableForTabl
 
 TEST(EditHistory, UndoEndsADragAndTheChanceToUndoAnEraseAndNothingIsReachableInStep3) {
     Session s;
-    s.Wire(80, 80, 240, 80);
-    Record(s, DrawingSession()[0]);
-    s.EraseAt(160, 80);
+    s.Do("wire 80,80 240,80");
+    Record(s, kDrawing[0]);
+    s.Do("erase 160,80");
     RecordToolStep(s.history, kEraseTool, s.ws.circuit, s.editor);
     BeginWire(s.editor, 0, 0);
     EXPECT_FALSE(CanUndo(s.history, 3));
@@ -202,10 +158,10 @@ TEST(EditHistory, UndoEndsADragAndTheChanceToUndoAnEraseAndNothingIsReachableInS
 
 TEST(EditHistory, KeepsTheLastHundredStepsAndANewEditDropsWhatCouldBeRedone) {
     Session s;
-    s.Wire(0, 0, 320, 0);
-    s.Place(kResistorTool, 80, 0, "0");
+    s.Do("wire 0,0 320,0");
+    s.Do("place R 80,0 0");
     for (int k = 1; k <= 130; ++k) {
-        s.Number(1, std::to_string(k));
+        s.Do("number 1 " + std::to_string(k));
         RecordToolStep(s.history, kNumberTool, s.ws.circuit, s.editor);
     }
     int undone = 0;
@@ -216,7 +172,7 @@ TEST(EditHistory, KeepsTheLastHundredStepsAndANewEditDropsWhatCouldBeRedone) {
     EXPECT_EQ(s.ws.circuit.Elements[1].Value, 30);
     EXPECT_EQ(s.editor.ValueText[1], "30");
     RedoStep(s.history, 1, s.ws.circuit, s.editor);
-    s.Place(kResistorTool, 240, 0, "1");
+    s.Do("place R 240,0 1");
     EXPECT_TRUE(RecordToolStep(s.history, kResistorTool, s.ws.circuit, s.editor));
     EXPECT_FALSE(CanRedo(s.history, 1));
     EXPECT_EQ(UndoName(s.history), "Place resistor");
@@ -226,10 +182,10 @@ TEST(EditHistory, UndoingBackToTheSavedDrawingLeavesNothingToSave) {
     test::TempDir dir;
     const std::string path = (dir / "saved.amq").string();
     Session s;
-    s.Wire(80, 80, 240, 80);
+    s.Do("wire 80,80 240,80");
     RecordToolStep(s.history, kWireTool, s.ws.circuit, s.editor);
     ASSERT_TRUE(SaveToIniFile(s.ws.circuit, path).saved);
-    s.Place(kBatteryTool, 160, 80, "5");
+    s.Do("place B 160,80 5");
     RecordToolStep(s.history, kBatteryTool, s.ws.circuit, s.editor);
     EXPECT_TRUE(NeedFileSave(s.ws.circuit, path));
     UndoStep(s.history, 1, s.ws.circuit, s.editor);

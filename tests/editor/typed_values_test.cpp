@@ -4,54 +4,28 @@
 
 #include "analysis/result_labels.h"
 #include "document/amq_file.h"
-#include "editor/editing_tools.h"
+#include "editor/drawing_session.h"
 #include "editor/value_labels.h"
-#include "support/drawn_circuit.h"
+#include "support/case_file.h"
 #include "support/solve_session.h"
 #include "support/test_files.h"
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 namespace ampora {
 namespace {
 
-using test::E;
-using test::W;
-
 // Two nodes, (80,0) and (80,160). Left: a battery over a resistor; middle: a current
 // source; right: a 10 ohm resistor.
-Circuit ThreeDevicesToType() {
-    return test::Drawn({{80, 0, 0, 0},
-                        {0, 0, 0, 160},
-                        {0, 160, 80, 160},
-                        {80, 0, 80, 160},
-                        {80, 0, 160, 0},
-                        {160, 0, 160, 160},
-                        {160, 160, 80, 160}},
-                       {{kBatteryUp, 1, 0, 48},
-                        {kResistorVertical, 1, 0, 112},
-                        {kSourceUp, 1, 80, 80},
-                        {kResistorVertical, 10, 160, 80}});
-}
-
-std::string Line(const std::string& text, int number) {
-    std::istringstream in(text);
-    std::string line;
-    for (int i = 0; i < number && std::getline(in, line); ++i) {
-    }
-    if (!line.empty() && line.back() == '\r') {
-        line.pop_back();
-    }
-    return line;
-}
+const char* const kThreeDevicesToType =
+    "80,0-0,0 0,0-0,160 0,160-80,160 80,0-80,160 80,0-160,0 160,0-160,160 "
+    "160,160-80,160 1@0,48=1 5@0,112=1 7@80,80=1 5@160,80=10";
 
 // Types the text into the battery, the left resistor and the source with the Number tool,
 // saves, reopens, and solves; then lists what each place shows.
 std::string EveryPlace(const std::string& typed) {
     test::TempDir dir;
-    Circuit drawn = ThreeDevicesToType();
+    Circuit drawn = test::ParseDrawing(kThreeDevicesToType);
     EditorState editor;
     test::ScriptedPrompts typing;
     for (int slot = 1; slot <= 3; ++slot) {
@@ -67,7 +41,9 @@ std::string EveryPlace(const std::string& typed) {
     test::SolveSession session;
     test::Solve(session, file, 1);
     Workspace& ws = session.ws;
-    std::string out = "file " + Line(file, 10) + " | " + Line(file, 11) + " | " + Line(file, 12);
+    const std::size_t from = file.find("\r\n0,48,") + 2;
+    std::string out = "file " + file.substr(from, file.find("\r\n160,80,5,10") - from);
+    out.replace(out.find("\r\n"), 2, " | ").replace(out.find("\r\n"), 2, " | ");
     out += "\nreopened " + ValueLabelText(ws.circuit.Elements[1], "") + " | " +
            ValueLabelText(ws.circuit.Elements[2], "") + " | " +
            ValueLabelText(ws.circuit.Elements[3], "");
@@ -89,45 +65,14 @@ std::string EveryPlace(const std::string& typed) {
     return out + "\n";
 }
 
+// Each value of tests/data/editor/typed_values.txt and the places it showed, checked by hand.
 TEST(TypedValues, ShowAsAPersonWritesThemWhereverTheyAppear) {
-    struct Case {
-        const char* typed;
-        const char* places;
-    };
-    const Case cases[] = {
-        {"1e5", "file 0,48,1,100000 | 0,112,5,100000 | 80,80,7,100000\n"
-                "reopened 100000 V | 100000 \u03A9 | 100000 A\n"
-                "number tool Enter the resistance in ohms: [100000]\n"
-                "view 0 100000 V | 100000 \u03A9 | 100000 A\n"
-                "view 2 battery \u2191 100000\n"
-                "equation (V1-0-100000)/100000 - 100000 + (V1-0)/10 = 0\n"
-                "collected (1/100000+1/10)*V1=100000/100000+100000\n"},
-        {"0.0001", "file 0,48,1,0.0001 | 0,112,5,0.0001 | 80,80,7,0.0001\n"
-                   "reopened 0.0001 V | 0.0001 \u03A9 | 0.0001 A\n"
-                   "number tool Enter the resistance in ohms: [0.0001]\n"
-                   "view 0 0.0001 V | 0.0001 \u03A9 | 0.0001 A\n"
-                   "view 2 battery \u2191 0.0001\n"
-                   "equation (V1-0-0.0001)/0.0001 - 0.0001 + (V1-0)/10 = 0\n"
-                   "collected (1/0.0001+1/10)*V1=0.0001/0.0001+0.0001\n"},
-        {"1.1", "file 0,48,1,1.1 | 0,112,5,1.1 | 80,80,7,1.1\n"
-                "reopened 1.1 V | 1.1 \u03A9 | 1.1 A\n"
-                "number tool Enter the resistance in ohms: [1.1]\n"
-                "view 0 1.1 V | 1.1 \u03A9 | 1.1 A\n"
-                "view 2 battery \u2191 1.1\n"
-                "equation (V1-0-1.1)/1.1 - 1.1 + (V1-0)/10 = 0\n"
-                "collected (1/1.1+1/10)*V1=1.1/1.1+1.1\n"},
-        // Beyond 15 plain digits the exponent comes back, in the one scientific style.
-        {"2e16", "file 0,48,1,2E+16 | 0,112,5,2E+16 | 80,80,7,2E+16\n"
-                 "reopened 2E+16 V | 2E+16 \u03A9 | 2E+16 A\n"
-                 "number tool Enter the resistance in ohms: [2E+16]\n"
-                 "view 0 2E+16 V | 2E+16 \u03A9 | 2E+16 A\n"
-                 "view 2 battery \u2191 2E+16\n"
-                 "equation (V1-0-2E+16)/2E+16 - 2E+16 + (V1-0)/10 = 0\n"
-                 "collected (1/2E+16+1/10)*V1=2E+16/2E+16+2E+16\n"},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(EveryPlace(c.typed), c.places) << "typed " << c.typed;
-    }
+    const std::string name = "editor/typed_values.txt";
+    const std::string dump = test::ReplayCases(name, {}, [](const std::string& title, const auto&) {
+        return EveryPlace(title.substr(6));
+    });
+    ASSERT_GT(dump.size(), 500u);
+    EXPECT_EQ(dump, test::ExpectedText(name, dump));
 }
 
 // Sums of singles carry rounding noise past the seventh digit; what is written shows the
@@ -135,23 +80,12 @@ TEST(TypedValues, ShowAsAPersonWritesThemWhereverTheyAppear) {
 // two resistors of 1.1 and 2.2 ohms in series lead from V2 to the reference.
 TEST(TypedValues, SumsOfSinglesShowSevenDigitsAtMost) {
     test::SolveSession session;
-    Circuit circuit = test::Drawn({{80, 0, 0, 0},
-                                   {0, 0, 0, 160},
-                                   {0, 160, 80, 160},
-                                   {80, 0, 80, 160},
-                                   {80, 0, 240, 0},
-                                   {240, 0, 240, 160},
-                                   {240, 160, 80, 160},
-                                   {240, 0, 400, 0},
-                                   {400, 0, 400, 160},
-                                   {400, 160, 240, 160}},
-                                  {{kSourceUp, 0.0001f, 0, 80},
-                                   {kResistorVertical, 100000, 80, 80},
-                                   {kBatteryRight, 1.1f, 128, 0},
-                                   {kBatteryRight, 2.2f, 192, 0},
-                                   {kResistorVertical, 1.1f, 400, 48},
-                                   {kResistorVertical, 2.2f, 400, 112},
-                                   {kResistorVertical, 1000000, 240, 80}});
+    const Circuit circuit =
+        test::ParseDrawing("80,0-0,0 0,0-0,160 0,160-80,160 80,0-80,160 80,0-240,0 240,0-240,160 "
+                           "240,160-80,160 240,0-400,0 "
+                           "400,0-400,160 400,160-240,160 7@0,80=0.0001 5@80,80=100000 4@128,0=1.1 "
+                           "4@192,0=2.2 5@400,48=1.1 "
+                           "5@400,112=2.2 5@240,80=1000000");
     test::Solve(session, CircuitFileText(circuit), 1);
     ASSERT_TRUE(session.solved) << session.prompts.messages.at(0);
     const Workspace& ws = session.ws;

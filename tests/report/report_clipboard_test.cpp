@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <deque>
 #include <vector>
 
@@ -59,63 +60,64 @@ struct Copy {
     }
 };
 
-TEST(ReportClipboard, WithNothingSelectedTheWholeReportGoesAsRtf) {
-    Copy copy;
-    copy.Run(4, 4);
-    EXPECT_TRUE(copy.done);
-    EXPECT_EQ(copy.clipboard.calls, (std::vector<std::string>{"clear", "put"}));
-    EXPECT_EQ(copy.clipboard.rtf, RtfText(TwoLines()));
-    EXPECT_TRUE(copy.prompts.messages.empty());
-}
-
-TEST(ReportClipboard, ASelectionGoesAlone) {
-    Copy copy;
-    copy.Run(6, 17); // "line", the break, "second"
-    EXPECT_EQ(copy.clipboard.rtf, RtfText(TwoLines(), 6, 17));
-    EXPECT_NE(copy.clipboard.rtf.find("{\\f0\\fs20\\cf0 line\\par\nsecond}"), std::string::npos)
-        << copy.clipboard.rtf;
-    EXPECT_EQ(copy.clipboard.rtf.find("first"), std::string::npos);
-}
-
-TEST(ReportClipboard, TenRetriesAHundredMillisecondsApartSharedByClearingAndPutting) {
+// With nothing selected the whole report goes as RTF, a selection alone. A clipboard held by
+// another program is tried ten times, a hundred milliseconds apart, clearing and putting
+// sharing the tries.
+TEST(ReportClipboard, TheReportOrItsSelectionGoesAsRtfAfterAtMostTenRetries) {
     struct Case {
+        std::size_t start, end;
         int busyClearing, busyPutting; // -1: held for good
         std::string outcome;
     };
     const std::vector<Case> cases = {
-        {10, 0, "copied after 10 pauses, 12 calls"},
-        {6, 4, "copied after 10 pauses, 12 calls"},
-        {6, 5,
-         "not copied after 10 pauses, 12 calls: Unable to access clipboard\r\nTry again later"},
-        {-1, 0,
-         "not copied after 10 pauses, 11 calls: Unable to access clipboard\r\nTry again later"},
+        {4, 4, 0, 0, "copied after 0 pauses: 1 clear, 1 put"},
+        {6, 17, 0, 0, "copied after 0 pauses: 1 clear, 1 put"}, // "line", the break, "second"
+        {0, 0, 10, 0, "copied after 10 pauses: 11 clear, 1 put"},
+        {0, 0, 6, 4, "copied after 10 pauses: 7 clear, 5 put"},
+        {0, 0, 6, 5,
+         "not copied after 10 pauses: 7 clear, 5 put; Unable to access clipboard\r\nTry again "
+         "later"},
+        {0, 0, -1, 0,
+         "not copied after 10 pauses: 11 clear, 0 put; Unable to access clipboard\r\nTry again "
+         "later"},
     };
     for (const Case& c : cases) {
         Copy copy;
         copy.clipboard.Busy(c.busyClearing < 0 ? 1000 : c.busyClearing, c.busyClearing >= 0);
         copy.clipboard.Busy(c.busyPutting);
-        copy.Run(0, 0);
+        copy.Run(c.start, c.end);
         std::string outcome = (copy.done ? "copied after " : "not copied after ") +
-                              std::to_string(copy.pauses.size()) + " pauses, " +
-                              std::to_string(copy.clipboard.calls.size()) + " calls";
+                              std::to_string(copy.pauses.size()) + " pauses:";
+        const auto clears =
+            std::count(copy.clipboard.calls.begin(), copy.clipboard.calls.end(), "clear");
+        outcome += " " + std::to_string(clears) + " clear, " +
+                   std::to_string(copy.clipboard.calls.size() - clears) + " put";
         for (const std::string& message : copy.prompts.messages) {
-            outcome += ": " + message;
+            outcome += "; " + message;
         }
         EXPECT_EQ(outcome, c.outcome) << c.busyClearing << " " << c.busyPutting;
         EXPECT_EQ(copy.pauses, std::vector<int>(copy.pauses.size(), 100));
-        EXPECT_EQ(copy.clipboard.rtf, copy.done ? RtfText(TwoLines()) : "");
+        const bool selected = c.start != c.end;
+        EXPECT_EQ(copy.clipboard.rtf, !copy.done ? ""
+                                      : selected ? RtfText(TwoLines(), c.start, c.end)
+                                                 : RtfText(TwoLines()));
     }
+    EXPECT_NE(RtfText(TwoLines(), 6, 17).find("{\\f0\\fs20\\cf0 line\\par\nsecond}\n}"),
+              std::string::npos);
 }
 
 TEST(ReportFiles, TheExtensionChoosesTheFormatInAnyCase) {
-    EXPECT_EQ(ReportFormatOf("/tmp/a.html"), ReportFileFormat::Html);
-    EXPECT_EQ(ReportFormatOf("a.HTM"), ReportFileFormat::Html);
-    EXPECT_EQ(ReportFormatOf("class 3/report.Rtf"), ReportFileFormat::Rtf);
-    EXPECT_EQ(ReportFormatOf("report.pdf"), ReportFileFormat::Pdf);
-    EXPECT_EQ(ReportFormatOf("report.pdf.txt"), std::nullopt);
-    EXPECT_EQ(ReportFormatOf("report"), std::nullopt);
-    EXPECT_EQ(ReportFormatOf(".pdf"), std::nullopt); // a hidden file's name, not an extension
-    EXPECT_EQ(ReportFormatOf(""), std::nullopt);
+    std::string formats;
+    // ".pdf" alone is a hidden file's name, not an extension.
+    for (const char* name : {"/tmp/a.html", "a.HTM", "class 3/report.Rtf", "report.pdf",
+                             "report.pdf.txt", "report", ".pdf", ""}) {
+        const auto format = ReportFormatOf(name);
+        formats += !format                             ? "- "
+                   : *format == ReportFileFormat::Html ? "html "
+                   : *format == ReportFileFormat::Rtf  ? "rtf "
+                                                       : "pdf ";
+    }
+    EXPECT_EQ(formats, "html html rtf pdf - - - - ");
 }
 
 } // namespace

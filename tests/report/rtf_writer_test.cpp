@@ -11,14 +11,6 @@
 namespace ampora {
 namespace {
 
-const std::string kColourTable =
-    "{\\colortbl\\red0\\green0\\blue0;\\red0\\green0\\blue128;\\red0\\green128\\blue0;"
-    "\\red0\\green128\\blue128;\\red128\\green0\\blue0;\\red128\\green0\\blue128;"
-    "\\red128\\green128\\blue0;\\red192\\green192\\blue192;\\red128\\green128\\blue128;"
-    "\\red0\\green0\\blue255;\\red0\\green255\\blue0;\\red0\\green255\\blue255;"
-    "\\red255\\green0\\blue0;\\red255\\green0\\blue255;\\red255\\green255\\blue0;"
-    "\\red255\\green255\\blue255;}\n";
-
 // A title, a heading in bold, body text and a light blue word, as the report writes them.
 RichTextDocument SmallReport() {
     RichTextDocument document;
@@ -42,81 +34,48 @@ RichTextDocument SmallReport() {
     return document;
 }
 
-TEST(RtfWriter, ASmallReportIsWrittenWhole) {
-    EXPECT_EQ(RtfText(SmallReport()),
-              "{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1\n"
-              "{\\fonttbl{\\f0\\fswiss Arial;}{\\f1\\froman Times New Roman;}"
-              "{\\f2\\fmodern Courier New;}}\n" +
-                  kColourTable +
-                  "\\paperw11906\\paperh16838\\margl1440\\margr1440\\margt1440\\margb1440"
-                  "\\deftab720\n"
-                  "\\pard\\plain\n"
-                  "{\\f1\\fs36\\b\\cf0 Ampora\\par\n}\n"
-                  "{\\f1\\fs24\\b\\cf0 The circuit:}\n"
-                  "{\\f1\\fs24\\cf0 \\par\n\\par\n\\tab see }\n"
-                  "{\\f1\\fs24\\i\\ul\\cf9 here}\n"
-                  "}\n");
-}
-
-TEST(RtfWriter, SpecialCharactersAreEscapedAndOtherFontsJoinTheTable) {
-    RichTextDocument document;
+// Checked by hand in tests/data/report/rtf_writer.txt: a small report written whole; special
+// characters escaped, other fonts joining the table; pictures as PNG hex, 64 bytes a line,
+// with their size in twips; pictures wider than the page's column scaled down whole (the
+// column of A4 with inch margins is 9026 twips; the tab takes 720 and a twip is kept spare,
+// leaving 8305 twips, 553 pixels and a third, beside it); a selection keeping only its
+// characters with their formats; the same report as HTML.
+TEST(RtfWriter, DocumentsAreWrittenAsHandChecked) {
+    std::string dump = "== a small report\n" + RtfText(SmallReport());
+    RichTextDocument special;
     TextFormat format;
     format.FontName = "DejaVu Sans";
     format.FontSize = 8.25f;
-    document.SetFormat(format);
-    document.InsertText("{a}\\b 12 \xCE\xA9 \xE2\x86\x91\xE2\x86\x93\xE2\x86\x90\xE2\x86\x92 "
-                        "\xCE\xB1\xCF\x80 \xF0\x9F\x94\x8B\x01\xFF.");
-    const std::string rtf = RtfText(document);
-    EXPECT_NE(rtf.find("{\\f3\\fnil DejaVu Sans;}"), std::string::npos);
-    EXPECT_NE(rtf.find("{\\f3\\fs17\\cf0 \\{a\\}\\\\b 12 \\u937? \\u8593?\\u8595?\\u8592?\\u8594? "
-                       "\\u945?\\u960? \\u-10179?\\u-8949?\\u-3?.}\n"),
-              std::string::npos)
-        << rtf;
-}
-
-TEST(RtfWriter, PicturesAreEmbeddedAsPngHexWithTheirSizeInTwips) {
-    RichTextDocument document;
-    document.InsertText("\t");
-    document.InsertPicture(std::string("\x89PNG\r\n\x1A\n", 8) + std::string(60, '\xAB'), 40, 20);
-    document.InsertText("\r\n");
-    const std::string rtf = RtfText(document);
-    std::string bytes;
-    for (int i = 0; i < 56; ++i) {
-        bytes += "ab";
+    special.SetFormat(format);
+    special.InsertText("{a}\\b 12 \xCE\xA9 \xE2\x86\x91\xE2\x86\x93\xE2\x86\x90\xE2\x86\x92 "
+                       "\xCE\xB1\xCF\x80 \xF0\x9F\x94\x8B\x01\xFF.");
+    dump += "== special characters and another font\n" + RtfText(special);
+    RichTextDocument picture;
+    picture.InsertText("\t");
+    picture.InsertPicture(std::string("\x89PNG\r\n\x1A\n", 8) + std::string(60, '\xAB'), 40, 20);
+    picture.InsertText("\r\n");
+    dump += "== a picture of 68 bytes\n" + RtfText(picture);
+    for (const auto& [width, height] :
+         std::vector<std::pair<int, int>>{{553, 100}, {554, 100}, {2000, 500}, {3000, 30}}) {
+        RichTextDocument wide;
+        wide.InsertPicture("\x89PNG", width, height);
+        const std::string rtf = RtfText(wide);
+        const std::size_t at = rtf.find("{\\pict");
+        dump += "== a picture " + std::to_string(width) + " x " + std::to_string(height) + "\n" +
+                rtf.substr(at, rtf.find('\n', at) - at) + "\n";
     }
-    // 64 bytes to a line.
-    const std::string expected = "{\\f0\\fs20\\cf0 \\tab }\n"
-                                 "{\\f0\\fs20\\cf0 {\\pict\\pngblip\\picw40\\pich20"
-                                 "\\picwgoal600\\pichgoal300\n"
-                                 "89504e470d0a1a0a" +
-                                 bytes +
-                                 "\nabababab\n}}\n"
-                                 "{\\f0\\fs20\\cf0 \\par\n}\n}\n";
-    EXPECT_NE(rtf.find(expected), std::string::npos) << rtf;
-    EXPECT_EQ(document.Length(), 3u);
-}
-
-TEST(RtfWriter, APictureWiderThanThePageColumnIsScaledDownWhole) {
-    // The column of A4 with inch margins is 9026 twips; the tab takes 720 and a twip is
-    // kept spare, leaving 8305 twips (553 pixels and a third) beside the tab.
-    struct Case {
-        int width, height;
-        const char* size;
-    };
-    const Case cases[] = {
-        {553, 100, "\\picw553\\pich100\\picwgoal8295\\pichgoal1500"},
-        {554, 100, "\\picw554\\pich100\\picwgoal8305\\pichgoal1499"},
-        {2000, 500, "\\picw2000\\pich500\\picwgoal8305\\pichgoal2076"},
-        {3000, 30, "\\picw3000\\pich30\\picwgoal8305\\pichgoal83"},
-    };
-    for (const Case& c : cases) {
-        RichTextDocument document;
-        document.InsertPicture("\x89PNG", c.width, c.height);
-        EXPECT_NE(RtfText(document).find(std::string("{\\pict\\pngblip") + c.size + "\n"),
-                  std::string::npos)
-            << c.width << " x " << c.height << "\n"
-            << RtfText(document);
-    }
+    const std::string whole = RtfText(SmallReport());
+    // "Ampora\n" "The circuit:" "\n\n\tsee " "here": the selection runs from "circuit" to "he".
+    dump +=
+        "== characters 11 to 28\n" + RtfText(SmallReport(), 11, 28).substr(whole.find("\\pard"));
+    dump += "== characters past the end\n" +
+            RtfText(SmallReport(), 100, 200).substr(whole.find("\\pard"));
+    RichTextDocument html = SmallReport();
+    html.InsertText(" <&>");
+    html.InsertPicture("\x89PNG", 3, 4);
+    dump += "== as HTML\n" + HtmlText(html, "Report & more");
+    EXPECT_EQ(dump, test::ExpectedText("report/rtf_writer.txt", dump));
+    EXPECT_EQ(picture.Length(), 3u);
 }
 
 TEST(RichTextDocument, LengthCountsCharactersWithABreakOrAPictureAsOne) {
@@ -128,18 +87,6 @@ TEST(RichTextDocument, LengthCountsCharactersWithABreakOrAPictureAsOne) {
     EXPECT_EQ(document.Length(), 10u);
     ASSERT_EQ(document.Runs().size(), 2u);
     EXPECT_EQ(document.Runs()[0].Text, "a\xCE\xA9\nb\nc\nd\t");
-}
-
-TEST(RtfWriter, ASelectionKeepsOnlyItsCharactersWithTheirFormats) {
-    // "Ampora\n" "The circuit:" "\n\n\tsee " "here": the selection runs from "circuit" to "he".
-    EXPECT_EQ(RtfText(SmallReport(), 11, 28).substr(RtfText(SmallReport()).find("\\pard")),
-              "\\pard\\plain\n"
-              "{\\f1\\fs24\\b\\cf0 circuit:}\n"
-              "{\\f1\\fs24\\cf0 \\par\n\\par\n\\tab see }\n"
-              "{\\f1\\fs24\\i\\ul\\cf9 he}\n"
-              "}\n");
-    EXPECT_EQ(RtfText(SmallReport(), 100, 200).substr(RtfText(SmallReport()).find("\\pard")),
-              "\\pard\\plain\n}\n");
 }
 
 TEST(RichTextDocument, PositionsCountAsATextBoxCountsThemAlsoPastTheBasicPlane) {
@@ -192,26 +139,6 @@ TEST(RtfWriter, AnIndependentReaderFindsTheText) {
         EXPECT_NE(text.find(expected), std::string::npos) << expected << " in\n" << text;
     }
     EXPECT_EQ(test::ReadBytes(folder / "pict001.png").substr(0, 4), "\x89PNG");
-}
-
-TEST(HtmlWriter, RunsBecomeStyledSpansAndPicturesDataUris) {
-    RichTextDocument document = SmallReport();
-    document.InsertText(" <&>");
-    document.InsertPicture("\x89PNG", 3, 4);
-    EXPECT_EQ(HtmlText(document, "Report & more"),
-              "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n"
-              "<title>Report &amp; more</title>\n</head>\n<body>\n"
-              "<div style=\"white-space: pre-wrap; tab-size: 48px\">"
-              "<span style=\"font-family: 'Times New Roman'; font-size: 18pt; font-weight: "
-              "bold\">Ampora\n</span>"
-              "<span style=\"font-family: 'Times New Roman'; font-size: 12pt; font-weight: "
-              "bold\">The circuit:</span>"
-              "<span style=\"font-family: 'Times New Roman'; font-size: 12pt\">\n\n\tsee </span>"
-              "<span style=\"font-family: 'Times New Roman'; font-size: 12pt; font-style: "
-              "italic; text-decoration: underline; color: #0000ff\">here &lt;&amp;&gt;</span>"
-              "<img src=\"data:image/png;base64,iVBORw==\" width=\"3\" height=\"4\" "
-              "style=\"max-width: calc(100% - 52px); height: auto\" alt=\"\">"
-              "</div>\n</body>\n</html>\n");
 }
 
 } // namespace

@@ -18,6 +18,7 @@ void StoreGeometry(MemorySettingsStore& store, const std::string& form, const st
     store.Set(kParameters, form + " Top", t);
 }
 
+// A store as a previous run leaves it; AutoNameIndex holds its highest allowed value.
 MemorySettingsStore SavedStore() {
     MemorySettingsStore store;
     store.Set(kParameters, "SigFigs", "5");
@@ -29,72 +30,77 @@ MemorySettingsStore SavedStore() {
     return store;
 }
 
-TEST(Preferences, FirstRunGivesTheDefaultsAndWritesNothing) {
-    MemorySettingsStore store;
-    const StoredSettings settings = LoadRegSettings(store, kScreen);
-    EXPECT_TRUE(settings.FirstRun);
-    EXPECT_FALSE(settings.UseStoredGeometry);
-    EXPECT_EQ(settings.preferences.SigFigs, 3);
-    EXPECT_EQ(settings.preferences.FontIndex, 3);
-    EXPECT_EQ(settings.preferences.AutoNamePattern, 1);
-    EXPECT_TRUE(settings.preferences.ShowInstructions);
-    EXPECT_EQ(store.Dump(), "");
-}
-
-TEST(Preferences, SavedValuesAndGeometryComeBack) {
-    const StoredSettings settings = LoadRegSettings(SavedStore(), kScreen);
-    EXPECT_FALSE(settings.FirstRun);
-    EXPECT_EQ(settings.preferences.SigFigs, 5);
-    EXPECT_EQ(settings.preferences.FontIndex, 2);
-    EXPECT_EQ(settings.preferences.AutoNamePattern, 3);
-    EXPECT_FALSE(settings.preferences.ShowInstructions);
-    ASSERT_TRUE(settings.UseStoredGeometry);
-    EXPECT_EQ(settings.Main.Width, 9000);
-    EXPECT_EQ(settings.Equations.Top, 6200);
-}
-
-TEST(Preferences, InstructionsShowOnlyForTrueSpelledExactly) {
-    MemorySettingsStore store = SavedStore();
-    store.Set(kParameters, "Instructions", "true");
-    EXPECT_FALSE(LoadRegSettings(store, kScreen).preferences.ShowInstructions);
-    store.Set(kParameters, "Instructions", "True");
-    EXPECT_TRUE(LoadRegSettings(store, kScreen).preferences.ShowInstructions);
-}
-
-TEST(Preferences, RowOperationsInTheReportAreKeptOnceTurnedOnAndReadOnlyFromTrue) {
-    MemorySettingsStore store = SavedStore();
-    const WindowGeometry main{9000, 6000, 150, 300};
-    const WindowGeometry equations{9000, 3600, 100, 6200};
-    Preferences preferences;
-    SaveRegSettings(store, preferences, main, equations, kScreen);
-    EXPECT_EQ(store.Get(kParameters, "ReportRowOperations"), "");
-    const struct {
-        bool saved;
-        const char* stored;
-        bool read;
-    } rows[] = {{true, "True", true}, {false, "False", false}};
-    for (const auto& row : rows) {
-        preferences.ReportRowOperations = row.saved;
-        SaveRegSettings(store, preferences, main, equations, kScreen);
-        EXPECT_EQ(store.Get(kParameters, "ReportRowOperations"), row.stored);
-        EXPECT_EQ(LoadRegSettings(store, kScreen).preferences.ReportRowOperations, row.read);
+std::string Loaded(const MemorySettingsStore& store) {
+    const StoredSettings s = LoadRegSettings(store, kScreen);
+    const Preferences& p = s.preferences;
+    const auto flag = [](bool on) { return on ? "on" : "off"; };
+    std::string out = std::string(s.FirstRun ? "first run" : "known") + ", figures " +
+                      std::to_string(p.SigFigs) + ", fonts " + std::to_string(p.FontIndex) +
+                      ", names " + std::to_string(p.AutoNamePattern) + ", instructions " +
+                      flag(p.ShowInstructions) + ", row operations " + flag(p.ReportRowOperations) +
+                      ", practice " + flag(p.PracticeHideAnswers);
+    if (s.UseStoredGeometry) {
+        out += ", windows " + std::to_string(int(s.Main.Width)) + " wide, equations at " +
+               std::to_string(int(s.Equations.Top));
     }
-    store.Set(kParameters, "ReportRowOperations", "true");
-    EXPECT_FALSE(LoadRegSettings(store, kScreen).preferences.ReportRowOperations);
+    return out;
 }
 
-TEST(Preferences, ValuesThatAreNotNumbersOrOutOfRangeFallBackToTheDefaults) {
-    MemorySettingsStore store = SavedStore();
-    store.Set(kParameters, "SigFigs", "lots");
-    store.Set(kParameters, "FontIndex", "9");
-    store.Set(kParameters, "AutoNameIndex", "-1");
-    store.Set(kParameters, "Form2 Top", "1e99");
-    const StoredSettings settings = LoadRegSettings(store, kScreen);
-    EXPECT_FALSE(settings.FirstRun);
-    EXPECT_EQ(settings.preferences.SigFigs, 3);
-    EXPECT_EQ(settings.preferences.FontIndex, 3);
-    EXPECT_EQ(settings.preferences.AutoNamePattern, 1);
-    EXPECT_FALSE(settings.UseStoredGeometry);
+TEST(Preferences, WhatTheStoreHoldsComesBackAndAnythingElseFallsBackToTheDefaults) {
+    struct Case {
+        const char* what;
+        std::vector<std::pair<std::string, std::string>> set; // over the saved store
+        const char* loaded;
+    };
+    const Case cases[] = {
+        {"saved",
+         {},
+         "known, figures 5, fonts 2, names 3, instructions off, row operations off, "
+         "practice off, windows 9000 wide, equations at 6200"},
+        {"only \"True\" spelled so shows the instructions",
+         {{"Instructions", "true"}, {"ReportRowOperations", "true"}, {"PracticeHideAnswers", "1"}},
+         "known, figures 5, fonts 2, names 3, instructions off, row operations off, practice "
+         "off, windows 9000 wide, equations at 6200"},
+        {"true",
+         {{"Instructions", "True"},
+          {"ReportRowOperations", "True"},
+          {"PracticeHideAnswers", "True"}},
+         "known, figures 5, fonts 2, names 3, instructions on, row operations on, practice on, "
+         "windows 9000 wide, equations at 6200"},
+        {"not numbers or out of range",
+         {{"SigFigs", "lots"}, {"FontIndex", "9"}, {"AutoNameIndex", "-1"}, {"Form2 Top", "1e99"}},
+         "known, figures 3, fonts 3, names 1, instructions off, row operations off, practice off"},
+    };
+    for (const Case& c : cases) {
+        MemorySettingsStore store = SavedStore();
+        for (const auto& [key, value] : c.set) {
+            store.Set(kParameters, key, value);
+        }
+        EXPECT_EQ(Loaded(store), c.loaded) << c.what;
+    }
+    MemorySettingsStore empty;
+    EXPECT_EQ(Loaded(empty), "first run, figures 3, fonts 3, names 1, instructions on, row "
+                             "operations off, practice off");
+    EXPECT_EQ(empty.Dump(), "");
+}
+
+// Row operations and practice are written once turned on, and then kept as True or False.
+TEST(Preferences, SavedPreferencesAreWrittenAsTheyComeBack) {
+    MemorySettingsStore store;
+    Preferences preferences;
+    const auto saved = [&] {
+        SaveRegSettings(store, preferences, WindowGeometry{9000, 6000, 100, 200},
+                        WindowGeometry{9000, 3600, 100, 6200}, kScreen);
+        return store.Get(kParameters, "ReportRowOperations") + "/" +
+               store.Get(kParameters, "PracticeHideAnswers") + " -> " + Loaded(store);
+    };
+    EXPECT_EQ(saved(), "/ -> known, figures 3, fonts 3, names 1, instructions on, row operations "
+                       "off, practice off, windows 9000 wide, equations at 6200");
+    preferences = {6, 1, 3, false, true, true};
+    EXPECT_EQ(saved(), "True/True -> known, figures 6, fonts 1, names 3, instructions off, row "
+                       "operations on, practice on, windows 9000 wide, equations at 6200");
+    preferences.ReportRowOperations = preferences.PracticeHideAnswers = false;
+    EXPECT_EQ(saved().substr(0, 12), "False/False ");
 }
 
 TEST(WindowGeometryRules, StoredGeometryNeedsSizeAndAThousandTwipsOnScreen) {
@@ -145,22 +151,6 @@ TEST(WindowGeometryRules, AWindowOffScreenAtExitSavesTheDefaultLayout) {
                     WindowGeometry{9000, 3600, 100, 6200}, kScreen);
     EXPECT_EQ(store.Get(kParameters, "Form1 Width"), "9000.5");
     EXPECT_EQ(store.Get(kParameters, "Form1 Left"), "150");
-}
-
-TEST(Preferences, PracticeIsStoredOnceTurnedOnAndComesBack) {
-    MemorySettingsStore store;
-    Preferences preferences;
-    const auto saved = [&] {
-        SaveRegSettings(store, preferences, WindowGeometry{9000, 6000, 100, 200},
-                        WindowGeometry{9000, 3600, 100, 6200}, kScreen);
-        return store.Get(kParameters, "PracticeHideAnswers") + " -> " +
-               (LoadRegSettings(store, kScreen).preferences.PracticeHideAnswers ? "on" : "off");
-    };
-    EXPECT_EQ(saved(), " -> off");
-    preferences.PracticeHideAnswers = true;
-    EXPECT_EQ(saved(), "True -> on");
-    preferences.PracticeHideAnswers = false;
-    EXPECT_EQ(saved(), "False -> off");
 }
 
 } // namespace
