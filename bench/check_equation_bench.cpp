@@ -22,12 +22,12 @@ bool Solve(Workspace& ws) {
 
 void CheckEveryEquation(benchmark::State& state, const std::string& change) {
     Workspace ws = ampora::bench::SolvableLadder();
-    if (!Solve(ws) || ws.equations.NumUnknowns == 0) {
+    if (!Solve(ws) || ws.Equations.NumUnknowns == 0) {
         state.SkipWithError("the ladder does not solve");
         return;
     }
     std::vector<std::string> texts;
-    for (const std::string& equation : ws.equations.FirstWritten) {
+    for (const std::string& equation : ws.Equations.FirstWritten) {
         texts.push_back(equation.substr(0, equation.rfind(" = 0")) + change + " = 0");
     }
     int right = 0;
@@ -40,8 +40,8 @@ void CheckEveryEquation(benchmark::State& state, const std::string& change) {
             benchmark::DoNotOptimize(verdict.hint.data());
         }
     }
-    state.counters["unknowns"] = ws.equations.NumUnknowns;
-    state.counters["chains"] = ws.topology.NumBranches;
+    state.counters["unknowns"] = ws.Equations.NumUnknowns;
+    state.counters["chains"] = ws.Topology.NumBranches;
     state.counters["right"] = right;
     state.SetItemsProcessed(state.iterations() * static_cast<long>(texts.size()));
 }

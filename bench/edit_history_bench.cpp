@@ -25,8 +25,8 @@ struct FullDrawing {
     FullDrawing() {
         bench::QuietPrompts prompts;
         LeaveStep1(workspace, prompts);
-        for (int slot = 1; slot <= workspace.circuit.NumNodes; ++slot) {
-            workspace.circuit.NodeLabels[slot].Name = "N" + std::to_string(slot);
+        for (int slot = 1; slot <= workspace.Circuit.NumNodes; ++slot) {
+            workspace.Circuit.NodeLabels[slot].Name = "N" + std::to_string(slot);
         }
         for (int slot = 1; slot <= kMaxElements; ++slot) {
             editor.ValueText[slot] = std::to_string(100 + slot) + ".5";
@@ -34,7 +34,7 @@ struct FullDrawing {
     }
     // Each step changes one device's value, as the Number tool does.
     void Change(int step) {
-        Element& e = workspace.circuit.Elements[1 + step % kMaxElements];
+        Element& e = workspace.Circuit.Elements[1 + step % kMaxElements];
         e.Value += 1;
         editor.ValueText[1 + step % kMaxElements] = std::to_string(e.Value);
     }
@@ -46,17 +46,17 @@ std::size_t HeapInUse() {
 
 void BM_EditHistory_FullHistoryBytes(benchmark::State& state) {
     FullDrawing drawing;
-    if (drawing.workspace.circuit.NumNodes != kMaxNodes) {
+    if (drawing.workspace.Circuit.NumNodes != kMaxNodes) {
         state.SkipWithError("the ladder does not fill the node table");
         return;
     }
     for (auto _ : state) {
         const std::size_t before = HeapInUse();
         EditHistory history;
-        StartHistory(history, drawing.workspace.circuit, drawing.editor);
+        StartHistory(history, drawing.workspace.Circuit, drawing.editor);
         for (int step = 0; step < static_cast<int>(kHistorySteps) + 20; ++step) {
             drawing.Change(step);
-            RecordStep(history, "Change resistor value", drawing.workspace.circuit, drawing.editor);
+            RecordStep(history, "Change resistor value", drawing.workspace.Circuit, drawing.editor);
         }
         const std::size_t after = HeapInUse();
         state.counters["steps"] = static_cast<double>(history.Steps.size());
@@ -74,16 +74,16 @@ BENCHMARK(BM_EditHistory_FullHistoryBytes)->Iterations(3);
 void BM_EditHistory_RecordStepWhenFull(benchmark::State& state) {
     FullDrawing drawing;
     EditHistory history;
-    StartHistory(history, drawing.workspace.circuit, drawing.editor);
+    StartHistory(history, drawing.workspace.Circuit, drawing.editor);
     int step = 0;
     for (; step < static_cast<int>(kHistorySteps); ++step) {
         drawing.Change(step);
-        RecordStep(history, "Change resistor value", drawing.workspace.circuit, drawing.editor);
+        RecordStep(history, "Change resistor value", drawing.workspace.Circuit, drawing.editor);
     }
     for (auto _ : state) {
         drawing.Change(step++);
         benchmark::DoNotOptimize(RecordStep(history, "Change resistor value",
-                                            drawing.workspace.circuit, drawing.editor));
+                                            drawing.workspace.Circuit, drawing.editor));
     }
 }
 BENCHMARK(BM_EditHistory_RecordStepWhenFull);
@@ -92,15 +92,15 @@ BENCHMARK(BM_EditHistory_RecordStepWhenFull);
 void BM_EditHistory_UndoAndRedo(benchmark::State& state) {
     FullDrawing drawing;
     EditHistory history;
-    StartHistory(history, drawing.workspace.circuit, drawing.editor);
+    StartHistory(history, drawing.workspace.Circuit, drawing.editor);
     for (int step = 0; step < static_cast<int>(kHistorySteps); ++step) {
         drawing.Change(step);
-        RecordStep(history, "Change resistor value", drawing.workspace.circuit, drawing.editor);
+        RecordStep(history, "Change resistor value", drawing.workspace.Circuit, drawing.editor);
     }
     for (auto _ : state) {
-        UndoStep(history, 1, drawing.workspace.circuit, drawing.editor);
-        RedoStep(history, 1, drawing.workspace.circuit, drawing.editor);
-        benchmark::DoNotOptimize(drawing.workspace.circuit.Elements[1].Value);
+        UndoStep(history, 1, drawing.workspace.Circuit, drawing.editor);
+        RedoStep(history, 1, drawing.workspace.Circuit, drawing.editor);
+        benchmark::DoNotOptimize(drawing.workspace.Circuit.Elements[1].Value);
     }
 }
 BENCHMARK(BM_EditHistory_UndoAndRedo);

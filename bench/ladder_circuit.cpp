@@ -43,7 +43,7 @@ std::vector<Segment> LadderPieces(int rungs) {
 Workspace Ladder(int rungs) {
     const std::vector<Segment> pieces = LadderPieces(rungs);
     Workspace workspace;
-    Circuit& circuit = workspace.circuit;
+    Circuit& circuit = workspace.Circuit;
     for (const Segment& s : pieces) {
         AddWire(circuit, s.x1, s.y1, s.x2, s.y2);
     }
@@ -71,7 +71,7 @@ Workspace SolvableLadder() {
     constexpr float kRight = 96.0f * (kRungs - 1);
     const std::vector<Segment> pieces = LadderPieces(kRungs);
     Workspace workspace;
-    Circuit& circuit = workspace.circuit;
+    Circuit& circuit = workspace.Circuit;
     for (const Segment& s : pieces) {
         AddWire(circuit, s.x1, s.y1, s.x2, s.y2);
     }

@@ -12,8 +12,8 @@ namespace {
 using ampora::Workspace;
 
 void Run(benchmark::State& state, const Workspace& drawn, ampora::TransitionResult expected) {
-    if (drawn.circuit.NumWires != ampora::kMaxWires ||
-        drawn.circuit.NumElements != ampora::kMaxElements) {
+    if (drawn.Circuit.NumWires != ampora::kMaxWires ||
+        drawn.Circuit.NumElements != ampora::kMaxElements) {
         state.SkipWithError("the ladder does not fill the wire and element tables");
         return;
     }
@@ -27,9 +27,9 @@ void Run(benchmark::State& state, const Workspace& drawn, ampora::TransitionResu
             state.SkipWithError("the ladder did not end as expected");
             break;
         }
-        benchmark::DoNotOptimize(workspace.topology.NumBranches);
-        state.counters["nodes"] = workspace.circuit.NumNodes;
-        state.counters["chains"] = workspace.topology.NumBranches;
+        benchmark::DoNotOptimize(workspace.Topology.NumBranches);
+        state.counters["nodes"] = workspace.Circuit.NumNodes;
+        state.counters["chains"] = workspace.Topology.NumBranches;
     }
 }
 

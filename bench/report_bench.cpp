@@ -33,8 +33,8 @@ struct QuietPrompts : ampora::Prompts {
 
 Workspace SolvedLargestExample() {
     Workspace ws;
-    ampora::EraseWholeCircuit(ws.circuit);
-    ampora::LoadFromIniFile(ws.circuit, AMPORA_SOURCE_DIR "/examples/two_supernodes.amq");
+    ampora::EraseWholeCircuit(ws.Circuit);
+    ampora::LoadFromIniFile(ws.Circuit, AMPORA_SOURCE_DIR "/examples/two_supernodes.amq");
     QuietPrompts prompts;
     ampora::LeaveStep1(ws, prompts);
     ampora::LeaveStep2(ws, prompts);

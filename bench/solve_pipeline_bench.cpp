@@ -23,8 +23,8 @@ using ampora::Workspace;
 // solved on the way.
 std::vector<std::string> OpenAndSolve(Workspace& ws, const std::string& fileText,
                                       ampora::Prompts& prompts) {
-    ampora::EraseWholeCircuit(ws.circuit); // what Open does before reading
-    if (!ampora::ReadCircuitText(ws.circuit, fileText).complete ||
+    ampora::EraseWholeCircuit(ws.Circuit); // what Open does before reading
+    if (!ampora::ReadCircuitText(ws.Circuit, fileText).complete ||
         ampora::LeaveStep1(ws, prompts) != TransitionResult::Entered ||
         !ampora::AutoName(ws, prompts) ||
         ampora::LeaveStep2(ws, prompts) != TransitionResult::Entered) {
@@ -33,7 +33,7 @@ std::vector<std::string> OpenAndSolve(Workspace& ws, const std::string& fileText
     std::vector<std::string> labels;
     for (std::int16_t view = 0; view < 4; ++view) {
         ws.ViewMode = view;
-        for (std::string& label : ampora::WriteLabels(ws, ws.preferences.SigFigs)) {
+        for (std::string& label : ampora::WriteLabels(ws, ws.Preferences.SigFigs)) {
             labels.push_back(std::move(label));
         }
     }
@@ -42,21 +42,21 @@ std::vector<std::string> OpenAndSolve(Workspace& ws, const std::string& fileText
 
 void BM_SolvePipeline_LargestSolvableCircuit(benchmark::State& state) {
     const Workspace drawn = ampora::bench::SolvableLadder();
-    const std::string fileText = ampora::CircuitFileText(drawn.circuit);
+    const std::string fileText = ampora::CircuitFileText(drawn.Circuit);
     ampora::bench::QuietPrompts prompts;
     std::size_t expected = 0;
     {
         Workspace first;
         expected = OpenAndSolve(first, fileText, prompts).size();
-        if (drawn.circuit.NumWires != ampora::kMaxWires ||
-            drawn.circuit.NumElements != ampora::kMaxElements || expected == 0) {
+        if (drawn.Circuit.NumWires != ampora::kMaxWires ||
+            drawn.Circuit.NumElements != ampora::kMaxElements || expected == 0) {
             state.SkipWithError("the ladder does not fill the tables or does not solve");
             return;
         }
-        state.counters["nodes"] = first.circuit.NumNodes;
-        state.counters["chains"] = first.topology.NumBranches;
-        state.counters["supernodes"] = first.equations.NumSuperNodes;
-        state.counters["unknowns"] = first.equations.NumUnknowns;
+        state.counters["nodes"] = first.Circuit.NumNodes;
+        state.counters["chains"] = first.Topology.NumBranches;
+        state.counters["supernodes"] = first.Equations.NumSuperNodes;
+        state.counters["unknowns"] = first.Equations.NumUnknowns;
     }
     for (auto _ : state) {
         Workspace ws; // constructing it is part of the timing; see BM_FreshWorkspace

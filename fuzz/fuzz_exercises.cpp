@@ -71,24 +71,24 @@ std::string CheckReport(Workspace& ws) {
 }
 
 std::string CheckSolvedWorkspace(Workspace& ws) {
-    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-        if (!std::isfinite(ws.circuit.NodeLabels[slot].Voltage)) {
+    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
+        if (!std::isfinite(ws.Circuit.NodeLabels[slot].Voltage)) {
             return "node " + std::to_string(slot) + " has no finite voltage";
         }
     }
     for (int view = kViewValues; view <= kViewPower; ++view) {
         ws.ViewMode = static_cast<std::int16_t>(view);
-        const std::vector<std::string> labels = WriteLabels(ws, ws.preferences.SigFigs);
-        for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
-            const bool live = ws.circuit.Elements[slot].Kind != kEmpty;
+        const std::vector<std::string> labels = WriteLabels(ws, ws.Preferences.SigFigs);
+        for (int slot = 1; slot <= ws.Circuit.NumElements; ++slot) {
+            const bool live = ws.Circuit.Elements[slot].Kind != kEmpty;
             if (live == labels[static_cast<std::size_t>(slot)].empty()) {
                 return "view " + std::to_string(view) + " labels element " + std::to_string(slot) +
                        " wrongly";
             }
         }
-        ResultsStatusText(ws, ws.preferences.SigFigs);
+        ResultsStatusText(ws, ws.Preferences.SigFigs);
     }
-    if (ws.equations.CountingText.empty()) {
+    if (ws.Equations.CountingText.empty()) {
         return "solved without counting text";
     }
     if (const std::string report = CheckReport(ws); !report.empty()) {
@@ -103,20 +103,20 @@ std::string CheckSolvedWorkspace(Workspace& ws) {
 
 std::string ExerciseAmqAnalysis(std::string_view bytes) {
     Workspace ws;
-    EraseWholeCircuit(ws.circuit);
-    ReadCircuitText(ws.circuit, bytes);
+    EraseWholeCircuit(ws.Circuit);
+    ReadCircuitText(ws.Circuit, bytes);
 
     // What was read must survive a save and a read unchanged, or NeedFileSave would ask
     // to save a file that was only opened.
-    const std::string saved = CircuitFileText(ws.circuit);
+    const std::string saved = CircuitFileText(ws.Circuit);
     Circuit reread;
     EraseWholeCircuit(reread);
     if (!ReadCircuitText(reread, saved).complete || CircuitFileText(reread) != saved) {
         return "the circuit read does not survive being written and read again";
     }
 
-    ws.preferences.AutoNamePattern = static_cast<std::int16_t>(1 + bytes.size() % 3);
-    ws.preferences.SigFigs = static_cast<std::int16_t>(1 + bytes.size() % 8);
+    ws.Preferences.AutoNamePattern = static_cast<std::int16_t>(1 + bytes.size() % 3);
+    ws.Preferences.SigFigs = static_cast<std::int16_t>(1 + bytes.size() % 8);
     ScriptedPrompts prompts;
     const TransitionResult left = LeaveStep1(ws, prompts);
     if (left != TransitionResult::Entered) {
@@ -125,7 +125,7 @@ std::string ExerciseAmqAnalysis(std::string_view bytes) {
         }
         // Only an empty drawing may stop without a word.
         const bool said = !prompts.messages.empty();
-        const bool drawn = ws.circuit.NumWires != 0;
+        const bool drawn = ws.Circuit.NumWires != 0;
         return said == (left == TransitionResult::Refused) && (said || !drawn)
                    ? ""
                    : "step 1 stopped without saying why";
@@ -300,7 +300,7 @@ std::string ExerciseEditorEvents(std::string_view bytes, Circuit* drawn) {
         *drawn = circuit;
     }
     Workspace ws;
-    ws.circuit = circuit;
+    ws.Circuit = circuit;
     LeaveStep1(ws, prompts);
     return "";
 }

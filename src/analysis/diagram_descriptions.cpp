@@ -35,12 +35,12 @@ std::string NodeName(const Circuit& circuit, int node) {
 // The chain a device lies on, signed as Element::Branch is (its travel runs up or left at
 // the device where positive); 0 when the analysis has not placed it.
 int DeviceChain(const Workspace& ws, int slot) {
-    const Element& e = ws.circuit.Elements[slot];
+    const Element& e = ws.Circuit.Elements[slot];
     if (e.Branch != 0) {
         return e.Branch;
     }
-    const ChainPlacement placement = ws.topology.Placements.at(static_cast<std::size_t>(slot));
-    if (ws.Step < kStepName || placement.chain < 1 || placement.chain > ws.topology.NumBranches) {
+    const ChainPlacement placement = ws.Topology.Placements.at(static_cast<std::size_t>(slot));
+    if (ws.Step < kStepName || placement.chain < 1 || placement.chain > ws.Topology.NumBranches) {
         return 0;
     }
     return placement.chain;
@@ -84,7 +84,7 @@ std::string DescribeWire(const Circuit& circuit, int slot,
 
 std::string DescribeDevice(const Workspace& ws, int slot, const std::string& valueText,
                            int sigFigs) {
-    const Element& e = ws.circuit.Elements[slot];
+    const Element& e = ws.Circuit.Elements[slot];
     const bool vertical = IsVerticalKind(e.Kind);
     std::string text = KindNoun(e.Kind) + ", ";
     text += ws.Step == kStepEdit && !valueText.empty() ? valueText : ValueWithUnit(e);
@@ -92,9 +92,9 @@ std::string DescribeDevice(const Workspace& ws, int slot, const std::string& val
     if (ws.Step == kStepEdit || chain == 0) {
         return text + (vertical ? ", vertical, at " : ", horizontal, at ") + PointText(e.X, e.Y);
     }
-    const Branch& branch = ws.topology.Branches[std::abs(chain)];
-    const std::string start = NodeName(ws.circuit, branch.StartNode);
-    const std::string end = NodeName(ws.circuit, branch.EndNode);
+    const Branch& branch = ws.Topology.Branches[std::abs(chain)];
+    const std::string start = NodeName(ws.Circuit, branch.StartNode);
+    const std::string end = NodeName(ws.Circuit, branch.EndNode);
     if (ws.Step == kStepName || !Known(e.Current)) {
         return text + ", between " + start + " and " + end +
                (ws.Step == kStepResults ? "; current unknown" : "");
@@ -112,7 +112,7 @@ std::string DescribeDevice(const Workspace& ws, int slot, const std::string& val
 }
 
 std::string DescribeNode(const Workspace& ws, int slot, int sigFigs) {
-    const NodeLabel& node = ws.circuit.NodeLabels[slot];
+    const NodeLabel& node = ws.Circuit.NodeLabels[slot];
     std::string text = node.Name.empty() ? "Unnamed node" : "Node " + node.Name;
     if (node.Name == "0") {
         text += ", the reference";

@@ -146,8 +146,8 @@ bool CheckNames(const Circuit& circuit, NodeNaming& naming, NodeOrdering orderin
 }
 
 bool AutoName(Workspace& workspace, Prompts& prompts) {
-    Circuit& circuit = workspace.circuit;
-    NodeNaming& naming = workspace.naming;
+    Circuit& circuit = workspace.Circuit;
+    NodeNaming& naming = workspace.Naming;
     if (!CheckNames(circuit, naming, NodeOrdering::ByLocation, prompts)) {
         return false;
     }
@@ -156,7 +156,7 @@ bool AutoName(Workspace& workspace, Prompts& prompts) {
         NodeLabel& node = circuit.NodeLabels[naming.NodeOrder[k]];
         if (node.Name != "0") {
             ++counter;
-            WritePatternName(node.Name, workspace.preferences.AutoNamePattern, counter);
+            WritePatternName(node.Name, workspace.Preferences.AutoNamePattern, counter);
         }
     }
     if (naming.HasReference != kTrue && circuit.NumNodes > 0) {
@@ -172,10 +172,10 @@ void ClearNames(Circuit& circuit) {
 }
 
 bool RenameNode(Workspace& workspace, Prompts& prompts, int slot, float left, float top) {
-    if (workspace.Step != kStepName || slot < 1 || slot > workspace.circuit.NumNodes) {
+    if (workspace.Step != kStepName || slot < 1 || slot > workspace.Circuit.NumNodes) {
         return false;
     }
-    NodeLabel& node = workspace.circuit.NodeLabels[slot];
+    NodeLabel& node = workspace.Circuit.NodeLabels[slot];
     const std::string answer = prompts.AskText(kRenamePrompt, node.Name, left, top);
     if (answer.empty() || answer == node.Name) {
         return false;

@@ -99,7 +99,7 @@ double ElementPower(const Workspace& ws, const Element& e) {
         if (std::isnan(rise)) {
             return rise;
         }
-        return ws.topology.Branches[std::abs(e.Branch)].SourceCurrent * rise;
+        return ws.Topology.Branches[std::abs(e.Branch)].SourceCurrent * rise;
     }
     if (!Known(e.Current)) {
         return std::numeric_limits<double>::quiet_NaN();
@@ -126,14 +126,14 @@ double SourceVoltageRise(const Workspace& ws, const Element& element) {
     if (element.Branch == 0) {
         return std::numeric_limits<double>::quiet_NaN();
     }
-    const Branch& chain = ws.topology.Branches[std::abs(element.Branch)];
-    const double end = ws.circuit.NodeLabels[chain.EndNode].Voltage;
-    const double start = ws.circuit.NodeLabels[chain.StartNode].Voltage;
+    const Branch& chain = ws.Topology.Branches[std::abs(element.Branch)];
+    const double end = ws.Circuit.NodeLabels[chain.EndNode].Voltage;
+    const double start = ws.Circuit.NodeLabels[chain.StartNode].Voltage;
     return end - start - chain.EMF + static_cast<double>(chain.SourceCurrent) * chain.Resistance;
 }
 
 std::string ElementLabel(const Workspace& ws, int slot, int viewMode, int sigFigs) {
-    const Element& e = ws.circuit.Elements[slot];
+    const Element& e = ws.Circuit.Elements[slot];
     switch (viewMode) {
     case kViewCurrents:
         return CurrentLabel(e, sigFigs);
@@ -147,11 +147,11 @@ std::string ElementLabel(const Workspace& ws, int slot, int viewMode, int sigFig
 }
 
 std::vector<std::string> WriteLabels(Workspace& ws, int sigFigs) {
-    std::vector<std::string> labels(static_cast<std::size_t>(ws.circuit.NumElements) + 1);
+    std::vector<std::string> labels(static_cast<std::size_t>(ws.Circuit.NumElements) + 1);
     ws.PowerIn = 0;
     ws.PowerOut = 0;
-    for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
-        const Element& e = ws.circuit.Elements[slot];
+    for (int slot = 1; slot <= ws.Circuit.NumElements; ++slot) {
+        const Element& e = ws.Circuit.Elements[slot];
         if (e.Kind == kEmpty) {
             continue;
         }
@@ -167,9 +167,9 @@ std::vector<std::string> WriteLabels(Workspace& ws, int sigFigs) {
 }
 
 std::vector<std::string> NodeLabelTexts(const Workspace& ws, int viewMode, int sigFigs) {
-    std::vector<std::string> texts(static_cast<std::size_t>(ws.circuit.NumNodes) + 1);
-    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-        const NodeLabel& node = ws.circuit.NodeLabels[slot];
+    std::vector<std::string> texts(static_cast<std::size_t>(ws.Circuit.NumNodes) + 1);
+    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
+        const NodeLabel& node = ws.Circuit.NodeLabels[slot];
         texts[static_cast<std::size_t>(slot)] =
             viewMode == kViewVoltages ? node.Name + " = " + FormatNumber(node.Voltage, sigFigs)
                                       : node.Name;

@@ -59,7 +59,7 @@ void WriteExactMatrix(JsonWriter& json, const ExactMatrix& matrix) {
 } // namespace
 
 void WriteRowOperations(JsonWriter& json, const Workspace& ws, bool exact) {
-    const Equations& eq = ws.equations;
+    const Equations& eq = ws.Equations;
     const int n = eq.NumUnknowns;
     std::optional<ExactMatrix> exactStart;
     std::optional<ExactElimination> exactSteps;

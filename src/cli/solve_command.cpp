@@ -74,13 +74,13 @@ void WriteElements(JsonWriter& json, Workspace& ws) {
     std::array<std::vector<std::string>, 4> labels;
     for (int view = 0; view < 4; ++view) {
         ws.ViewMode = static_cast<std::int16_t>(view);
-        labels[static_cast<std::size_t>(view)] = WriteLabels(ws, ws.preferences.SigFigs);
+        labels[static_cast<std::size_t>(view)] = WriteLabels(ws, ws.Preferences.SigFigs);
     }
     ws.ViewMode = kViewValues;
     json.Key("elements");
     json.BeginArray();
-    for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
-        const Element& element = ws.circuit.Elements[slot];
+    for (int slot = 1; slot <= ws.Circuit.NumElements; ++slot) {
+        const Element& element = ws.Circuit.Elements[slot];
         if (element.Kind == kEmpty) {
             continue;
         }
@@ -133,11 +133,11 @@ void WriteMatrix(JsonWriter& json, std::string_view key, const AugmentedMatrix& 
 void WriteResults(JsonWriter& json, Workspace& ws, bool exact) {
     WriteElements(json, ws);
     ws.ViewMode = kViewPower;
-    WriteLabels(ws, ws.preferences.SigFigs);
+    WriteLabels(ws, ws.Preferences.SigFigs);
     ws.ViewMode = kViewValues;
     json.Member("power_in", ws.PowerIn);
     json.Member("power_out", ws.PowerOut);
-    const Equations& eq = ws.equations;
+    const Equations& eq = ws.Equations;
     std::vector<std::string> unknowns;
     for (const EqnVar& var : eq.EqnVars) {
         unknowns.push_back(var.VarName);
@@ -148,7 +148,7 @@ void WriteResults(JsonWriter& json, Workspace& ws, bool exact) {
     for (int s = 1; s <= eq.NumSuperNodes; ++s) {
         std::vector<std::string> members;
         for (const std::int16_t position : eq.SuperNodes[s].Nodes) {
-            members.push_back(ws.circuit.NodeLabels[ws.naming.NodeOrder[position]].Name);
+            members.push_back(ws.Circuit.NodeLabels[ws.Naming.NodeOrder[position]].Name);
         }
         WriteStringArray(json, members);
     }
@@ -178,7 +178,7 @@ int RunSolve(const std::vector<std::string>& args, std::ostream& out, std::ostre
         return kExitUsage;
     }
     if (run->solved && !options.gjPath.empty()) {
-        const Equations& eq = workspace.equations;
+        const Equations& eq = workspace.Equations;
         const FileWriteResult written =
             WriteFileSafely(options.gjPath, GjText(eq.Augmented, eq.NumUnknowns));
         if (!written.written) {
@@ -201,12 +201,12 @@ int RunSolve(const std::vector<std::string>& args, std::ostream& out, std::ostre
     json.Member("step", static_cast<int>(workspace.Step));
     json.Member("message", prompts.message);
     if (left != TransitionResult::Stopped) {
-        WriteNodes(json, workspace.circuit, passed);
-        WriteBranches(json, workspace.topology);
+        WriteNodes(json, workspace.Circuit, passed);
+        WriteBranches(json, workspace.Topology);
     }
     if (left == TransitionResult::Entered) {
         std::vector<std::string> warnings;
-        for (const DrawingWarning& warning : workspace.topology.Warnings) {
+        for (const DrawingWarning& warning : workspace.Topology.Warnings) {
             warnings.push_back(warning.text);
         }
         WriteStrings(json, "warnings", warnings);

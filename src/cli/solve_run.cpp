@@ -15,13 +15,13 @@ bool OpenCircuit(Workspace& workspace, const RunOptions& options, std::ostream& 
         err << "ampora-cli: " << options.path << ": no such file\n";
         return false;
     }
-    workspace.preferences.SigFigs = options.sigFigs;
-    workspace.preferences.FontIndex = options.fontIndex;
+    workspace.Preferences.SigFigs = options.sigFigs;
+    workspace.Preferences.FontIndex = options.fontIndex;
     if (options.autoNamePattern) {
-        workspace.preferences.AutoNamePattern = *options.autoNamePattern;
+        workspace.Preferences.AutoNamePattern = *options.autoNamePattern;
     }
-    EraseWholeCircuit(workspace.circuit);
-    const ReadResult read = LoadFromIniFile(workspace.circuit, options.path);
+    EraseWholeCircuit(workspace.Circuit);
+    const ReadResult read = LoadFromIniFile(workspace.Circuit, options.path);
     if (!read.complete) {
         // Grading half a circuit would give a wrong answer that looks right.
         err << "ampora-cli: " << options.path << ": " << read.reason << "\n";

@@ -79,7 +79,7 @@ std::string KindName(int kind) {
 }
 
 const std::string& NodeName(const Workspace& ws, int node) {
-    return ws.circuit.NodeLabels[node].Name;
+    return ws.Circuit.NodeLabels[node].Name;
 }
 
 std::string Section(std::string_view title, const std::string& body) {
@@ -101,12 +101,12 @@ std::vector<std::string> RightAligned(const std::vector<std::string>& numbers) {
 
 std::string NodeVoltages(const Workspace& ws, int sigFigs) {
     std::vector<std::string> voltages;
-    for (int node = 1; node <= ws.circuit.NumNodes; ++node) {
-        voltages.push_back(FormatNumber(ws.circuit.NodeLabels[node].Voltage, sigFigs));
+    for (int node = 1; node <= ws.Circuit.NumNodes; ++node) {
+        voltages.push_back(FormatNumber(ws.Circuit.NodeLabels[node].Voltage, sigFigs));
     }
     const std::vector<std::string> cells = RightAligned(voltages);
     TextTable table;
-    for (int node = 1; node <= ws.circuit.NumNodes; ++node) {
+    for (int node = 1; node <= ws.Circuit.NumNodes; ++node) {
         table.Row({NodeName(ws, node), cells[static_cast<std::size_t>(node - 1)] + " V"});
     }
     return table.Text();
@@ -121,18 +121,18 @@ std::string Devices(Workspace& ws, int sigFigs) {
     ws.ViewMode = kViewValues;
     TextTable table;
     table.Row({"device", "value", "at", "between", "current", "voltage", "power"});
-    for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
-        const Element& element = ws.circuit.Elements[slot];
+    for (int slot = 1; slot <= ws.Circuit.NumElements; ++slot) {
+        const Element& element = ws.Circuit.Elements[slot];
         if (element.Kind == kEmpty) {
             continue;
         }
         const auto label = [&](int view) {
             return labels[static_cast<std::size_t>(view)][static_cast<std::size_t>(slot)];
         };
-        const int chain = ws.topology.Placements.at(static_cast<std::size_t>(slot)).chain;
+        const int chain = ws.Topology.Placements.at(static_cast<std::size_t>(slot)).chain;
         std::string between;
         if (chain != 0) {
-            const Branch& branch = ws.topology.Branches[chain];
+            const Branch& branch = ws.Topology.Branches[chain];
             between = NodeName(ws, branch.StartNode) + ", " + NodeName(ws, branch.EndNode);
         }
         table.Row({KindName(element.Kind), label(kViewValues),
@@ -160,7 +160,7 @@ std::string VariableName(const EqnVar& var) {
 }
 
 std::string EquationLines(const Workspace& ws) {
-    const Equations& eq = ws.equations;
+    const Equations& eq = ws.Equations;
     TextTable table;
     for (const BatteryConstraint& constraint : eq.Constraints) {
         table.Row({"through batteries", constraint.Text});
@@ -175,11 +175,11 @@ std::string EquationLines(const Workspace& ws) {
 
 // The rows of a matrix with the unknowns over their columns and the constants after a bar.
 std::string MatrixLines(const Workspace& ws, const AugmentedMatrix& matrix, int sigFigs) {
-    const int n = ws.equations.NumUnknowns;
+    const int n = ws.Equations.NumUnknowns;
     std::vector<bool> right(static_cast<std::size_t>(n) + 2, true);
     TextTable table(right);
     std::vector<std::string> heading;
-    for (const EqnVar& var : ws.equations.EqnVars) {
+    for (const EqnVar& var : ws.Equations.EqnVars) {
         heading.push_back(var.VarName);
     }
     heading.insert(heading.end(), {"", ""});
@@ -198,15 +198,15 @@ std::string MatrixLines(const Workspace& ws, const AugmentedMatrix& matrix, int 
 
 std::string Solutions(const Workspace& ws, int sigFigs) {
     std::vector<std::string> names, values, units, notes;
-    for (const EqnVar& var : ws.equations.EqnVars) {
+    for (const EqnVar& var : ws.Equations.EqnVars) {
         names.push_back(var.VarName);
         values.push_back(
-            FormatNumber(ws.circuit.NodeLabels[NodeAt(ws, var.Node)].Voltage, sigFigs));
+            FormatNumber(ws.Circuit.NodeLabels[NodeAt(ws, var.Node)].Voltage, sigFigs));
         units.push_back("V");
         notes.push_back("");
     }
     // The current of each chain of batteries only, named once (its twin carries "-I").
-    const Topology& topology = ws.topology;
+    const Topology& topology = ws.Topology;
     for (int chain = 1; chain <= topology.NumBranches; ++chain) {
         const Branch& branch = topology.Branches[chain];
         if (branch.CurrentName.empty() || branch.CurrentName.front() != 'I') {
@@ -237,18 +237,18 @@ std::string SolveText(Workspace& ws, const SolvedRun& run, const std::string& me
         text += message.empty() ? std::string(".\n") : ": " + message + "\n";
         return text;
     }
-    const int sigFigs = ws.preferences.SigFigs;
+    const int sigFigs = ws.Preferences.SigFigs;
     text += "Solved, numbers to " + std::to_string(sigFigs) + " significant figures.\n";
     text += Section("Node voltages", NodeVoltages(ws, sigFigs));
     text += Section("Devices", Devices(ws, sigFigs));
     text += Section("Power", PowerTotals(ws, sigFigs));
-    if (ws.equations.NumUnknowns == 0) {
+    if (ws.Equations.NumUnknowns == 0) {
         text += Section("Equations", "  There are no unknown node voltages and no equations.\n");
         return text;
     }
     text += Section("Equations", EquationLines(ws));
-    text += Section("Augmented matrix", MatrixLines(ws, ws.equations.Augmented, sigFigs));
-    text += Section("Reduced row echelon form", MatrixLines(ws, ws.equations.Reduced, sigFigs));
+    text += Section("Augmented matrix", MatrixLines(ws, ws.Equations.Augmented, sigFigs));
+    text += Section("Reduced row echelon form", MatrixLines(ws, ws.Equations.Reduced, sigFigs));
     text += Section("Solutions", Solutions(ws, sigFigs));
     return text;
 }

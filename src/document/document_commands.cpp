@@ -21,7 +21,7 @@ CommandResult OpenPath(DocumentContext& context, const std::string& path) {
         return CommandResult{};
     }
     CommandResult result = FileNew(context, true);
-    LoadFromIniFile(context.workspace.circuit, path);
+    LoadFromIniFile(context.workspace.Circuit, path);
     if (!check.complete) {
         context.prompts.ShowMessage("The file " + path + " could not be read whole (" +
                                         check.reason +
@@ -37,7 +37,7 @@ CommandResult OpenPath(DocumentContext& context, const std::string& path) {
 }
 
 bool WriteTo(DocumentContext& context, const std::string& path) {
-    const SaveResult saved = SaveToIniFile(context.workspace.circuit, path);
+    const SaveResult saved = SaveToIniFile(context.workspace.Circuit, path);
     if (!saved.saved) {
         context.prompts.ShowMessage("The circuit could not be saved as " + path + ". " +
                                         saved.reason,
@@ -50,7 +50,7 @@ bool WriteTo(DocumentContext& context, const std::string& path) {
 
 void RunSavePrompt(DocumentContext& context) {
     const Workspace& ws = context.workspace;
-    if (!NeedFileSave(ws.circuit, ws.CurrentFileName)) {
+    if (!NeedFileSave(ws.Circuit, ws.CurrentFileName)) {
         return;
     }
     if (context.prompts.AskYesNo(kSavePromptText)) {
@@ -65,8 +65,8 @@ CommandResult FileNew(DocumentContext& context, bool opening) {
     Workspace& ws = context.workspace;
     CommandResult result;
     result.cleared = true;
-    if (ws.circuit.NumWires != 0) {
-        result.undoAvailable = EraseWholeCircuit(ws.circuit);
+    if (ws.Circuit.NumWires != 0) {
+        result.undoAvailable = EraseWholeCircuit(ws.Circuit);
     }
     ws.Step = kStepEdit;
     ws.ViewMode = kViewValues;

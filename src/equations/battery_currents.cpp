@@ -26,17 +26,17 @@ int CurrentVariable(std::string_view name) {
 // balance the known currents leaving it through its other chains.
 int LoadSupernodeEquations(const Workspace& ws, AugmentedMatrix& matrix, int variables) {
     int row = 0;
-    for (int s = 1; s <= ws.equations.NumSuperNodes; ++s) {
-        const auto& members = ws.equations.SuperNodes[s].Nodes;
+    for (int s = 1; s <= ws.Equations.NumSuperNodes; ++s) {
+        const auto& members = ws.Equations.SuperNodes[s].Nodes;
         for (std::size_t m = 1; m < members.size(); ++m) {
             ++row;
             const int slot = NodeAt(ws, members[m]);
-            for (int b = 1; b <= ws.topology.NumBranches; ++b) {
-                const Branch& chain = ws.topology.Branches[b];
+            for (int b = 1; b <= ws.Topology.NumBranches; ++b) {
+                const Branch& chain = ws.Topology.Branches[b];
                 if (chain.StartNode != slot) {
                     continue;
                 }
-                if (IsBranchOfSN(ws.equations, b, s)) {
+                if (IsBranchOfSN(ws.Equations, b, s)) {
                     const int k = CurrentVariable(chain.CurrentName);
                     matrix(row, k) += chain.CurrentName.front() == '-' ? -1 : 1;
                 } else if (chain.Current == kUnknownCurrent) {
@@ -53,7 +53,7 @@ int LoadSupernodeEquations(const Workspace& ws, AugmentedMatrix& matrix, int var
 } // namespace
 
 void GetSuperCurrents(Workspace& ws, Prompts& prompts, const DevicePlacements& placements) {
-    const int variables = ws.topology.NumCurrents;
+    const int variables = ws.Topology.NumCurrents;
     if (variables == 0) {
         return;
     }
@@ -70,25 +70,25 @@ void GetSuperCurrents(Workspace& ws, Prompts& prompts, const DevicePlacements& p
         }
         current[static_cast<std::size_t>(row)] = matrix(row, variables + 1);
     }
-    for (int b = 1; b <= ws.topology.NumBranches; ++b) {
-        Branch& chain = ws.topology.Branches[b];
+    for (int b = 1; b <= ws.Topology.NumBranches; ++b) {
+        Branch& chain = ws.Topology.Branches[b];
         if (!chain.CurrentName.empty()) {
             const double i =
                 current.at(static_cast<std::size_t>(CurrentVariable(chain.CurrentName)));
             chain.Current = chain.CurrentName.front() == '-' ? -i : i;
         }
     }
-    for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
-        Element& element = ws.circuit.Elements[slot];
+    for (int slot = 1; slot <= ws.Circuit.NumElements; ++slot) {
+        Element& element = ws.Circuit.Elements[slot];
         if (element.Kind == kEmpty || element.Branch != 0) {
             continue;
         }
         const ChainPlacement placement = placements.at(static_cast<std::size_t>(slot));
-        if (placement.chain == 0 || ws.topology.Branches[placement.chain].CurrentName.empty()) {
+        if (placement.chain == 0 || ws.Topology.Branches[placement.chain].CurrentName.empty()) {
             continue;
         }
         const int sign = TravelIsScreenPositive(placement.travel) ? 1 : -1;
-        element.Current = sign * ws.topology.Branches[placement.chain].Current;
+        element.Current = sign * ws.Topology.Branches[placement.chain].Current;
         element.Branch = static_cast<std::int16_t>(sign * placement.chain);
     }
 }

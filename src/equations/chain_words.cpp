@@ -24,16 +24,16 @@ std::string ReversedPath(const std::string& path) {
 
 // The devices on a chain or on its twin, in slot order.
 std::vector<const Element*> DevicesOn(const Workspace& ws, int b) {
-    const Branch& chain = ws.topology.Branches[b];
+    const Branch& chain = ws.Topology.Branches[b];
     const std::string reversed = ReversedPath(chain.Path);
     std::vector<const Element*> devices;
-    for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
-        const Element& element = ws.circuit.Elements[slot];
+    for (int slot = 1; slot <= ws.Circuit.NumElements; ++slot) {
+        const Element& element = ws.Circuit.Elements[slot];
         const int on = std::abs(element.Branch);
-        if (element.Kind == kEmpty || on == 0 || on > ws.topology.NumBranches) {
+        if (element.Kind == kEmpty || on == 0 || on > ws.Topology.NumBranches) {
             continue;
         }
-        const Branch& other = ws.topology.Branches[on];
+        const Branch& other = ws.Topology.Branches[on];
         if (on == b || (other.StartNode == chain.EndNode && other.EndNode == chain.StartNode &&
                         other.Path == reversed)) {
             devices.push_back(&element);
@@ -67,20 +67,20 @@ std::string DevicesText(const Workspace& ws, int b, bool (*sort)(int), std::stri
 } // namespace
 
 std::string NodeName(const Workspace& ws, int slot) {
-    return ws.circuit.NodeLabels[slot].Name;
+    return ws.Circuit.NodeLabels[slot].Name;
 }
 
 namespace {
 
 std::string Between(const Workspace& ws, int b) {
-    const Branch& chain = ws.topology.Branches[b];
+    const Branch& chain = ws.Topology.Branches[b];
     return " between " + NodeName(ws, chain.StartNode) + " and " + NodeName(ws, chain.EndNode);
 }
 
 } // namespace
 
 std::string ChainText(const Workspace& ws, int b) {
-    const Branch& chain = ws.topology.Branches[b];
+    const Branch& chain = ws.Topology.Branches[b];
     std::string devices =
         chain.SourceCurrent != 0
             ? DevicesText(ws, b, IsCurrentSource, "current source", "current sources")

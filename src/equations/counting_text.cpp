@@ -27,7 +27,7 @@ void AppendCount(std::string& text, int count) {
 }
 
 const EqnVar& Variable(const Workspace& ws, int number) {
-    return ws.equations.EqnVars.at(static_cast<std::size_t>(number - 1));
+    return ws.Equations.EqnVars.at(static_cast<std::size_t>(number - 1));
 }
 
 std::string_view KindOfVariable(const Workspace& ws, int number) {
@@ -35,26 +35,26 @@ std::string_view KindOfVariable(const Workspace& ws, int number) {
 }
 
 void AppendElimination(std::string& text, const Workspace& ws) {
-    const auto& constraints = ws.equations.Constraints;
+    const auto& constraints = ws.Equations.Constraints;
     const int eliminated = static_cast<int>(constraints.size());
     Append(text, "We can eliminate "sv);
     AppendCount(text, eliminated);
-    Append(text, " "sv, ws.naming.HasReference != 0 ? "more "sv : ""sv,
+    Append(text, " "sv, ws.Naming.HasReference != 0 ? "more "sv : ""sv,
            eliminated == 1 ? "unknown, "sv : "unknowns, "sv);
     for (int k = eliminated; k >= 1; --k) {
         const BatteryConstraint& record = constraints[static_cast<std::size_t>(k - 1)];
-        Append(text, ws.circuit.NodeLabels[NodeAt(ws, record.Position)].Name, ", "sv);
+        Append(text, ws.Circuit.NodeLabels[NodeAt(ws, record.Position)].Name, ", "sv);
     }
     Append(text, "by using the fact that "sv);
     for (int k = eliminated; k >= 1; --k) {
         Append(text, k < eliminated ? ", "sv : ""sv,
                constraints[static_cast<std::size_t>(k - 1)].Text);
     }
-    if (ws.equations.NumSuperNodes == 1) {
+    if (ws.Equations.NumSuperNodes == 1) {
         Append(text, ".  Doing this creates an extended node or 'supernode'.  "sv);
     } else {
         Append(text, ".  Doing this creates "sv);
-        AppendCount(text, ws.equations.NumSuperNodes);
+        AppendCount(text, ws.Equations.NumSuperNodes);
         Append(text, " extended nodes or 'supernodes'.  "sv);
     }
     Append(text,
@@ -64,7 +64,7 @@ void AppendElimination(std::string& text, const Workspace& ws) {
 }
 
 void AppendResult(std::string& text, const Workspace& ws) {
-    const int n = ws.equations.NumUnknowns;
+    const int n = ws.Equations.NumUnknowns;
     if (n == 0) {
         Append(text, "The result is a circuit with no unknowns."sv, kParagraphEnd);
         return;
@@ -84,8 +84,8 @@ void AppendResult(std::string& text, const Workspace& ws) {
 }
 
 void AppendEquations(std::string& text, const Workspace& ws) {
-    const int n = ws.equations.NumUnknowns;
-    const bool batteries = !ws.equations.Constraints.empty();
+    const int n = ws.Equations.NumUnknowns;
+    const bool batteries = !ws.Equations.Constraints.empty();
     if (n == 1) {
         Append(text,
                "To solve for this unknown we need an equation, which we can get by applying "
@@ -96,9 +96,9 @@ void AppendEquations(std::string& text, const Workspace& ws) {
     Append(text, "To solve for these unknowns we need "sv);
     AppendCount(text, n);
     Append(text, " equations, which we can get by applying Kirchhoff's Current Law at every "sv);
-    if (ws.naming.HasReference != 0) {
+    if (ws.Naming.HasReference != 0) {
         int superNode = 0;
-        const bool superReference = IsAnchorNode(ws.equations, 1, superNode);
+        const bool superReference = IsAnchorNode(ws.Equations, 1, superNode);
         Append(text, batteries ? "node or supernode "sv : "node "sv, "except the reference "sv,
                superReference ? "supernode"sv : "node"sv, "."sv, kParagraphEnd);
         return;
@@ -128,7 +128,7 @@ void AppendEquations(std::string& text, const Workspace& ws) {
 }
 
 bool AnySuperNodeVariable(const Workspace& ws) {
-    for (const EqnVar& var : ws.equations.EqnVars) {
+    for (const EqnVar& var : ws.Equations.EqnVars) {
         if (var.SuperNode > 0) {
             return true;
         }
@@ -139,9 +139,9 @@ bool AnySuperNodeVariable(const Workspace& ws) {
 } // namespace
 
 std::string LoadTextboxWithCounting(const Workspace& ws) {
-    const int nodes = ws.circuit.NumNodes;
-    const bool reference = ws.naming.HasReference != 0;
-    const bool batteries = !ws.equations.Constraints.empty();
+    const int nodes = ws.Circuit.NumNodes;
+    const bool reference = ws.Naming.HasReference != 0;
+    const bool batteries = !ws.Equations.Constraints.empty();
     std::string text;
     text.reserve(2048);
     Append(text,
@@ -167,7 +167,7 @@ std::string LoadTextboxWithCounting(const Workspace& ws) {
     if (reference || batteries) {
         AppendResult(text, ws);
     }
-    if (ws.equations.NumUnknowns >= 1) {
+    if (ws.Equations.NumUnknowns >= 1) {
         AppendEquations(text, ws);
     }
     if (AnySuperNodeVariable(ws)) {
@@ -182,7 +182,7 @@ std::string LoadTextboxWithCounting(const Workspace& ws) {
 
 std::array<std::string, 7> ChooseEqnText(const Workspace& ws, int sigFigs) {
     std::array<std::string, 7> text;
-    const int n = ws.equations.NumUnknowns;
+    const int n = ws.Equations.NumUnknowns;
     if (n == 0) {
         text[0] = "There are no unknown nodal voltages and no equations.";
         return text;
@@ -193,7 +193,7 @@ std::array<std::string, 7> ChooseEqnText(const Workspace& ws, int sigFigs) {
                var.VarName, " results in this equation:"sv);
         text[2] = "Collecting terms in the above equation then results in this equation:";
         Append(text[3], "Solving this equation gives  "sv, var.VarName, " = "sv,
-               FormatNumber(ws.circuit.NodeLabels[NodeAt(ws, var.Node)].Voltage, sigFigs));
+               FormatNumber(ws.Circuit.NodeLabels[NodeAt(ws, var.Node)].Voltage, sigFigs));
         return text;
     }
     text[0].reserve(96 + 16 * static_cast<std::size_t>(n));
@@ -212,7 +212,7 @@ std::array<std::string, 7> ChooseEqnText(const Workspace& ws, int sigFigs) {
     // the node that the solution below sets to 0.
     if (const int zero = ZeroVariable(ws); zero != 0) {
         Append(text[6], "Notice that giving "sv,
-               ws.circuit.NodeLabels[NodeAt(ws, Variable(ws, zero).Node)].Name,
+               ws.Circuit.NodeLabels[NodeAt(ws, Variable(ws, zero).Node)].Name,
                " a value, (say 0, thus making it the reference) makes it possible to then give "
                "values to the other variables."sv);
     }

@@ -60,19 +60,19 @@ bool IsCircuitValue(const Workspace& ws, double value) {
     const auto same = [value](double known) {
         return std::fabs(std::fabs(value) - std::fabs(known)) <= 1e-6 * std::fabs(known);
     };
-    for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
-        if (ws.circuit.Elements[slot].Kind != kEmpty && same(ws.circuit.Elements[slot].Value)) {
+    for (int slot = 1; slot <= ws.Circuit.NumElements; ++slot) {
+        if (ws.Circuit.Elements[slot].Kind != kEmpty && same(ws.Circuit.Elements[slot].Value)) {
             return true;
         }
     }
-    for (int b = 1; b <= ws.topology.NumBranches; ++b) {
-        const Branch& chain = ws.topology.Branches[b];
+    for (int b = 1; b <= ws.Topology.NumBranches; ++b) {
+        const Branch& chain = ws.Topology.Branches[b];
         if (same(chain.Resistance) || same(chain.EMF) || same(chain.SourceCurrent)) {
             return true;
         }
     }
-    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-        if (same(ws.circuit.NodeLabels[slot].AliasOffset)) {
+    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
+        if (same(ws.Circuit.NodeLabels[slot].AliasOffset)) {
             return true;
         }
     }
@@ -83,7 +83,7 @@ class Judge {
   public:
     Judge(const Workspace& ws, int variable)
         : ws_(ws), variable_(variable), names_(EquationNames(ws)) {
-        problem_.unknowns = ws.equations.NumUnknowns;
+        problem_.unknowns = ws.Equations.NumUnknowns;
         problem_.currents = CurrentCount(names_);
         program_ = ProgramForm(ws, problem_, variable);
     }
@@ -126,7 +126,7 @@ class Judge {
     }
 
     std::string VariableName(int variable) const {
-        return ws_.equations.EqnVars[static_cast<std::size_t>(variable - 1)].VarName;
+        return ws_.Equations.EqnVars[static_cast<std::size_t>(variable - 1)].VarName;
     }
 
     std::string Caption() const { return EquationCaption(ws_, variable_); }
@@ -188,8 +188,8 @@ class Judge {
 
     // "V5=V3+5": how the batteries fix a member's voltage through its anchor's.
     std::string ConstraintOf(int slot) const {
-        for (const BatteryConstraint& constraint : ws_.equations.Constraints) {
-            if (constraint.Position == ws_.naming.NodeRank[slot]) {
+        for (const BatteryConstraint& constraint : ws_.Equations.Constraints) {
+            if (constraint.Position == ws_.Naming.NodeRank[slot]) {
                 return constraint.Text;
             }
         }
@@ -201,13 +201,13 @@ class Judge {
         const std::vector<int> chains = ChainsOf(ws_, variable_);
         const std::vector<int> members = MembersOf(ws_, variable_);
         const auto isMember = [&](int slot) {
-            return std::find(members.begin(), members.end(), ws_.naming.NodeRank[slot]) !=
+            return std::find(members.begin(), members.end(), ws_.Naming.NodeRank[slot]) !=
                    members.end();
         };
         Likeliest likeliest;
         for (const int b : chains) {
             const Term term = TermOf(ws_, problem_, b);
-            const Branch& chain = ws_.topology.Branches[b];
+            const Branch& chain = ws_.Topology.Branches[b];
             const auto chainText = [&] { return ChainText(ws_, b); };
             likeliest.Offer(Explains(term.whole, -2), [&] {
                 return chain.SourceCurrent != 0
@@ -246,8 +246,8 @@ class Judge {
         }
         // A current the equation leaves out: one inside the supernode, or a resistor's
         // elsewhere (another source's current would only be a wrong constant).
-        for (int b = 1; b <= ws_.topology.NumBranches; ++b) {
-            const Branch& chain = ws_.topology.Branches[b];
+        for (int b = 1; b <= ws_.Topology.NumBranches; ++b) {
+            const Branch& chain = ws_.Topology.Branches[b];
             const bool inside = isMember(chain.StartNode) && isMember(chain.EndNode);
             const bool ownTerm = std::find(chains.begin(), chains.end(), b) != chains.end();
             if (ownTerm || chain.EndNode == chain.StartNode ||
@@ -273,7 +273,7 @@ class Judge {
                     return "the term of " + ChainText(ws_, b) +
                            " is not right: it is the voltage across the chain "
                            "divided by " +
-                           ShortestText(ws_.topology.Branches[b].Resistance) + " \u03A9";
+                           ShortestText(ws_.Topology.Branches[b].Resistance) + " \u03A9";
                 });
         }
         return likeliest.Hint();
@@ -336,18 +336,18 @@ bool SameAtFigures(double found, double actual, int sigFigs) {
 } // namespace
 
 int EquationAtNode(const Workspace& ws, std::string_view name) {
-    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-        if (ws.circuit.NodeLabels[slot].Name == name) {
-            return EqnVarWithNode(ws.equations, ws.naming.NodeRank[slot]);
+    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
+        if (ws.Circuit.NodeLabels[slot].Name == name) {
+            return EqnVarWithNode(ws.Equations, ws.Naming.NodeRank[slot]);
         }
     }
     return 0;
 }
 
 std::string WhyNoEquationAt(const Workspace& ws, std::string_view name) {
-    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-        if (ws.circuit.NodeLabels[slot].Name == name) {
-            return IsReferencePosition(ws, ws.naming.NodeRank[slot])
+    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
+        if (ws.Circuit.NodeLabels[slot].Name == name) {
+            return IsReferencePosition(ws, ws.Naming.NodeRank[slot])
                        ? std::string(name) + " is the reference node, which has no equation"
                        : std::string(name) +
                              " is in the supernode of the reference node, which has no equation";
@@ -357,13 +357,13 @@ std::string WhyNoEquationAt(const Workspace& ws, std::string_view name) {
 }
 
 std::string EquationCaption(const Workspace& ws, int variable) {
-    const EqnVar& var = ws.equations.EqnVars.at(static_cast<std::size_t>(variable - 1));
+    const EqnVar& var = ws.Equations.EqnVars.at(static_cast<std::size_t>(variable - 1));
     return (var.SuperNode > 0 ? "supernode " : "node ") + var.VarName;
 }
 
 std::vector<std::string> EquationAnchors(const Workspace& ws) {
     std::vector<std::string> anchors;
-    for (const EqnVar& var : ws.equations.EqnVars) {
+    for (const EqnVar& var : ws.Equations.EqnVars) {
         anchors.push_back(var.VarName);
     }
     return anchors;
@@ -377,14 +377,14 @@ AnswerVerdict CheckAnswer(const Workspace& ws, std::string_view name, double val
     AnswerVerdict verdict;
     double actual = 0;
     std::string quantity;
-    for (int slot = 1; slot <= ws.circuit.NumNodes && !verdict.known; ++slot) {
-        if (ws.circuit.NodeLabels[slot].Name == name) {
+    for (int slot = 1; slot <= ws.Circuit.NumNodes && !verdict.known; ++slot) {
+        if (ws.Circuit.NodeLabels[slot].Name == name) {
             verdict.known = true;
-            actual = ws.circuit.NodeLabels[slot].Voltage;
+            actual = ws.Circuit.NodeLabels[slot].Voltage;
         }
     }
-    for (int b = 1; b <= ws.topology.NumBranches && !verdict.known; ++b) {
-        const Branch& chain = ws.topology.Branches[b];
+    for (int b = 1; b <= ws.Topology.NumBranches && !verdict.known; ++b) {
+        const Branch& chain = ws.Topology.Branches[b];
         if (chain.CurrentName == name && chain.Current != kUnknownCurrent) {
             verdict.known = true;
             actual = chain.Current;
@@ -403,8 +403,8 @@ AnswerVerdict CheckAnswer(const Workspace& ws, std::string_view name, double val
         verdict.hint = "the size is right but the sign is wrong";
         return verdict;
     }
-    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-        const NodeLabel& node = ws.circuit.NodeLabels[slot];
+    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
+        const NodeLabel& node = ws.Circuit.NodeLabels[slot];
         if (node.Name != name && node.Name != "0" && SameAtFigures(value, node.Voltage, sigFigs)) {
             verdict.hint = "that is the voltage of " + node.Name + figures;
             return verdict;

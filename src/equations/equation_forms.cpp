@@ -9,15 +9,15 @@ namespace ampora {
 
 Names EquationNames(const Workspace& ws) {
     Names names;
-    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
+    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
         // The reference's "0" reads as the number it stands for.
-        const std::string& name = ws.circuit.NodeLabels[slot].Name;
+        const std::string& name = ws.Circuit.NodeLabels[slot].Name;
         names.texts.push_back(name == "0" ? std::string() : name);
         names.nodeSlot.push_back(slot);
         names.currentChain.push_back(0);
     }
-    for (int b = 1; b <= ws.topology.NumBranches; ++b) {
-        const std::string& name = ws.topology.Branches[b].CurrentName;
+    for (int b = 1; b <= ws.Topology.NumBranches; ++b) {
+        const std::string& name = ws.Topology.Branches[b].CurrentName;
         if (!name.empty() && name.front() == 'I') {
             names.texts.push_back(name);
             names.nodeSlot.push_back(0);
@@ -33,12 +33,12 @@ int CurrentCount(const Names& names) {
 }
 
 Voltage VoltageOf(const Workspace& ws, int slot) {
-    const int position = ws.naming.NodeRank[slot];
+    const int position = ws.Naming.NodeRank[slot];
     if (IsReferencePosition(ws, position)) {
         return {};
     }
-    const NodeLabel& node = ws.circuit.NodeLabels[slot];
-    return {EqnVarWithNode(ws.equations, position), node.Alias.empty() ? 0.0 : node.AliasOffset};
+    const NodeLabel& node = ws.Circuit.NodeLabels[slot];
+    return {EqnVarWithNode(ws.Equations, position), node.Alias.empty() ? 0.0 : node.AliasOffset};
 }
 
 Form StudentForm(const Workspace& ws, const Names& names, const Problem& problem,
@@ -64,14 +64,14 @@ Form StudentForm(const Workspace& ws, const Names& names, const Problem& problem
 Form ProgramForm(const Workspace& ws, const Problem& problem, int row) {
     Form form(problem.Size(), 0.0);
     for (int c = 1; c <= problem.unknowns; ++c) {
-        form[static_cast<std::size_t>(c - 1)] = ws.equations.Augmented(row, c);
+        form[static_cast<std::size_t>(c - 1)] = ws.Equations.Augmented(row, c);
     }
-    form.back() = ws.equations.Augmented(row, problem.unknowns + 1);
+    form.back() = ws.Equations.Augmented(row, problem.unknowns + 1);
     return form;
 }
 
 Term TermOf(const Workspace& ws, const Problem& problem, int b) {
-    const Branch& chain = ws.topology.Branches[b];
+    const Branch& chain = ws.Topology.Branches[b];
     Term term{b, Form(problem.Size(), 0.0), {}, {}, {}, {}};
     if (chain.SourceCurrent != 0) {
         term.whole.back() = -chain.SourceCurrent;
@@ -107,9 +107,9 @@ Term TermOf(const Workspace& ws, const Problem& problem, int b) {
 }
 
 std::vector<int> MembersOf(const Workspace& ws, int variable) {
-    const EqnVar& var = ws.equations.EqnVars[static_cast<std::size_t>(variable - 1)];
+    const EqnVar& var = ws.Equations.EqnVars[static_cast<std::size_t>(variable - 1)];
     if (var.SuperNode > 0) {
-        const std::vector<std::int16_t>& nodes = ws.equations.SuperNodes[var.SuperNode].Nodes;
+        const std::vector<std::int16_t>& nodes = ws.Equations.SuperNodes[var.SuperNode].Nodes;
         return {nodes.begin(), nodes.end()};
     }
     return {var.Node};
@@ -122,10 +122,10 @@ std::vector<int> ChainsOf(const Workspace& ws, int variable) {
     std::vector<int> chains;
     for (const int member : members) {
         const int slot = NodeAt(ws, member);
-        for (const int b : ChainsFrom(ws.topology, slot)) {
-            const int end = ws.topology.Branches[b].EndNode;
+        for (const int b : ChainsFrom(ws.Topology, slot)) {
+            const int end = ws.Topology.Branches[b].EndNode;
             const bool inside =
-                std::find(members.begin(), members.end(), ws.naming.NodeRank[end]) != members.end();
+                std::find(members.begin(), members.end(), ws.Naming.NodeRank[end]) != members.end();
             if (end != slot && !inside) {
                 chains.push_back(b);
             }

@@ -7,7 +7,7 @@ std::optional<ExactElimination> ExactNodeElimination(const Workspace& ws) {
     if (!start) {
         return std::nullopt;
     }
-    return EliminateExactly(*start, ws.equations.RowOps);
+    return EliminateExactly(*start, ws.Equations.RowOps);
 }
 
 } // namespace ampora

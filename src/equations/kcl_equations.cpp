@@ -54,10 +54,10 @@ using Terms = std::array<Term, kMaxChains>;
 
 // True for a chain that joins two members of the supernode: it carries no current out.
 bool StaysInside(const Workspace& ws, int chainSlot, int superNode) {
-    const int endPosition = ws.naming.NodeRank[ws.topology.Branches[chainSlot].EndNode];
-    return IsBranchOfSN(ws.equations, chainSlot, superNode) ||
+    const int endPosition = ws.Naming.NodeRank[ws.Topology.Branches[chainSlot].EndNode];
+    return IsBranchOfSN(ws.Equations, chainSlot, superNode) ||
            IsOnList(static_cast<std::int16_t>(endPosition),
-                    ws.equations.SuperNodes[superNode].Nodes);
+                    ws.Equations.SuperNodes[superNode].Nodes);
 }
 
 // The chains that carry current out of the variable's node, member by member for a
@@ -67,13 +67,13 @@ bool StaysInside(const Workspace& ws, int chainSlot, int superNode) {
 std::span<const Term> GatherTerms(const Workspace& ws, const EqnVar& var, Terms& terms) {
     const std::span<const std::int16_t> members =
         var.SuperNode > 0
-            ? std::span<const std::int16_t>(ws.equations.SuperNodes[var.SuperNode].Nodes)
+            ? std::span<const std::int16_t>(ws.Equations.SuperNodes[var.SuperNode].Nodes)
             : std::span<const std::int16_t>(&var.Node, 1);
     std::size_t count = 0;
     for (const int member : members) {
         const int slot = NodeAt(ws, member);
-        for (const int b : ChainsFrom(ws.topology, slot)) {
-            const Branch& chain = ws.topology.Branches[b];
+        for (const int b : ChainsFrom(ws.Topology, slot)) {
+            const Branch& chain = ws.Topology.Branches[b];
             if (chain.EndNode == slot) {
                 continue;
             }
@@ -82,7 +82,7 @@ std::span<const Term> GatherTerms(const Workspace& ws, const EqnVar& var, Terms&
             }
             Term& term = terms.at(count++);
             term.chain = &chain;
-            term.start = &ws.circuit.NodeLabels[slot];
+            term.start = &ws.Circuit.NodeLabels[slot];
             term.end = nullptr;
             term.endVariable = 0;
             term.emfSize.size = 0;
@@ -90,8 +90,8 @@ std::span<const Term> GatherTerms(const Workspace& ws, const EqnVar& var, Terms&
                 WriteNumber(term.number, {}, chain.SourceCurrent);
                 continue;
             }
-            term.end = &ws.circuit.NodeLabels[chain.EndNode];
-            term.endVariable = EqnVarWithNode(ws.equations, ws.naming.NodeRank[chain.EndNode]);
+            term.end = &ws.Circuit.NodeLabels[chain.EndNode];
+            term.endVariable = EqnVarWithNode(ws.Equations, ws.Naming.NodeRank[chain.EndNode]);
             WriteNumber(term.number, kConductancePrefix, chain.Resistance);
             if (chain.EMF != 0) {
                 WriteNumber(term.emfSize, {}, chain.EMF < 0 ? std::fabs(chain.EMF) : chain.EMF);
@@ -219,7 +219,7 @@ bool UsesColumn(std::span<const Term> terms, int row, int column) {
 
 // The unknowns on the left, each with the sum of its conductances, "=", the constants.
 std::string Collected(const Workspace& ws, int row, std::span<const Term> terms) {
-    const int n = ws.equations.NumUnknowns;
+    const int n = ws.Equations.NumUnknowns;
     std::string equation;
     equation.reserve(16 + 16 * static_cast<std::size_t>(n) + 24 * terms.size());
     for (int column = 1; column <= std::min(n, kMaxUnknowns); ++column) {
@@ -233,7 +233,7 @@ std::string Collected(const Workspace& ws, int row, std::span<const Term> terms)
         }
         AppendConductances(equation, terms, row, column);
         equation += ")*";
-        equation += ws.equations.EqnVars[static_cast<std::size_t>(column - 1)].VarName;
+        equation += ws.Equations.EqnVars[static_cast<std::size_t>(column - 1)].VarName;
     }
     equation += '=';
     AppendConstants(equation, terms);
@@ -246,7 +246,7 @@ template <typename Cells, typename Value>
 void LoadRow(const Workspace& ws, Cells& matrix, int row, std::span<const Term> terms,
              Value value) {
     using Number = decltype(value(0.0f));
-    const int rhs = ws.equations.NumUnknowns + 1;
+    const int rhs = ws.Equations.NumUnknowns + 1;
     for (const Term& term : terms) {
         const Branch& chain = *term.chain;
         if (term.IsSource()) {
@@ -288,7 +288,7 @@ struct ShownValue {
 } // namespace
 
 void WriteNodeEquations(Workspace& ws) {
-    Equations& eq = ws.equations;
+    Equations& eq = ws.Equations;
     ws.Matrix.cells.fill(0);
     eq.FirstWritten.clear();
     eq.Collected.clear();
@@ -306,7 +306,7 @@ void WriteNodeEquations(Workspace& ws) {
 }
 
 std::optional<ExactMatrix> ExactNodeMatrix(const Workspace& ws) {
-    const Equations& eq = ws.equations;
+    const Equations& eq = ws.Equations;
     const int n = eq.NumUnknowns;
     if (n <= 0 || n > kMaxUnknowns || eq.EqnVars.size() != static_cast<std::size_t>(n)) {
         return std::nullopt;

@@ -44,7 +44,7 @@ std::string GjText(const AugmentedMatrix& matrix, int unknowns) {
 }
 
 std::string MatrixCsvText(const Workspace& ws) {
-    const Equations& eq = ws.equations;
+    const Equations& eq = ws.Equations;
     std::string text;
     for (const EqnVar& var : eq.EqnVars) {
         text += CsvField(var.VarName) + ',';
@@ -56,7 +56,7 @@ std::string MatrixCsvText(const Workspace& ws) {
 
 bool ExportMatrix(DocumentContext& context) {
     const Workspace& ws = context.workspace;
-    if (ws.Step != 3 || ws.equations.NumUnknowns <= 0) {
+    if (ws.Step != 3 || ws.Equations.NumUnknowns <= 0) {
         return false;
     }
     const std::string folder =

@@ -37,7 +37,7 @@ void MarkRows(ShownStep& step, const RowOperation& operation) {
 // "Name=value" for each unknown, read from rows whose one coefficient is a leading 1.
 std::vector<std::string> Solutions(const Workspace& ws, const std::vector<std::string>& cells,
                                    const std::vector<bool>& zero) {
-    const int n = ws.equations.NumUnknowns;
+    const int n = ws.Equations.NumUnknowns;
     std::vector<std::string> solutions;
     for (int row = 1; row <= n; ++row) {
         const auto at = [n, row](int column) {
@@ -54,7 +54,7 @@ std::vector<std::string> Solutions(const Workspace& ws, const std::vector<std::s
         if (lead == 0 || others != 0) {
             return {};
         }
-        solutions.push_back(ws.equations.EqnVars[static_cast<std::size_t>(lead - 1)].VarName + "=" +
+        solutions.push_back(ws.Equations.EqnVars[static_cast<std::size_t>(lead - 1)].VarName + "=" +
                             cells[at(n + 1)]);
     }
     return solutions;
@@ -63,7 +63,7 @@ std::vector<std::string> Solutions(const Workspace& ws, const std::vector<std::s
 } // namespace
 
 ShownSteps ShowRowOperations(const Workspace& ws, bool fractions, int sigFigs) {
-    const Equations& eq = ws.equations;
+    const Equations& eq = ws.Equations;
     const int n = eq.NumUnknowns;
     ShownSteps shown;
     if (n <= 0) {

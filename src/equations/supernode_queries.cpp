@@ -23,11 +23,11 @@ bool IsBranchOfSN(const Equations& equations, int branch, int superNode) {
 }
 
 bool IsNormalNode(const Workspace& ws, int position) {
-    if (position < 1 || position > ws.circuit.NumNodes) {
+    if (position < 1 || position > ws.Circuit.NumNodes) {
         return false;
     }
-    for (int s = 1; s <= ws.equations.NumSuperNodes; ++s) {
-        if (IsOnList(static_cast<std::int16_t>(position), ws.equations.SuperNodes[s].Nodes)) {
+    for (int s = 1; s <= ws.Equations.NumSuperNodes; ++s) {
+        if (IsOnList(static_cast<std::int16_t>(position), ws.Equations.SuperNodes[s].Nodes)) {
             return false;
         }
     }
@@ -116,18 +116,18 @@ std::string NegAlias(const std::string& alias) {
 }
 
 int NodeAt(const Workspace& ws, int position) {
-    return ws.naming.NodeOrder[position];
+    return ws.Naming.NodeOrder[position];
 }
 
 bool IsReferencePosition(const Workspace& ws, int position) {
-    return ws.naming.HasReference != 0 && position == 1;
+    return ws.Naming.HasReference != 0 && position == 1;
 }
 
 std::string SuperEqnString(const Workspace& ws, int member, int anchor, float offset) {
     const bool toReference = IsReferencePosition(ws, anchor);
-    std::string text = ws.circuit.NodeLabels[NodeAt(ws, member)].Name + "=";
+    std::string text = ws.Circuit.NodeLabels[NodeAt(ws, member)].Name + "=";
     if (!toReference) {
-        text += ws.circuit.NodeLabels[NodeAt(ws, anchor)].Name;
+        text += ws.Circuit.NodeLabels[NodeAt(ws, anchor)].Name;
     }
     if (offset > 0) {
         text += (toReference ? "" : "+") + SingleText(offset);
@@ -140,9 +140,9 @@ std::string SuperEqnString(const Workspace& ws, int member, int anchor, float of
 }
 
 std::string SuperAltEqnString(const Workspace& ws, int member, int anchor, float offset) {
-    std::string text = ws.circuit.NodeLabels[NodeAt(ws, member)].Name;
+    std::string text = ws.Circuit.NodeLabels[NodeAt(ws, member)].Name;
     if (!IsReferencePosition(ws, anchor)) {
-        text += "-" + ws.circuit.NodeLabels[NodeAt(ws, anchor)].Name;
+        text += "-" + ws.Circuit.NodeLabels[NodeAt(ws, anchor)].Name;
     }
     text += "=";
     if (offset == 0) {

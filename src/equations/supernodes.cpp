@@ -48,27 +48,27 @@ template <typename T, std::size_t Capacity> struct StackList {
 };
 
 void ClearSuperNodes(Workspace& ws) {
-    Equations& eq = ws.equations;
+    Equations& eq = ws.Equations;
     for (int s = 1; s <= kMaxSuperNodes; ++s) {
         eq.SuperNodes[s] = SuperNode{};
     }
     eq.NumSuperNodes = 0;
     eq.Constraints.clear();
-    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-        ws.circuit.NodeLabels[slot].Alias.clear();
-        ws.circuit.NodeLabels[slot].AliasOffset = 0;
+    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
+        ws.Circuit.NodeLabels[slot].Alias.clear();
+        ws.Circuit.NodeLabels[slot].AliasOffset = 0;
     }
 }
 
 void BuildEquationVariables(Workspace& ws) {
-    Equations& eq = ws.equations;
+    Equations& eq = ws.Equations;
     eq.EqnVars.clear();
-    eq.EqnVars.reserve(static_cast<std::size_t>(std::max<int>(ws.circuit.NumNodes, 0)));
-    for (int position = 1; position <= ws.circuit.NumNodes; ++position) {
+    eq.EqnVars.reserve(static_cast<std::size_t>(std::max<int>(ws.Circuit.NumNodes, 0)));
+    for (int position = 1; position <= ws.Circuit.NumNodes; ++position) {
         if (IsReferencePosition(ws, position)) {
             continue;
         }
-        const std::string& name = ws.circuit.NodeLabels[NodeAt(ws, position)].Name;
+        const std::string& name = ws.Circuit.NodeLabels[NodeAt(ws, position)].Name;
         int superNode = 0;
         if (IsAnchorNode(eq, position, superNode)) {
             eq.EqnVars.push_back(EqnVar{static_cast<std::int16_t>(superNode),
@@ -85,7 +85,7 @@ void BuildEquationVariables(Workspace& ws) {
 void AddSuperNode(Workspace& ws, std::vector<std::int16_t> members,
                   std::vector<std::int16_t> chains,
                   const std::array<double, kMaxNodes + 1>& offset) {
-    Equations& eq = ws.equations;
+    Equations& eq = ws.Equations;
     SortAndPack(members, true);
     SortAndPack(chains, true);
     const int s = eq.NumSuperNodes + 1;
@@ -94,7 +94,7 @@ void AddSuperNode(Workspace& ws, std::vector<std::int16_t> members,
     const std::vector<std::int16_t>& nodes = eq.SuperNodes[s].Nodes;
     const int anchor = nodes.front();
     for (std::size_t m = 1; m < nodes.size(); ++m) {
-        NodeLabel& node = ws.circuit.NodeLabels[NodeAt(ws, nodes[m])];
+        NodeLabel& node = ws.Circuit.NodeLabels[NodeAt(ws, nodes[m])];
         node.AliasOffset = static_cast<float>(offset.at(static_cast<std::size_t>(nodes[m])) -
                                               offset.at(static_cast<std::size_t>(anchor)));
         std::string constraint = SuperEqnString(ws, nodes[m], anchor, node.AliasOffset);
@@ -107,7 +107,7 @@ void AddSuperNode(Workspace& ws, std::vector<std::int16_t> members,
 
 void GetSuperNodes(Workspace& ws) {
     ClearSuperNodes(ws);
-    const Topology& topology = ws.topology;
+    const Topology& topology = ws.Topology;
     std::array<bool, kMaxNodes + 1> grouped{};
     std::array<double, kMaxNodes + 1> offset{}; // voltage above the group's first node
     // The group being walked: its nodes, the battery chains leaving them, and those chains
@@ -116,7 +116,7 @@ void GetSuperNodes(Workspace& ws) {
     StackList<std::int16_t, kMaxChains> chains;
     StackList<WalkedChain, kMaxChains> walked;
 
-    for (int first = 1; first <= ws.circuit.NumNodes; ++first) {
+    for (int first = 1; first <= ws.Circuit.NumNodes; ++first) {
         if (grouped.at(static_cast<std::size_t>(first))) {
             continue;
         }
@@ -147,7 +147,7 @@ void GetSuperNodes(Workspace& ws) {
                 if (twin != walked.end()) {
                     continue; // the same chain seen from its other end
                 }
-                const int to = ws.naming.NodeRank[chain.EndNode];
+                const int to = ws.Naming.NodeRank[chain.EndNode];
                 const double reached = offset.at(static_cast<std::size_t>(from)) + chain.EMF;
                 const bool parallel = std::any_of(walked.begin(), walked.end(), [&](const auto& w) {
                     return (w.from == from && w.to == to) || (w.from == to && w.to == from);

@@ -364,12 +364,12 @@ constexpr double kMostVolts = 100;
 // The circuit is what was asked for, as the program itself finds it.
 bool Proven(const Circuit& drawn, const PracticeShape& shape, bool nice) {
     Workspace ws;
-    if (!SolveLikeAStudent(ws, drawn) || ws.circuit.NumNodes != shape.Nodes ||
-        ws.equations.NumSuperNodes != shape.SuperNodes || !ws.topology.Warnings.empty()) {
+    if (!SolveLikeAStudent(ws, drawn) || ws.Circuit.NumNodes != shape.Nodes ||
+        ws.Equations.NumSuperNodes != shape.SuperNodes || !ws.Topology.Warnings.empty()) {
         return false;
     }
-    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-        if (!(std::fabs(ws.circuit.NodeLabels[slot].Voltage) <= kMostVolts)) {
+    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
+        if (!(std::fabs(ws.Circuit.NodeLabels[slot].Voltage) <= kMostVolts)) {
             return false;
         }
     }
@@ -385,14 +385,14 @@ constexpr int kMostTries = 200000;
 
 bool SolveLikeAStudent(Workspace& ws, const Circuit& drawn) {
     SilentPrompts prompts;
-    ws.circuit = drawn;
+    ws.Circuit = drawn;
     return LeaveStep1(ws, prompts) == TransitionResult::Entered && AutoName(ws, prompts) &&
            LeaveStep2(ws, prompts) == TransitionResult::Entered;
 }
 
 bool HasNiceVoltages(const Workspace& ws) {
-    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-        const double tenths = ws.circuit.NodeLabels[slot].Voltage * 10;
+    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
+        const double tenths = ws.Circuit.NodeLabels[slot].Voltage * 10;
         // Resistances are single-precision, so a whole 16.4 V may come out as 16.3999996.
         if (std::fabs(tenths - std::round(tenths)) > 1e-3) {
             return false;

@@ -10,7 +10,7 @@ CommandResult NewPracticeCircuit(DocumentContext& context, const PracticeShape& 
     const PracticeCircuit practice = MakePracticeCircuit(shape, seed, true);
     CommandResult result = FileNew(context);
     // Read as a file is read, so that the tables and their counts are exactly as after Open.
-    ReadCircuitText(context.workspace.circuit, CircuitFileText(practice.drawn));
+    ReadCircuitText(context.workspace.Circuit, CircuitFileText(practice.drawn));
     result.undoAvailable = false;
     result.fileRead = true;
     return result;

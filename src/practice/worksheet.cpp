@@ -50,15 +50,15 @@ void StartFont(RichTextSink& box, const FontSet& fontSet) {
 // The diagram with element values and node names, as the report shows the circuit.
 ReportPicture CircuitWithValues(Workspace& ws, ReportPictures& pictures) {
     ws.ViewMode = kViewValues;
-    WriteLabels(ws, ws.preferences.SigFigs);
+    WriteLabels(ws, ws.Preferences.SigFigs);
     return pictures.Circuit(ws);
 }
 
 // The student finds the supernodes: the sheet's drawing does not mark their batteries red.
 Workspace WithoutSupernodeMarks(const Workspace& ws) {
     Workspace unmarked = ws;
-    for (int b = 1; b <= unmarked.topology.NumBranches; ++b) {
-        unmarked.topology.Branches[b].CurrentName.clear();
+    for (int b = 1; b <= unmarked.Topology.NumBranches; ++b) {
+        unmarked.Topology.Branches[b].CurrentName.clear();
     }
     return unmarked;
 }
@@ -139,7 +139,7 @@ void WriteWorksheet(std::vector<Workspace>& circuits, RichTextSink& box, ReportP
         Workspace unmarked = WithoutSupernodeMarks(circuits[k]);
         RTBPicture(box, CircuitWithValues(unmarked, pictures), 0, 1);
         // Room to write the equations and the voltages: a line for each unknown and more.
-        RTBText(box, "", 0, 6 + 2 * circuits[k].equations.NumUnknowns, kBodyStyle);
+        RTBText(box, "", 0, 6 + 2 * circuits[k].Equations.NumUnknowns, kBodyStyle);
     }
 }
 
@@ -149,14 +149,14 @@ void WriteAnswerKey(std::vector<Workspace>& circuits, RichTextSink& box, ReportP
     RTBTitle(box, fontSet, kAnswerKeyTitle, 0, 2);
     for (std::size_t k = 0; k < circuits.size(); ++k) {
         Workspace& ws = circuits[k];
-        const int sigFigs = ws.preferences.SigFigs;
-        const Equations& eq = ws.equations;
+        const int sigFigs = ws.Preferences.SigFigs;
+        const Equations& eq = ws.Equations;
         RTBText(box, CircuitHeading(k) + ":", 0, 1, kHeadingStyle);
         RTBPicture(box, CircuitWithValues(ws, pictures), 0, 1);
         RTBText(box, "The node voltages:", 0, 1, kBodyStyle);
         ReportGrid voltages;
-        for (int position = 1; position <= ws.circuit.NumNodes; ++position) {
-            const NodeLabel& node = ws.circuit.NodeLabels[NodeAt(ws, position)];
+        for (int position = 1; position <= ws.Circuit.NumNodes; ++position) {
+            const NodeLabel& node = ws.Circuit.NodeLabels[NodeAt(ws, position)];
             if (node.Name != "0") {
                 voltages.push_back(
                     {node.Name + " = " + FormatNumber(node.Voltage, sigFigs) + " V"});

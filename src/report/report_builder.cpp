@@ -47,7 +47,7 @@ int StyleColour(const std::string& style) {
 
 void SetView(Workspace& ws, int viewMode) {
     ws.ViewMode = static_cast<std::int16_t>(viewMode);
-    WriteLabels(ws, ws.preferences.SigFigs);
+    WriteLabels(ws, ws.Preferences.SigFigs);
 }
 
 } // namespace
@@ -153,8 +153,8 @@ ReportGrid MatrixGrid(const AugmentedMatrix& matrix, int unknowns, int sigFigs) 
 
 ReportGrid SolutionsGrid(const Workspace& ws, int sigFigs) {
     ReportGrid grid;
-    for (const EqnVar& var : ws.equations.EqnVars) {
-        const double voltage = ws.circuit.NodeLabels[NodeAt(ws, var.Node)].Voltage;
+    for (const EqnVar& var : ws.Equations.EqnVars) {
+        const double voltage = ws.Circuit.NodeLabels[NodeAt(ws, var.Node)].Voltage;
         grid.push_back({var.VarName + " = " + FormatNumber(voltage, sigFigs)});
     }
     return grid;
@@ -163,7 +163,7 @@ ReportGrid SolutionsGrid(const Workspace& ws, int sigFigs) {
 // Each step of the elimination in words, then the matrix it leaves.
 void WriteRowOperations(RichTextSink& box, const Workspace& ws, int sigFigs) {
     const ShownSteps shown = ShowRowOperations(ws, false, sigFigs);
-    const auto columns = static_cast<std::size_t>(ws.equations.NumUnknowns + 1);
+    const auto columns = static_cast<std::size_t>(ws.Equations.NumUnknowns + 1);
     RTBText(box, kRowOperationsIntroduction, 1, 2, kBodyStyle);
     for (std::size_t s = 1; s < shown.steps.size(); ++s) {
         const ShownStep& step = shown.steps[s];
@@ -200,9 +200,9 @@ void WriteDrawingWarnings(RichTextSink& box, const std::vector<DrawingWarning>& 
 }
 
 void LoadRTBoxWithReport(Workspace& ws, RichTextSink& box, ReportPictures& pictures) {
-    const int sigFigs = ws.preferences.SigFigs;
-    const FontSet fontSet = InitFontSets()[ws.preferences.FontIndex];
-    const Equations& eq = ws.equations;
+    const int sigFigs = ws.Preferences.SigFigs;
+    const FontSet fontSet = InitFontSets()[ws.Preferences.FontIndex];
+    const Equations& eq = ws.Equations;
     const std::int16_t viewBefore = ws.ViewMode;
 
     TextFormat font;
@@ -218,7 +218,7 @@ void LoadRTBoxWithReport(Workspace& ws, RichTextSink& box, ReportPictures& pictu
     RTBText(box, "The circuit:", 0, 1, kHeadingStyle);
     SetView(ws, kViewValues);
     RTBPicture(box, pictures.Circuit(ws), 1, 2);
-    WriteDrawingWarnings(box, ws.topology.Warnings);
+    WriteDrawingWarnings(box, ws.Topology.Warnings);
 
     RTBText(box, "Counting unknowns and equations:", 0, 2, kHeadingStyle);
     RTBText(box, eq.CountingText, 0, 1, kBodyStyle);
@@ -233,7 +233,7 @@ void LoadRTBoxWithReport(Workspace& ws, RichTextSink& box, ReportPictures& pictu
     }
     if (eq.NumUnknowns > 1) {
         RTBTable(box, MatrixGrid(eq.Augmented, eq.NumUnknowns, sigFigs));
-        if (ws.preferences.ReportRowOperations) {
+        if (ws.Preferences.ReportRowOperations) {
             WriteRowOperations(box, ws, sigFigs);
         }
         RTBText(box, eq.EqnText[4], 1, 2, kBodyStyle);

@@ -69,12 +69,12 @@ StoredSettings LoadRegSettings(const SettingsStore& store, ScreenSize screen) {
         return settings;
     }
     settings.FirstRun = false;
-    settings.preferences.SigFigs = IntegerIn(store, "SigFigs", 3, 8, 3);
-    settings.preferences.FontIndex = IntegerIn(store, "FontIndex", 1, 4, 3);
-    settings.preferences.AutoNamePattern = IntegerIn(store, "AutoNameIndex", 1, 3, 1);
-    settings.preferences.ShowInstructions = store.Get(kParameters, "Instructions") == "True";
-    settings.preferences.PracticeHideAnswers = store.Get(kParameters, kPractice) == "True";
-    settings.preferences.ReportRowOperations =
+    settings.Preferences.SigFigs = IntegerIn(store, "SigFigs", 3, 8, 3);
+    settings.Preferences.FontIndex = IntegerIn(store, "FontIndex", 1, 4, 3);
+    settings.Preferences.AutoNamePattern = IntegerIn(store, "AutoNameIndex", 1, 3, 1);
+    settings.Preferences.ShowInstructions = store.Get(kParameters, "Instructions") == "True";
+    settings.Preferences.PracticeHideAnswers = store.Get(kParameters, kPractice) == "True";
+    settings.Preferences.ReportRowOperations =
         store.Get(kParameters, kReportRowOperations) == "True";
     if (FormSizeOKRegistry(store, screen)) {
         settings.UseStoredGeometry = true;

@@ -20,7 +20,7 @@ struct ScreenSize {
 
 struct StoredSettings {
     bool FirstRun = true; // no "SigFigs" in the store
-    Preferences preferences;
+    ampora::Preferences Preferences;
     bool UseStoredGeometry = false; // else the default layout applies
     WindowGeometry Main;
     WindowGeometry Equations;

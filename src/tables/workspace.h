@@ -33,12 +33,12 @@ enum ViewModes : std::int16_t {
 };
 
 struct Workspace {
-    Circuit circuit;
-    Topology topology;
-    NodeNaming naming;
+    ampora::Circuit Circuit;
+    ampora::Topology Topology;
+    NodeNaming Naming;
     AugmentedMatrix Matrix;
-    Equations equations;
-    Preferences preferences;
+    ampora::Equations Equations;
+    ampora::Preferences Preferences;
 
     std::int16_t Step = kStepEdit;
     std::int16_t ViewMode = kViewValues;

@@ -67,7 +67,7 @@ void Canvas::SetCoveredAreas(int top, int right) {
 }
 
 void Canvas::CenterDrawing() {
-    CenterCircuit(workspace_.circuit, static_cast<float>(width() - coveredRight_),
+    CenterCircuit(workspace_.Circuit, static_cast<float>(width() - coveredRight_),
                   static_cast<float>(coveredTop_), static_cast<float>(height() - coveredTop_));
     update();
 }
@@ -134,11 +134,11 @@ void Canvas::PaintDrag(QPainter& painter) const {
     if (IsStretching(editor_)) {
         float fixedX = 0;
         float fixedY = 0;
-        FixedStretchEnd(workspace_.circuit, editor_, fixedX, fixedY);
+        FixedStretchEnd(workspace_.Circuit, editor_, fixedX, fixedY);
         painter.drawLine(QPointF(fixedX, fixedY), QPointF(editor_.EndX, editor_.EndY));
     }
     if (editor_.DraggedElement != 0) {
-        const Element& e = workspace_.circuit.Elements[editor_.DraggedElement];
+        const Element& e = workspace_.Circuit.Elements[editor_.DraggedElement];
         const QRectF box(dragPointer_.x() - editor_.GrabX, dragPointer_.y() - editor_.GrabY, 32,
                          32);
         painter.setOpacity(0.75);
@@ -169,7 +169,7 @@ void Canvas::mousePressEvent(QMouseEvent* event) {
     if (workspace_.Step != kStepEdit || prompts_ == nullptr) {
         return;
     }
-    PointerPress(workspace_.circuit, editor_, *prompts_, x, y);
+    PointerPress(workspace_.Circuit, editor_, *prompts_, x, y);
     dragPointer_ = at;
     UpdateCursor();
     update();
@@ -193,7 +193,7 @@ void Canvas::mouseMoveEvent(QMouseEvent* event) {
         return;
     }
     const bool dragging = IsDragging(editor_);
-    PointerMove(workspace_.circuit, editor_, x, y);
+    PointerMove(workspace_.Circuit, editor_, x, y);
     dragPointer_ = at;
     if (dragging) {
         update();
@@ -206,7 +206,7 @@ void Canvas::mouseReleaseEvent(QMouseEvent* event) {
         return;
     }
     const QPointF at = ToCanvas(event->position());
-    if (!PointerRelease(workspace_.circuit, editor_, static_cast<float>(at.x()),
+    if (!PointerRelease(workspace_.Circuit, editor_, static_cast<float>(at.x()),
                         static_cast<float>(at.y()))) {
         return;
     }

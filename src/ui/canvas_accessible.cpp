@@ -22,7 +22,7 @@ using Item = std::pair<ItemKind, int>; // the kind and its table slot
 
 // Every item the canvas shows now, in the order a reader walks them.
 std::vector<Item> ShownItems(const Canvas& canvas) {
-    const Circuit& circuit = canvas.workspace().circuit;
+    const Circuit& circuit = canvas.workspace().Circuit;
     std::vector<Item> items;
     for (int slot = 1; slot <= circuit.NumWires; ++slot) {
         if (circuit.Wires[slot].Used != 0) {
@@ -78,14 +78,14 @@ class CanvasItemAccessible : public QAccessibleInterface, public QAccessibleActi
             return QString();
         }
         const Workspace& ws = canvas_->workspace();
-        const int figs = ws.preferences.SigFigs;
+        const int figs = ws.Preferences.SigFigs;
         const DiagramLabels labels = canvas_->CurrentLabels();
         const auto slot = static_cast<std::size_t>(item_.second);
         if (t == QAccessible::Name) {
             switch (item_.first) {
             case ItemKind::kWire:
                 return QString::fromStdString(
-                    DescribeWire(ws.circuit, item_.second, ValueTexts(labels)));
+                    DescribeWire(ws.Circuit, item_.second, ValueTexts(labels)));
             case ItemKind::kDevice:
                 return QString::fromStdString(DescribeDevice(
                     ws, item_.second, slot < labels.Values.size() ? labels.Values[slot].Text : "",
@@ -112,7 +112,7 @@ class CanvasItemAccessible : public QAccessibleInterface, public QAccessibleActi
         if (!isValid()) {
             return QRect();
         }
-        const Circuit& circuit = canvas_->workspace().circuit;
+        const Circuit& circuit = canvas_->workspace().Circuit;
         QRectF box;
         switch (item_.first) {
         case ItemKind::kWire: {
@@ -183,7 +183,7 @@ class CanvasItemAccessible : public QAccessibleInterface, public QAccessibleActi
 
   private:
     bool Live() const {
-        const Circuit& circuit = canvas_->workspace().circuit;
+        const Circuit& circuit = canvas_->workspace().Circuit;
         switch (item_.first) {
         case ItemKind::kWire:
             return item_.second <= circuit.NumWires && circuit.Wires[item_.second].Used != 0;

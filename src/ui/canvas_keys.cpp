@@ -77,7 +77,7 @@ void Canvas::keyPressEvent(QKeyEvent* event) {
     }
     const bool wasActive = keyboardActive_;
     keyboardActive_ = true;
-    const KeyEffect effect = ActOnKey(workspace_.circuit, editor_, *prompts_, cursor_,
+    const KeyEffect effect = ActOnKey(workspace_.Circuit, editor_, *prompts_, cursor_,
                                       KeyboardBounds(), canvasKey, (mods & Qt::ShiftModifier) != 0);
     if (!effect.handled) {
         keyboardActive_ = wasActive;
@@ -94,12 +94,12 @@ void Canvas::keyPressEvent(QKeyEvent* event) {
 }
 
 QString Canvas::KeyHintText() const {
-    return QString::fromStdString(KeyboardHint(workspace_.circuit, editor_, cursor_)).trimmed();
+    return QString::fromStdString(KeyboardHint(workspace_.Circuit, editor_, cursor_)).trimmed();
 }
 
 void Canvas::AfterKey() {
     update();
-    emit KeyHint(QString::fromStdString(KeyboardHint(workspace_.circuit, editor_, cursor_)));
+    emit KeyHint(QString::fromStdString(KeyboardHint(workspace_.Circuit, editor_, cursor_)));
     AnnounceFocus();
 }
 
@@ -114,7 +114,7 @@ void Canvas::focusInEvent(QFocusEvent* event) {
     if (workspace_.Step == kStepEdit &&
         (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason)) {
         keyboardActive_ = true;
-        emit KeyHint(QString::fromStdString(KeyboardHint(workspace_.circuit, editor_, cursor_)));
+        emit KeyHint(QString::fromStdString(KeyboardHint(workspace_.Circuit, editor_, cursor_)));
     }
     update();
 }

@@ -45,7 +45,7 @@ QRectF Canvas::OriginRange() const {
     const QRect free = FreeArea();
     // The canvas's own first screenful, as it is at zoom 1, and the drawing with a margin.
     QRectF content(0, 0, free.right() + 1, free.bottom() + 1);
-    const QRectF drawing = ToRect(DiagramExtent(workspace_.circuit, CurrentLabels()));
+    const QRectF drawing = ToRect(DiagramExtent(workspace_.Circuit, CurrentLabels()));
     if (drawing.width() > 0 || drawing.height() > 0) {
         // Room to draw on beyond the right and bottom; at the top and left only enough to
         // see the drawing whole, past the toolbar.
@@ -98,7 +98,7 @@ void Canvas::ZoomOut() {
 }
 
 void Canvas::FitDrawing() {
-    const QRectF drawing = ToRect(DiagramExtent(workspace_.circuit, CurrentLabels()));
+    const QRectF drawing = ToRect(DiagramExtent(workspace_.Circuit, CurrentLabels()));
     if (drawing.width() <= 0 && drawing.height() <= 0) {
         SetView(1, QPointF(0, 0));
         return;
@@ -118,7 +118,7 @@ void Canvas::FitDrawing() {
 
 void Canvas::ShowWholeDrawing() {
     SetView(1, QPointF(0, 0));
-    const QRectF drawing = ToRect(DiagramExtent(workspace_.circuit, CurrentLabels()));
+    const QRectF drawing = ToRect(DiagramExtent(workspace_.Circuit, CurrentLabels()));
     const QRect free = FreeArea();
     const QRectF seen(ToCanvas(free.topLeft()), ToCanvas(free.bottomRight()));
     if (!seen.contains(drawing)) {

@@ -84,7 +84,7 @@ void CheckWorkTab::ClearLines() {
 void CheckWorkTab::Rebuild(const QFont& font) {
     setFont(font);
     const Workspace& ws = workspace_;
-    const bool sameEquations = ws.equations.FirstWritten == shownEquations_;
+    const bool sameEquations = ws.Equations.FirstWritten == shownEquations_;
     std::vector<QString> typedEquations, typedValues;
     if (sameEquations) {
         for (const EquationLine& line : equations_) {
@@ -95,7 +95,7 @@ void CheckWorkTab::Rebuild(const QFont& font) {
         }
     }
     ClearLines();
-    shownEquations_ = ws.equations.FirstWritten;
+    shownEquations_ = ws.Equations.FirstWritten;
 
     int row = 0;
     const auto add = [this](QWidget* widget) {
@@ -118,7 +118,7 @@ void CheckWorkTab::Rebuild(const QFont& font) {
         return button;
     };
 
-    const int unknowns = ws.equations.NumUnknowns;
+    const int unknowns = ws.Equations.NumUnknowns;
     for (int v = 1; v <= unknowns; ++v) {
         auto* caption = new QLabel(FromUtf8(EquationCaption(ws, v)), this);
         caption->setObjectName(QStringLiteral("lblCheckEquation%1").arg(v));
@@ -153,7 +153,7 @@ void CheckWorkTab::Rebuild(const QFont& font) {
         grid_->addWidget(heading, row++, 0, 1, 4);
     }
     for (int v = 1; v <= unknowns; ++v) {
-        const std::string& name = ws.equations.EqnVars[static_cast<std::size_t>(v - 1)].VarName;
+        const std::string& name = ws.Equations.EqnVars[static_cast<std::size_t>(v - 1)].VarName;
         auto* caption = new QLabel(FromUtf8(name) + QStringLiteral(" ="), this);
         caption->setObjectName(QStringLiteral("lblCheckValue%1").arg(v));
         caption->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -245,8 +245,8 @@ void CheckWorkTab::CheckValueAt(int index) {
         return;
     }
     const Workspace& ws = workspace_;
-    const std::string& name = ws.equations.EqnVars.at(static_cast<std::size_t>(index)).VarName;
-    const AnswerVerdict verdict = CheckAnswer(ws, name, *value, ws.preferences.SigFigs);
+    const std::string& name = ws.Equations.EqnVars.at(static_cast<std::size_t>(index)).VarName;
+    const AnswerVerdict verdict = CheckAnswer(ws, name, *value, ws.Preferences.SigFigs);
     if (verdict.right) {
         ShowVerdict(line.verdict, true, QStringLiteral("Right"));
     } else {

@@ -19,7 +19,7 @@ void DiagramExtents(const Workspace& ws, const DiagramLabels& labels, float& top
             }
         }
     }
-    GetCircuitExtents(ws.circuit, boxes, top, bottom, left, right);
+    GetCircuitExtents(ws.Circuit, boxes, top, bottom, left, right);
 }
 
 QImage DiagramImage(const Workspace& ws, const DiagramLabels& labels, DiagramLook look,
@@ -44,7 +44,7 @@ QImage DiagramImage(const Workspace& ws, const DiagramLabels& labels, DiagramLoo
 }
 
 QImage CircuitPaint(const Workspace& ws, qreal scale) {
-    return DiagramImage(ws, LayOutView(ws, ws.ViewMode, ws.preferences.SigFigs),
+    return DiagramImage(ws, LayOutView(ws, ws.ViewMode, ws.Preferences.SigFigs),
                         DiagramLook{true, false}, scale);
 }
 

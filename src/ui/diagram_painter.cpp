@@ -36,10 +36,10 @@ bool JoinsSupernode(const Branch& chain) {
 }
 
 bool OnSupernodeChain(const Workspace& ws, const Element& e) {
-    if (e.Branch == 0 || std::abs(e.Branch) > ws.topology.NumBranches) {
+    if (e.Branch == 0 || std::abs(e.Branch) > ws.Topology.NumBranches) {
         return false;
     }
-    return !ws.topology.Branches[std::abs(e.Branch)].CurrentName.empty();
+    return !ws.Topology.Branches[std::abs(e.Branch)].CurrentName.empty();
 }
 
 void PaintWires(QPainter& painter, const Circuit& circuit) {
@@ -118,9 +118,9 @@ LabelMetrics QtLabelMetrics() {
 }
 
 std::vector<std::string> ViewLabelTexts(const Workspace& ws, int viewMode, int sigFigs) {
-    std::vector<std::string> texts(static_cast<std::size_t>(ws.circuit.NumElements) + 1);
-    for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
-        if (ws.circuit.Elements[slot].Kind != kEmpty) {
+    std::vector<std::string> texts(static_cast<std::size_t>(ws.Circuit.NumElements) + 1);
+    for (int slot = 1; slot <= ws.Circuit.NumElements; ++slot) {
+        if (ws.Circuit.Elements[slot].Kind != kEmpty) {
             texts[static_cast<std::size_t>(slot)] = ElementLabel(ws, slot, viewMode, sigFigs);
         }
     }
@@ -129,21 +129,21 @@ std::vector<std::string> ViewLabelTexts(const Workspace& ws, int viewMode, int s
 
 DiagramLabels LayOutDiagram(const Workspace& ws, const std::vector<std::string>& values,
                             bool withNodes) {
-    return LayOutDiagramLabels(ws.circuit, values, withNodes, QtLabelMetrics());
+    return LayOutDiagramLabels(ws.Circuit, values, withNodes, QtLabelMetrics());
 }
 
 DiagramLabels LayOutView(const Workspace& ws, int viewMode, int sigFigs) {
-    return LayOutDiagramLabels(ws.circuit, ViewLabelTexts(ws, viewMode, sigFigs), true,
+    return LayOutDiagramLabels(ws.Circuit, ViewLabelTexts(ws, viewMode, sigFigs), true,
                                QtLabelMetrics(), NodeLabelTexts(ws, viewMode, sigFigs));
 }
 
 void PaintDiagramOn(QPainter& painter, const Workspace& ws, const DiagramLabels& labels,
                     DiagramLook look) {
-    const Circuit& circuit = ws.circuit;
+    const Circuit& circuit = ws.Circuit;
     painter.save();
     PaintWires(painter, circuit);
     if (look.Nodes) {
-        PaintSupernodeLines(painter, ws.topology);
+        PaintSupernodeLines(painter, ws.Topology);
     }
     for (int slot = 1; slot <= circuit.NumElements; ++slot) {
         const Element& e = circuit.Elements[slot];

@@ -61,9 +61,9 @@ QByteArray SvgOf(const Workspace& ws, const DiagramLabels& labels) {
 
 DiagramLabels StepLabels(const Workspace& ws, const EditorState* editor, bool resultsHidden) {
     if (ws.Step == kStepEdit) {
-        std::vector<std::string> texts(static_cast<std::size_t>(ws.circuit.NumElements) + 1);
-        for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
-            const Element& e = ws.circuit.Elements[slot];
+        std::vector<std::string> texts(static_cast<std::size_t>(ws.Circuit.NumElements) + 1);
+        for (int slot = 1; slot <= ws.Circuit.NumElements; ++slot) {
+            const Element& e = ws.Circuit.Elements[slot];
             if (e.Kind != kEmpty) {
                 texts[static_cast<std::size_t>(slot)] =
                     ValueLabelText(e, editor != nullptr ? editor->ValueText[slot] : std::string());
@@ -73,7 +73,7 @@ DiagramLabels StepLabels(const Workspace& ws, const EditorState* editor, bool re
     }
     const int view =
         ws.Step == kStepResults && !resultsHidden ? int{ws.ViewMode} : int{kViewValues};
-    return LayOutView(ws, view, ws.preferences.SigFigs);
+    return LayOutView(ws, view, ws.Preferences.SigFigs);
 }
 
 QImage DrawingImage(const Workspace& ws, const DiagramLabels& labels, qreal scale) {

@@ -47,7 +47,7 @@ void ShowDrawingWarnings(QLabel* note, const std::vector<DrawingWarning>& warnin
 }
 
 void PaintWarnedDevices(QPainter& painter, const Workspace& ws) {
-    const auto& warnings = ws.topology.Warnings;
+    const auto& warnings = ws.Topology.Warnings;
     if (warnings.empty()) {
         return;
     }
@@ -61,7 +61,7 @@ void PaintWarnedDevices(QPainter& painter, const Workspace& ws) {
         if (!Slots<Element, kMaxElements>::Holds(slot)) {
             continue;
         }
-        const Element& e = ws.circuit.Elements[slot];
+        const Element& e = ws.Circuit.Elements[slot];
         const QPointF centre(e.X, e.Y);
         painter.setPen(QPen(QBColor(kWarningColour), 2, Qt::DashLine));
         painter.setBrush(Qt::NoBrush);

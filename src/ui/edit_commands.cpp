@@ -70,22 +70,22 @@ QMenu* EditCommands::BuildEditMenu(QWidget* parent) {
 }
 
 void EditCommands::Restart() {
-    StartHistory(history_, workspace_.circuit, editor_);
+    StartHistory(history_, workspace_.Circuit, editor_);
     Sync();
 }
 
 void EditCommands::RecordTool(int tool) {
-    RecordToolStep(history_, tool, workspace_.circuit, editor_);
+    RecordToolStep(history_, tool, workspace_.Circuit, editor_);
     Sync();
 }
 
 void EditCommands::Record(const std::string& name) {
-    RecordStep(history_, name, workspace_.circuit, editor_);
+    RecordStep(history_, name, workspace_.Circuit, editor_);
     Sync();
 }
 
 void EditCommands::TakeCleanedDrawing() {
-    ReplacePresent(history_, workspace_.circuit, editor_);
+    ReplacePresent(history_, workspace_.Circuit, editor_);
     Sync();
 }
 
@@ -98,13 +98,13 @@ void EditCommands::Sync() {
     mnuRedo_->setEnabled(redo);
     mnuRedo_->setText(WithStep("&Redo", redo ? RedoName(history_) : std::string()));
     const bool drawn =
-        CountLiveWires(workspace_.circuit) > 0 || CountLiveElements(workspace_.circuit) > 0;
+        CountLiveWires(workspace_.Circuit) > 0 || CountLiveElements(workspace_.Circuit) > 0;
     mnuCopyDrawing_->setEnabled(drawn);
     mnuExportDrawing_->setEnabled(drawn);
 }
 
 bool EditCommands::Undo() {
-    const bool undone = UndoStep(history_, workspace_.Step, workspace_.circuit, editor_);
+    const bool undone = UndoStep(history_, workspace_.Step, workspace_.Circuit, editor_);
     Sync();
     if (undone) {
         emit DrawingRestored();
@@ -113,7 +113,7 @@ bool EditCommands::Undo() {
 }
 
 bool EditCommands::Redo() {
-    const bool redone = RedoStep(history_, workspace_.Step, workspace_.circuit, editor_);
+    const bool redone = RedoStep(history_, workspace_.Step, workspace_.Circuit, editor_);
     Sync();
     if (redone) {
         emit DrawingRestored();

@@ -58,8 +58,8 @@ QImage RenderEquationPicture(const std::vector<std::string>& equations, int font
 }
 
 QImage EquationPicture(const Workspace& ws, int which, qreal scale) {
-    return RenderEquationPicture(which == 1 ? ws.equations.FirstWritten : ws.equations.Collected,
-                                 ws.preferences.FontIndex, scale);
+    return RenderEquationPicture(which == 1 ? ws.Equations.FirstWritten : ws.Equations.Collected,
+                                 ws.Preferences.FontIndex, scale);
 }
 
 } // namespace ampora::ui

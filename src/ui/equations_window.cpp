@@ -67,8 +67,8 @@ QTableWidgetItem* Cell(const QString& text) {
 // The voltage of equation variable `index` (from 0): that of its node, the anchor's for a
 // supernode.
 double VariableVoltage(const Workspace& ws, std::size_t index) {
-    const int position = ws.equations.EqnVars[index].Node;
-    return ws.circuit.NodeLabels[ws.naming.NodeOrder[position]].Voltage;
+    const int position = ws.Equations.EqnVars[index].Node;
+    return ws.Circuit.NodeLabels[ws.Naming.NodeOrder[position]].Voltage;
 }
 
 } // namespace
@@ -222,17 +222,17 @@ void EquationsWindow::ShowPicture(QLabel* label, const QImage& image) {
 
 void EquationsWindow::Rebuild() {
     const Workspace& ws = workspace_;
-    const int sigFigs = ws.preferences.SigFigs;
-    const FontSet set = InitFontSets()[std::clamp<int>(ws.preferences.FontIndex, 1, 4)];
+    const int sigFigs = ws.Preferences.SigFigs;
+    const FontSet set = InitFontSets()[std::clamp<int>(ws.Preferences.FontIndex, 1, 4)];
     QFont font(QString::fromStdString(set.FontName));
     font.setPointSizeF(set.NormalSize);
 
-    QString counting = FromUtf8(ws.equations.CountingText);
+    QString counting = FromUtf8(ws.Equations.CountingText);
     counting.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     txtCounting_->setFont(font);
     txtCounting_->setPlainText(counting);
 
-    const int unknowns = ws.equations.NumUnknowns;
+    const int unknowns = ws.Equations.NumUnknowns;
     const std::array<std::string, 7> texts = ChooseEqnText(ws, sigFigs);
     for (int index = 1; index <= 7; ++index) {
         if (index == 2) {
@@ -258,8 +258,8 @@ void EquationsWindow::Rebuild() {
         }
         return lines.join(QStringLiteral("; "));
     };
-    picEquations1_->setAccessibleName(spoken(ws.equations.FirstWritten));
-    picEquations2_->setAccessibleName(spoken(ws.equations.Collected));
+    picEquations1_->setAccessibleName(spoken(ws.Equations.FirstWritten));
+    picEquations2_->setAccessibleName(spoken(ws.Equations.Collected));
 
     const bool grids = unknowns > 1;
     grdMatrix_->setVisible(grids);
@@ -272,8 +272,8 @@ void EquationsWindow::Rebuild() {
     }
 
     QStringList currents;
-    for (int b = 1; b <= ws.topology.NumBranches; ++b) {
-        const Branch& chain = ws.topology.Branches[b];
+    for (int b = 1; b <= ws.Topology.NumBranches; ++b) {
+        const Branch& chain = ws.Topology.Branches[b];
         if (chain.CurrentName.empty() || chain.CurrentName.front() != 'I' ||
             chain.Current == kUnknownCurrent) {
             continue;
@@ -281,8 +281,8 @@ void EquationsWindow::Rebuild() {
         currents << QStringLiteral("%1 = %2 A, from node %3 to node %4")
                         .arg(FromUtf8(chain.CurrentName),
                              FromUtf8(FormatNumber(chain.Current, sigFigs)),
-                             FromUtf8(ws.circuit.NodeLabels[chain.StartNode].Name),
-                             FromUtf8(ws.circuit.NodeLabels[chain.EndNode].Name));
+                             FromUtf8(ws.Circuit.NodeLabels[chain.StartNode].Name),
+                             FromUtf8(ws.Circuit.NodeLabels[chain.EndNode].Name));
     }
     lblBatteryCurrents_->setFont(font);
     lblBatteryCurrents_->setText(
@@ -299,21 +299,21 @@ void EquationsWindow::Rebuild() {
 
 void EquationsWindow::FillGrid(QTableWidget* grid, bool reduced) {
     const Workspace& ws = workspace_;
-    const int n = ws.equations.NumUnknowns;
-    const AugmentedMatrix& matrix = reduced ? ws.equations.Reduced : ws.equations.Augmented;
+    const int n = ws.Equations.NumUnknowns;
+    const AugmentedMatrix& matrix = reduced ? ws.Equations.Reduced : ws.Equations.Augmented;
     grid->clear();
     grid->setRowCount(n);
     grid->setColumnCount(n + 1);
     QStringList headers;
     for (int c = 0; c < n; ++c) {
-        headers << FromUtf8(ws.equations.EqnVars[static_cast<std::size_t>(c)].VarName);
+        headers << FromUtf8(ws.Equations.EqnVars[static_cast<std::size_t>(c)].VarName);
     }
     headers << QStringLiteral("Constant");
     grid->setHorizontalHeaderLabels(headers);
     for (int r = 1; r <= n; ++r) {
         for (int c = 1; c <= n + 1; ++c) {
             grid->setItem(r - 1, c - 1,
-                          Cell(FromUtf8(FormatNumber(matrix(r, c), ws.preferences.SigFigs))));
+                          Cell(FromUtf8(FormatNumber(matrix(r, c), ws.Preferences.SigFigs))));
         }
     }
     FitToCells(grid);
@@ -321,17 +321,17 @@ void EquationsWindow::FillGrid(QTableWidget* grid, bool reduced) {
 
 void EquationsWindow::FillSolutions() {
     const Workspace& ws = workspace_;
-    const int n = ws.equations.NumUnknowns;
+    const int n = ws.Equations.NumUnknowns;
     grdSolutions_->clear();
     grdSolutions_->setRowCount(n);
     grdSolutions_->setColumnCount(2);
     grdSolutions_->setHorizontalHeaderLabels({QStringLiteral("Unknown"), QStringLiteral("Volts")});
     for (int r = 0; r < n; ++r) {
         const auto index = static_cast<std::size_t>(r);
-        auto* name = new QTableWidgetItem(FromUtf8(ws.equations.EqnVars[index].VarName));
+        auto* name = new QTableWidgetItem(FromUtf8(ws.Equations.EqnVars[index].VarName));
         grdSolutions_->setItem(r, 0, name);
         grdSolutions_->setItem(
-            r, 1, Cell(FromUtf8(FormatNumber(VariableVoltage(ws, index), ws.preferences.SigFigs))));
+            r, 1, Cell(FromUtf8(FormatNumber(VariableVoltage(ws, index), ws.Preferences.SigFigs))));
     }
     FitToCells(grdSolutions_);
 }

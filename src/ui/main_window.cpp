@@ -87,12 +87,12 @@ MainWindow::MainWindow(Workspace& workspace, WindowPorts ports, QWidget* parent)
     workspace_.Step = kStepEdit;
     workspace_.ViewMode = kViewValues;
     ResetEditor(editor_, false);
-    ClearUndoMemory(workspace_.circuit);
+    ClearUndoMemory(workspace_.Circuit);
     LoadRegSettings();
     FillRecentMenu();
     SetHint(QString::fromLatin1(kStartHint));
-    frInstruct1_->setVisible(workspace_.preferences.ShowInstructions);
-    chkInstructions_->setChecked(!workspace_.preferences.ShowInstructions);
+    frInstruct1_->setVisible(workspace_.Preferences.ShowInstructions);
+    chkInstructions_->setChecked(!workspace_.Preferences.ShowInstructions);
     SyncToolbar();
     EnterStepPanel();
     UpdateCaption();
@@ -182,7 +182,7 @@ bool MainWindow::event(QEvent* event) {
 
 void MainWindow::ChooseToolbarButton(int button) {
     if (button == kUndoEraseButton) {
-        if (UndoErase(workspace_.circuit, editor_)) {
+        if (UndoErase(workspace_.Circuit, editor_)) {
             edits_->Record("Undo Erase");
             canvas_->update();
         }

@@ -150,7 +150,7 @@ void MainWindow::BuildMenus() {
     mnuReportRowOperations_->setObjectName(QStringLiteral("mnuReportRowOperations"));
     mnuReportRowOperations_->setCheckable(true);
     connect(mnuReportRowOperations_, &QAction::toggled, this,
-            [this](bool checked) { workspace_.preferences.ReportRowOperations = checked; });
+            [this](bool checked) { workspace_.Preferences.ReportRowOperations = checked; });
     mnuCenter_ = mnuOptions->addAction(QStringLiteral("&Center the circuit"));
     mnuCenter_->setObjectName(QStringLiteral("mnuCenter"));
     connect(mnuCenter_, &QAction::triggered, this, [this] {
@@ -179,12 +179,12 @@ void MainWindow::mnuSF_Click(int index) {
     if (index < 3 || index > 8) {
         return;
     }
-    workspace_.preferences.SigFigs = static_cast<std::int16_t>(index);
+    workspace_.Preferences.SigFigs = static_cast<std::int16_t>(index);
     mnuSF_[static_cast<std::size_t>(index)]->setChecked(true);
     SetHint(QString());
     if (workspace_.Step == kStepResults) {
         // Caption 4 of a single unknown quotes its value.
-        workspace_.equations.EqnText = ChooseEqnText(workspace_, index);
+        workspace_.Equations.EqnText = ChooseEqnText(workspace_, index);
         frmEquations_->Rebuild();
         WriteResultLabels();
     }
@@ -194,7 +194,7 @@ void MainWindow::mnuF_Click(int index) {
     if (index < 1 || index > 4) {
         return;
     }
-    workspace_.preferences.FontIndex = static_cast<std::int16_t>(index);
+    workspace_.Preferences.FontIndex = static_cast<std::int16_t>(index);
     mnuF_[static_cast<std::size_t>(index)]->setChecked(true);
     SetHint(QString());
     if (workspace_.Step == kStepResults) {
@@ -206,7 +206,7 @@ void MainWindow::mnuAName_Click(int index) {
     if (index < 1 || index > 3) {
         return;
     }
-    workspace_.preferences.AutoNamePattern = static_cast<std::int16_t>(index);
+    workspace_.Preferences.AutoNamePattern = static_cast<std::int16_t>(index);
     mnuAName_[static_cast<std::size_t>(index)]->setChecked(true);
     SetHint(QString());
 }

@@ -17,11 +17,11 @@ QString MatrixFilePath() {
 }
 
 void UpdateMatrixFile(const Workspace& ws) {
-    const int n = ws.equations.NumUnknowns;
+    const int n = ws.Equations.NumUnknowns;
     if (n <= 0) {
         return;
     }
-    const std::string text = GjText(ws.equations.Augmented, n);
+    const std::string text = GjText(ws.Equations.Augmented, n);
     const QString path = MatrixFilePath();
     QFile old(path);
     if (old.open(QIODevice::ReadOnly) && old.readAll() == QByteArray::fromStdString(text)) {

@@ -21,7 +21,7 @@ constexpr const char* kPracticeStatus =
 } // namespace
 
 void MainWindow::mnuPractice_Click(bool checked) {
-    workspace_.preferences.PracticeHideAnswers = checked;
+    workspace_.Preferences.PracticeHideAnswers = checked;
     mnuPractice_->setChecked(checked);
     SetHint(QString());
     if (workspace_.Step == 3) {

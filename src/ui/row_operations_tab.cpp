@@ -78,7 +78,7 @@ struct Layout {
 
 std::vector<std::string> Headers(const Workspace& ws) {
     std::vector<std::string> headers;
-    for (const EqnVar& var : ws.equations.EqnVars) {
+    for (const EqnVar& var : ws.Equations.EqnVars) {
         headers.push_back(var.VarName);
     }
     return headers;
@@ -92,10 +92,10 @@ QImage RowOperationPicture(const Workspace& ws, const ShownSteps& shown, int ste
     }
     const ShownStep& current = shown.steps[static_cast<std::size_t>(step)];
     const bool last = step + 1 == static_cast<int>(shown.steps.size());
-    const int n = ws.equations.NumUnknowns;
+    const int n = ws.Equations.NumUnknowns;
     const std::vector<std::string> headers = Headers(ws);
     MarkupState state;
-    state.FontIndex = static_cast<std::int16_t>(std::clamp<int>(ws.preferences.FontIndex, 1, 4));
+    state.FontIndex = static_cast<std::int16_t>(std::clamp<int>(ws.Preferences.FontIndex, 1, 4));
     const float line = CurrentFontSet(state).LineStep;
 
     Layout layout;
@@ -351,7 +351,7 @@ void RowOperationsTab::SetFractions(bool on) {
 
 void RowOperationsTab::Refill() {
     const bool fractions = chkFractions_->isChecked();
-    shown_ = ShowRowOperations(workspace_, fractions, workspace_.preferences.SigFigs);
+    shown_ = ShowRowOperations(workspace_, fractions, workspace_.Preferences.SigFigs);
     lblNote_->setText(QStringLiteral(
         "These numbers cannot be followed exactly through the same steps, so decimals are shown."));
     lblNote_->setVisible(fractions && !shown_.fractions && !shown_.steps.empty());

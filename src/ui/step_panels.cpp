@@ -148,10 +148,10 @@ void MainWindow::EnterStepPanel() {
 void MainWindow::cmdNext1_Click() {
     const TransitionResult result = LeaveStep1(workspace_, *prompts_);
     edits_->TakeCleanedDrawing();
-    MatchUndoToMemory(workspace_.circuit, editor_);
+    MatchUndoToMemory(workspace_.Circuit, editor_);
     SyncToolbar();
     if (result == TransitionResult::Entered) {
-        ShowDrawingWarnings(lblDrawingWarnings_, workspace_.topology.Warnings);
+        ShowDrawingWarnings(lblDrawingWarnings_, workspace_.Topology.Warnings);
         // No tool stays selected.
         editor_.CurrentTool = kNoTool;
         canvas_->unsetCursor();
@@ -181,7 +181,7 @@ void MainWindow::cmdNext2_Click() {
     SetHint(QString());
     frmEquations_->Rebuild();
     // A circuit without an unknown leaves no equation to practise on.
-    HideAnswers(workspace_.preferences.PracticeHideAnswers && workspace_.equations.NumUnknowns > 0);
+    HideAnswers(workspace_.Preferences.PracticeHideAnswers && workspace_.Equations.NumUnknowns > 0);
     frmEquations_->show();
     // Once shown its tabs are laid out, and what they lack in room can be measured.
     frmEquations_->FitToContents();
@@ -205,7 +205,7 @@ void MainWindow::cmdAutoName_Click(int index) {
     if (index == 1) {
         AutoName(workspace_, *prompts_);
     } else {
-        ClearNames(workspace_.circuit);
+        ClearNames(workspace_.Circuit);
     }
     edits_->Record(index == 1 ? "AutoName" : "Clear Names");
     canvas_->update();
@@ -221,7 +221,7 @@ void MainWindow::NodeLabelClicked(int slot) {
     // The dialog opens beside the label, on the side with room for it, so the name it asks
     // about stays in sight.
     InputDialog probe(this, QString::fromLatin1(kRenamePrompt),
-                      QString::fromStdString(workspace_.circuit.NodeLabels[slot].Name));
+                      QString::fromStdString(workspace_.Circuit.NodeLabels[slot].Name));
     probe.adjustSize();
     constexpr float kGap = 12;
     float left = box.Left + box.Width + kGap;
@@ -247,9 +247,9 @@ void MainWindow::ViewButtonClicked(int viewMode) {
 }
 
 void MainWindow::WriteResultLabels() {
-    WriteLabels(workspace_, workspace_.preferences.SigFigs);
+    WriteLabels(workspace_, workspace_.Preferences.SigFigs);
     SetStepStatus(
-        QString::fromStdString(ResultsStatusText(workspace_, workspace_.preferences.SigFigs)));
+        QString::fromStdString(ResultsStatusText(workspace_, workspace_.Preferences.SigFigs)));
     canvas_->update();
 }
 
@@ -290,7 +290,7 @@ void MainWindow::BuildInstructions() {
     cmdOK->setObjectName(QStringLiteral("cmdOKInstruct1"));
     layout->addWidget(cmdOK, 0, Qt::AlignHCenter);
     connect(chkInstructions_, &QCheckBox::toggled, this,
-            [this](bool ticked) { workspace_.preferences.ShowInstructions = !ticked; });
+            [this](bool ticked) { workspace_.Preferences.ShowInstructions = !ticked; });
     connect(cmdOK, &QPushButton::clicked, frInstruct1_, &QWidget::hide);
 }
 

@@ -61,22 +61,22 @@ void MainWindow::SetDefaultFormSize() {
 
 void MainWindow::LoadRegSettings() {
     const StoredSettings stored = ampora::LoadRegSettings(*store_, ScreenInTwips());
-    mnuSF_Click(stored.preferences.SigFigs);
-    mnuF_Click(stored.preferences.FontIndex);
-    mnuAName_Click(stored.preferences.AutoNamePattern);
-    mnuPractice_Click(stored.preferences.PracticeHideAnswers);
+    mnuSF_Click(stored.Preferences.SigFigs);
+    mnuF_Click(stored.Preferences.FontIndex);
+    mnuAName_Click(stored.Preferences.AutoNamePattern);
+    mnuPractice_Click(stored.Preferences.PracticeHideAnswers);
     if (stored.UseStoredGeometry) {
         ApplyGeometry(stored.Main);
         ApplyGeometryTo(frmEquations_, stored.Equations);
     } else {
         SetDefaultFormSize();
     }
-    workspace_.preferences.ShowInstructions = stored.preferences.ShowInstructions;
-    mnuReportRowOperations_->setChecked(stored.preferences.ReportRowOperations);
+    workspace_.Preferences.ShowInstructions = stored.Preferences.ShowInstructions;
+    mnuReportRowOperations_->setChecked(stored.Preferences.ReportRowOperations);
 }
 
 void MainWindow::SaveRegSettings() {
-    ampora::SaveRegSettings(*store_, workspace_.preferences, CurrentGeometry(),
+    ampora::SaveRegSettings(*store_, workspace_.Preferences, CurrentGeometry(),
                             GeometryOf(frmEquations_), ScreenInTwips());
 }
 

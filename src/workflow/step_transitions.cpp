@@ -50,8 +50,8 @@ TransitionResult Refuse(Prompts& prompts, const std::string& message) {
 }
 
 TransitionResult RunStep1Analysis(Workspace& workspace, Prompts& prompts) {
-    Circuit& circuit = workspace.circuit;
-    Topology& topology = workspace.topology;
+    Circuit& circuit = workspace.Circuit;
+    Topology& topology = workspace.Topology;
     ForgetElementResults(circuit);
     ForgetChains(topology);
     try {
@@ -96,7 +96,7 @@ TransitionResult LeaveStep1(Workspace& workspace, Prompts& prompts) {
 }
 
 bool CheckNamesOnLeavingStep2(Workspace& workspace, Prompts& prompts) {
-    return CheckNames(workspace.circuit, workspace.naming, NodeOrdering::ByName, prompts);
+    return CheckNames(workspace.Circuit, workspace.Naming, NodeOrdering::ByName, prompts);
 }
 
 namespace {
@@ -118,18 +118,18 @@ void SolveCircuit(Workspace& ws, Prompts& prompts) {
     PutReferenceFirst(ws);
     GetSuperNodes(ws);
     WriteNodeEquations(ws);
-    const int n = ws.equations.NumUnknowns;
-    ws.equations.Augmented = ws.Matrix;
-    Solve(ws.Matrix, n, n, &ws.equations.RowOps);
-    ws.equations.Reduced = ws.Matrix;
+    const int n = ws.Equations.NumUnknowns;
+    ws.Equations.Augmented = ws.Matrix;
+    Solve(ws.Matrix, n, n, &ws.Equations.RowOps);
+    ws.Equations.Reduced = ws.Matrix;
     if (!SolvedCellsAreFinite(ws.Matrix, n)) {
         throw AnalysisFailure::CannotSolve; // an overflow or a division by zero
     }
     ReadNodeVoltages(ws);
-    const DevicePlacements placements = ComputeCurrents(ws.circuit, ws.topology);
+    const DevicePlacements placements = ComputeCurrents(ws.Circuit, ws.Topology);
     GetSuperCurrents(ws, prompts, placements);
-    ws.equations.CountingText = LoadTextboxWithCounting(ws);
-    ws.equations.EqnText = ChooseEqnText(ws, ws.preferences.SigFigs);
+    ws.Equations.CountingText = LoadTextboxWithCounting(ws);
+    ws.Equations.EqnText = ChooseEqnText(ws, ws.Preferences.SigFigs);
 }
 
 } // namespace

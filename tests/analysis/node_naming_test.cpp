@@ -16,9 +16,9 @@ struct N {
 Workspace WithNodes(const std::vector<N>& nodes, std::int16_t pattern = 1) {
     Workspace workspace;
     workspace.Step = 2;
-    workspace.preferences.AutoNamePattern = pattern;
+    workspace.Preferences.AutoNamePattern = pattern;
     for (const N& n : nodes) {
-        NodeLabel& node = workspace.circuit.NodeLabels[++workspace.circuit.NumNodes];
+        NodeLabel& node = workspace.Circuit.NodeLabels[++workspace.Circuit.NumNodes];
         node.X = n.x;
         node.Y = n.y;
         node.Name = n.name;
@@ -29,15 +29,15 @@ Workspace WithNodes(const std::vector<N>& nodes, std::int16_t pattern = 1) {
 // The names in slot order, the order of the last check with its inverse, and the messages.
 std::string Outcome(const Workspace& ws, bool done, const test::ScriptedPrompts& prompts) {
     std::string out = done ? "done:" : "refused:";
-    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-        out += " " + ws.circuit.NodeLabels[slot].Name;
+    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
+        out += " " + ws.Circuit.NodeLabels[slot].Name;
     }
     out += " | order/rank";
-    for (int k = 1; k <= ws.circuit.NumNodes; ++k) {
-        out += " " + std::to_string(ws.naming.NodeOrder[k]) + "/" +
-               std::to_string(ws.naming.NodeRank[k]);
+    for (int k = 1; k <= ws.Circuit.NumNodes; ++k) {
+        out += " " + std::to_string(ws.Naming.NodeOrder[k]) + "/" +
+               std::to_string(ws.Naming.NodeRank[k]);
     }
-    out += " reference " + std::to_string(ws.naming.HasReference);
+    out += " reference " + std::to_string(ws.Naming.HasReference);
     for (const std::string& message : prompts.messages) {
         out += "\n" + message;
     }
@@ -97,7 +97,7 @@ TEST(NodeNaming, AutoNameAndTheNameCheckOrderRenameAndRefuseAsWorkedByHand) {
         test::ScriptedPrompts prompts;
         const NodeOrdering ordering = c.mode == 0 ? NodeOrdering::ByLocation : NodeOrdering::ByName;
         const bool done = c.mode > 0 ? AutoName(ws, prompts)
-                                     : CheckNames(ws.circuit, ws.naming, ordering, prompts);
+                                     : CheckNames(ws.Circuit, ws.Naming, ordering, prompts);
         dump += std::string("== ") + c.what + "\n" + Outcome(ws, done, prompts) + "\n";
     }
     EXPECT_EQ(dump, test::ExpectedText("analysis/node_naming.txt", dump));
@@ -114,7 +114,7 @@ TEST(NodeNaming, RenamingAsksWithTheOldNameTakesTheAnswerAsTypedAndKeepsTheNameO
     prompts.textAnswers = {" Vout ", ""};
     EXPECT_TRUE(RenameNode(ws, prompts, 1, 10, 20));
     EXPECT_FALSE(RenameNode(ws, prompts, 2, 10, 20));
-    EXPECT_EQ(ws.circuit.NodeLabels[1].Name + "|" + ws.circuit.NodeLabels[2].Name, " Vout |0");
+    EXPECT_EQ(ws.Circuit.NodeLabels[1].Name + "|" + ws.Circuit.NodeLabels[2].Name, " Vout |0");
     EXPECT_EQ(prompts.questions,
               (std::vector<std::string>{"Enter new name: [V1]", "Enter new name: [0]"}));
 
@@ -124,8 +124,8 @@ TEST(NodeNaming, RenamingAsksWithTheOldNameTakesTheAnswerAsTypedAndKeepsTheNameO
     EXPECT_FALSE(RenameNode(ws, prompts, 3, 10, 20));
     EXPECT_EQ(prompts.questions.size(), 2u);
 
-    ClearNames(ws.circuit); // every node unnamed, the reference too
-    EXPECT_EQ(ws.circuit.NodeLabels[1].Name + "|" + ws.circuit.NodeLabels[2].Name, "[ ]|[ ]");
+    ClearNames(ws.Circuit); // every node unnamed, the reference too
+    EXPECT_EQ(ws.Circuit.NodeLabels[1].Name + "|" + ws.Circuit.NodeLabels[2].Name, "[ ]|[ ]");
 }
 
 } // namespace

@@ -297,7 +297,7 @@ TEST(CliPictureProgram, EveryExampleInEveryViewHoldsEachDevicesLabelAsTextAndIts
         test::SolveSession session;
         test::Solve(session, test::ReadBytes(file), 1);
         ASSERT_TRUE(session.solved) << file;
-        const Circuit& circuit = session.ws.circuit;
+        const Circuit& circuit = session.ws.Circuit;
         for (int view = 0; view < 4; ++view) {
             const std::string base = (folder / file.stem()).string() + "_" + views[view];
             for (const char* extension : {".svg", ".png"}) {

@@ -209,8 +209,8 @@ std::optional<double> Value(const std::string& text, const std::map<std::string,
 
 std::string ArithmeticMismatch(const Workspace& ws, const std::string& text) {
     std::map<std::string, double> names;
-    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-        names[ws.circuit.NodeLabels[slot].Name] = ws.circuit.NodeLabels[slot].Voltage;
+    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
+        names[ws.Circuit.NodeLabels[slot].Name] = ws.Circuit.NodeLabels[slot].Voltage;
     }
     std::string plain = text;
     for (const auto& [from, to] : {std::pair{"\u00D7", "*"}, std::pair{"\u2212", "-"}}) {
@@ -251,7 +251,7 @@ std::string ProgramText(Workspace& ws, const std::string& message, bool solved,
     if (!solved) {
         return "!the circuit is refused: " + message;
     }
-    const Equations& eq = ws.equations;
+    const Equations& eq = ws.Equations;
     const auto pick = [](const auto& texts, int n) -> std::string {
         return n >= 1 && static_cast<std::size_t>(n) <= texts.size()
                    ? std::string(texts[static_cast<std::size_t>(n - 1)])
@@ -273,9 +273,9 @@ std::string ProgramText(Workspace& ws, const std::string& message, bool solved,
         return pick(Split(eq.CountingText, "\r\n\r\n"), n);
     }
     if (kind == "voltage" && words >> name) {
-        for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-            if (ws.circuit.NodeLabels[slot].Name == name) {
-                return FormatNumber(ws.circuit.NodeLabels[slot].Voltage, sigFigs);
+        for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
+            if (ws.Circuit.NodeLabels[slot].Name == name) {
+                return FormatNumber(ws.Circuit.NodeLabels[slot].Voltage, sigFigs);
             }
         }
         return "!there is no node " + name;
@@ -291,7 +291,7 @@ std::string ProgramText(Workspace& ws, const std::string& message, bool solved,
                                                   {"current", kViewCurrents},
                                                   {"voltage", kViewVoltages},
                                                   {"power", kViewPower}};
-        if (n < 1 || n > ws.circuit.NumElements || ws.circuit.Elements[n].Kind == kEmpty ||
+        if (n < 1 || n > ws.Circuit.NumElements || ws.Circuit.Elements[n].Kind == kEmpty ||
             views.count(name) == 0) {
             return "!there is no such label";
         }

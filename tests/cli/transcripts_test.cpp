@@ -37,7 +37,7 @@ struct FakeRenderer : cli::ReportRenderer {
         return "pdf of " + report.Runs().front().Text;
     }
     std::string DrawingBytes(const Workspace& ws, DrawingFileFormat format) override {
-        if (ws.circuit.NumWires == 0) {
+        if (ws.Circuit.NumWires == 0) {
             return {};
         }
         return "step " + std::to_string(ws.Step) + " view " + std::to_string(ws.ViewMode) +

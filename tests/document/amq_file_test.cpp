@@ -106,7 +106,7 @@ TEST(CircuitFile, EveryExampleReadsWholeAndSavesBackToTheSameBytes) {
         test::SolveSession session;
         test::Solve(session, ReadBytes(example), 0);
         EXPECT_TRUE(session.solved);
-        EXPECT_FALSE(NeedFileSave(session.ws.circuit, example.string()));
+        EXPECT_FALSE(NeedFileSave(session.ws.Circuit, example.string()));
     }
     EXPECT_GE(test::ExampleFiles().size(), 6u);
 }

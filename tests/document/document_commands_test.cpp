@@ -76,7 +76,7 @@ std::string Outcome(Session& s, const std::string& result) {
         out += "said   " + message + "\n";
     }
     out += "name   \"" + s.workspace.CurrentFileName + "\"\n" +
-           test::DumpCircuit(s.workspace.circuit) + Listing(s.dir.Path());
+           test::DumpCircuit(s.workspace.Circuit) + Listing(s.dir.Path());
     out += s.store.Dump();
     out = Replaced(out, s.dir.Path().string(), "DIR");
     return Replaced(out, test::ExamplesDir().string(), "EXAMPLES");
@@ -93,7 +93,7 @@ std::string Did(bool saved) {
 const std::string kDivider = (test::ExamplesDir() / "voltage_divider.amq").string();
 
 void OneWire(Session& s) {
-    AddWire(s.workspace.circuit, 40, 80, 200, 80);
+    AddWire(s.workspace.Circuit, 40, 80, 200, 80);
 }
 
 // A damaged file opens with what was read before the damage, says where reading stopped, and
@@ -104,7 +104,7 @@ std::string OpenDamaged(Session& s, const std::string& bytes) {
     s.dialogs.answers = {s.PathOf("damaged.amq")};
     const std::string opened = Did(FileOpen(s.context));
     const std::string read =
-        s.workspace.CurrentFileName + "\n" + test::DumpCircuit(s.workspace.circuit);
+        s.workspace.CurrentFileName + "\n" + test::DumpCircuit(s.workspace.Circuit);
     return opened + ", opened as\n" + read + "then New: " + Did(FileNew(s.context));
 }
 
@@ -167,11 +167,11 @@ const Case kCases[] = {
          fs::create_symlink("divider.amq", s.dir / "link.amq");
          s.dialogs.answers = {s.PathOf("link.amq")};
          const std::string opened = Did(FileOpen(s.context));
-         s.workspace.circuit.Elements[1].Value = 1500;
-         const bool before = NeedFileSave(s.workspace.circuit, s.workspace.CurrentFileName);
+         s.workspace.Circuit.Elements[1].Value = 1500;
+         const bool before = NeedFileSave(s.workspace.Circuit, s.workspace.CurrentFileName);
          const std::string saved = Did(FileSave(s.context));
          return opened + "; " + saved + ", needed saving " + std::to_string(before) + " then " +
-                std::to_string(NeedFileSave(s.workspace.circuit, s.workspace.CurrentFileName));
+                std::to_string(NeedFileSave(s.workspace.Circuit, s.workspace.CurrentFileName));
      }},
     {"a recent file that is gone stays in the list",
      [](Session& s) {
@@ -186,8 +186,8 @@ const Case kCases[] = {
          s.dialogs.answers = {s.PathOf("named.amq")};
          std::string result = Did(FileSave(s.context));
          result += ", needs saving " +
-                   std::to_string(NeedFileSave(s.workspace.circuit, s.workspace.CurrentFileName));
-         AddWire(s.workspace.circuit, 200, 80, 200, 160);
+                   std::to_string(NeedFileSave(s.workspace.Circuit, s.workspace.CurrentFileName));
+         AddWire(s.workspace.Circuit, 200, 80, 200, 160);
          result += "; " + Did(FileSave(s.context));
          return result + "; " + Did(FileSaveAs(s.context));
      }},
@@ -205,7 +205,7 @@ const Case kCases[] = {
          s.workspace.CurrentFileName = s.PathOf("gone/c.amq");
          const std::string saved = Did(FileSave(s.context));
          return saved + ", needs saving " +
-                std::to_string(NeedFileSave(s.workspace.circuit, s.workspace.CurrentFileName));
+                std::to_string(NeedFileSave(s.workspace.Circuit, s.workspace.CurrentFileName));
      }},
 };
 

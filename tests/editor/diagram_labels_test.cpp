@@ -90,17 +90,17 @@ TEST(DiagramLabels, NoLabelOfAnyExampleCoversAWireADeviceOrAnotherLabelInAnyView
         test::Solve(session, test::ReadBytes(file), 1);
         ASSERT_TRUE(session.solved) << file;
         for (int view = 0; view <= 3; ++view) {
-            std::vector<std::string> texts(size_t(session.ws.circuit.NumElements) + 1);
-            for (int slot = 1; slot <= session.ws.circuit.NumElements; ++slot) {
-                if (session.ws.circuit.Elements[slot].Kind != kEmpty) {
+            std::vector<std::string> texts(size_t(session.ws.Circuit.NumElements) + 1);
+            for (int slot = 1; slot <= session.ws.Circuit.NumElements; ++slot) {
+                if (session.ws.Circuit.Elements[slot].Kind != kEmpty) {
                     // The longest texts a view can show, at eight figures.
                     texts[size_t(slot)] = ElementLabel(session.ws, slot, view, 8);
                 }
             }
             const DiagramLabels labels =
-                LayOutDiagramLabels(session.ws.circuit, texts, true, FixedMetrics(),
+                LayOutDiagramLabels(session.ws.Circuit, texts, true, FixedMetrics(),
                                     NodeLabelTexts(session.ws, view, 8));
-            EXPECT_EQ(Collisions(session.ws.circuit, labels), std::vector<std::string>{})
+            EXPECT_EQ(Collisions(session.ws.Circuit, labels), std::vector<std::string>{})
                 << file.filename() << " view " << view;
         }
     }

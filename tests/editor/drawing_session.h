@@ -87,7 +87,7 @@ struct DrawingSession {
             SelectTool(editor, kWireTool);
             BeginWire(editor, x1, y1);
             DragWire(editor, x2, y2);
-            return FinishWire(ws.circuit, editor, x2, y2) != 0;
+            return FinishWire(ws.Circuit, editor, x2, y2) != 0;
         }
         if (verb == "place") {
             in >> letter, point(x1, y1);
@@ -96,47 +96,47 @@ struct DrawingSession {
             if (!rest().empty()) {
                 prompts.textAnswers.push_back(answer);
             }
-            return PlaceDevice(ws.circuit, editor, prompts, tool, x1, y1) != 0;
+            return PlaceDevice(ws.Circuit, editor, prompts, tool, x1, y1) != 0;
         }
         if (verb == "number") {
             in >> slot;
             SelectTool(editor, kNumberTool);
             prompts.textAnswers.push_back(rest());
-            RenumberDevice(ws.circuit, editor, prompts, slot);
+            RenumberDevice(ws.Circuit, editor, prompts, slot);
             return true;
         }
         if (verb == "move") {
             in >> slot, point(x1, y1), point(x2, y2);
             SelectTool(editor, kMoveStretchTool);
-            GrabDevice(ws.circuit, editor, slot, x1, y1);
-            return DropDevice(ws.circuit, editor, x2, y2);
+            GrabDevice(ws.Circuit, editor, slot, x1, y1);
+            return DropDevice(ws.Circuit, editor, x2, y2);
         }
         if (verb == "stretch") {
             point(x1, y1), point(x2, y2);
             SelectTool(editor, kMoveStretchTool);
-            if (!BeginStretch(ws.circuit, editor, x1, y1)) {
+            if (!BeginStretch(ws.Circuit, editor, x1, y1)) {
                 return false;
             }
-            DragStretch(ws.circuit, editor, x2, y2);
-            return FinishStretch(ws.circuit, editor, x2, y2);
+            DragStretch(ws.Circuit, editor, x2, y2);
+            return FinishStretch(ws.Circuit, editor, x2, y2);
         }
         if (verb == "hover") {
             point(x1, y1);
-            HoverStretch(ws.circuit, editor, x1, y1);
+            HoverStretch(ws.Circuit, editor, x1, y1);
             return true;
         }
         if (verb == "erase") {
             SelectTool(editor, kEraseTool);
             if (in >> std::ws && in.peek() == '#') {
                 in >> letter >> slot;
-                EraseDevice(ws.circuit, editor, slot);
+                EraseDevice(ws.Circuit, editor, slot);
                 return true;
             }
             point(x1, y1);
-            return EraseWireAt(ws.circuit, editor, x1, y1);
+            return EraseWireAt(ws.Circuit, editor, x1, y1);
         }
         if (verb == "undo") {
-            return UndoErase(ws.circuit, editor);
+            return UndoErase(ws.Circuit, editor);
         }
         if (verb == "tool") {
             in >> letter;
@@ -145,7 +145,7 @@ struct DrawingSession {
         }
         if (verb == "center") {
             in >> x1 >> comma >> y1 >> comma >> h;
-            CenterCircuit(ws.circuit, x1, y1, h);
+            CenterCircuit(ws.Circuit, x1, y1, h);
             return true;
         }
         throw std::invalid_argument("no such command: " + command);

@@ -16,9 +16,9 @@ namespace {
 
 // The drawing as its file holds it, and each live device's slot with the text its label shows.
 std::string Written(const Workspace& ws, const EditorState& editor) {
-    std::string out = CircuitFileText(ws.circuit);
-    for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
-        if (ws.circuit.Elements[slot].Kind != kEmpty) {
+    std::string out = CircuitFileText(ws.Circuit);
+    for (int slot = 1; slot <= ws.Circuit.NumElements; ++slot) {
+        if (ws.Circuit.Elements[slot].Kind != kEmpty) {
             out += "typed " + std::to_string(slot) + " \"" + editor.ValueText[slot] + "\"\n";
         }
     }
@@ -27,7 +27,7 @@ std::string Written(const Workspace& ws, const EditorState& editor) {
 
 struct Session : test::DrawingSession {
     EditHistory history;
-    Session() { StartHistory(history, ws.circuit, editor); }
+    Session() { StartHistory(history, ws.Circuit, editor); }
     // The drawing's commands, and those of step 2.
     void Act(const std::string& command) {
         if (command == "autoname") {
@@ -38,7 +38,7 @@ struct Session : test::DrawingSession {
             }
             RenameNode(ws, prompts, 1, 0, 0);
         } else if (command == "clear names") {
-            ClearNames(ws.circuit);
+            ClearNames(ws.Circuit);
         } else {
             Do(command);
         }
@@ -86,8 +86,8 @@ const std::vector<Edit> kNaming = {
 };
 
 bool Record(Session& s, const Edit& edit) {
-    return edit.tool != 0 ? RecordToolStep(s.history, edit.tool, s.ws.circuit, s.editor)
-                          : RecordStep(s.history, edit.name, s.ws.circuit, s.editor);
+    return edit.tool != 0 ? RecordToolStep(s.history, edit.tool, s.ws.Circuit, s.editor)
+                          : RecordStep(s.history, edit.name, s.ws.Circuit, s.editor);
 }
 
 TEST(EditHistory, ASessionOfEveryEditWalksBackToEmptyAndForwardAgainTableForTable) {
@@ -107,7 +107,7 @@ TEST(EditHistory, ASessionOfEveryEditWalksBackToEmptyAndForwardAgainTableForTabl
     };
     play(kDrawing);
     ASSERT_EQ(LeaveStep1(s.ws, s.prompts), TransitionResult::Entered) << s.prompts.messages.at(0);
-    ReplacePresent(s.history, s.ws.circuit, s.editor);
+    ReplacePresent(s.history, s.ws.Circuit, s.editor);
     states.back() = Written(s.ws, s.editor);
     const std::size_t step2Starts = states.size() - 1;
     play(kNaming);
@@ -118,13 +118,13 @@ TEST(EditHistory, ASessionOfEveryEditWalksBackToEmptyAndForwardAgainTableForTabl
     std::size_t at = states.size() - 1;
     while (CanUndo(s.history, 2)) {
         undone += UndoName(s.history) + "\n";
-        ASSERT_TRUE(UndoStep(s.history, 2, s.ws.circuit, s.editor));
+        ASSERT_TRUE(UndoStep(s.history, 2, s.ws.Circuit, s.editor));
         EXPECT_EQ(Written(s.ws, s.editor), states[--at]) << undone;
     }
     EXPECT_EQ(at, step2Starts);
     EXPECT_EQ(UndoName(s.history), "Center the circuit");
     BackToStep1(s.ws);
-    while (UndoStep(s.history, 1, s.ws.circuit, s.editor)) {
+    while (UndoStep(s.history, 1, s.ws.Circuit, s.editor)) {
         EXPECT_EQ(Written(s.ws, s.editor), states[--at]) << "after undoing to step " << at;
     }
     EXPECT_EQ(at, 0U);
@@ -132,7 +132,7 @@ TEST(EditHistory, ASessionOfEveryEditWalksBackToEmptyAndForwardAgainTableForTabl
     std::string redone;
     while (CanRedo(s.history, 1)) {
         redone += RedoName(s.history) + "\n";
-        ASSERT_TRUE(RedoStep(s.history, 1, s.ws.circuit, s.editor));
+        ASSERT_TRUE(RedoStep(s.history, 1, s.ws.Circuit, s.editor));
         EXPECT_EQ(Written(s.ws, s.editor), states[++at]) << redone;
     }
     EXPECT_EQ(at, states.size() - 1);
@@ -145,14 +145,14 @@ TEST(EditHistory, UndoEndsADragAndTheChanceToUndoAnEraseAndNothingIsReachableInS
     s.Do("wire 80,80 240,80");
     Record(s, kDrawing[0]);
     s.Do("erase 160,80");
-    RecordToolStep(s.history, kEraseTool, s.ws.circuit, s.editor);
+    RecordToolStep(s.history, kEraseTool, s.ws.Circuit, s.editor);
     BeginWire(s.editor, 0, 0);
     EXPECT_FALSE(CanUndo(s.history, 3));
-    EXPECT_FALSE(UndoStep(s.history, 3, s.ws.circuit, s.editor));
-    ASSERT_TRUE(UndoStep(s.history, 1, s.ws.circuit, s.editor));
+    EXPECT_FALSE(UndoStep(s.history, 3, s.ws.Circuit, s.editor));
+    ASSERT_TRUE(UndoStep(s.history, 1, s.ws.Circuit, s.editor));
     EXPECT_FALSE(s.editor.DrawingWire);
-    EXPECT_FALSE(UndoErase(s.ws.circuit, s.editor)); // it would bring back a wire that is there
-    EXPECT_EQ(CircuitFileText(s.ws.circuit), "1\r\n80,80,240,80\r\n0\r\n0\r\n");
+    EXPECT_FALSE(UndoErase(s.ws.Circuit, s.editor)); // it would bring back a wire that is there
+    EXPECT_EQ(CircuitFileText(s.ws.Circuit), "1\r\n80,80,240,80\r\n0\r\n0\r\n");
     EXPECT_EQ(RedoName(s.history), "Erase wire");
 }
 
@@ -162,18 +162,18 @@ TEST(EditHistory, KeepsTheLastHundredStepsAndANewEditDropsWhatCouldBeRedone) {
     s.Do("place R 80,0 0");
     for (int k = 1; k <= 130; ++k) {
         s.Do("number 1 " + std::to_string(k));
-        RecordToolStep(s.history, kNumberTool, s.ws.circuit, s.editor);
+        RecordToolStep(s.history, kNumberTool, s.ws.Circuit, s.editor);
     }
     int undone = 0;
-    while (UndoStep(s.history, 1, s.ws.circuit, s.editor)) {
+    while (UndoStep(s.history, 1, s.ws.Circuit, s.editor)) {
         ++undone;
     }
     EXPECT_EQ(undone, 100);
-    EXPECT_EQ(s.ws.circuit.Elements[1].Value, 30);
+    EXPECT_EQ(s.ws.Circuit.Elements[1].Value, 30);
     EXPECT_EQ(s.editor.ValueText[1], "30");
-    RedoStep(s.history, 1, s.ws.circuit, s.editor);
+    RedoStep(s.history, 1, s.ws.Circuit, s.editor);
     s.Do("place R 240,0 1");
-    EXPECT_TRUE(RecordToolStep(s.history, kResistorTool, s.ws.circuit, s.editor));
+    EXPECT_TRUE(RecordToolStep(s.history, kResistorTool, s.ws.Circuit, s.editor));
     EXPECT_FALSE(CanRedo(s.history, 1));
     EXPECT_EQ(UndoName(s.history), "Place resistor");
 }
@@ -183,15 +183,15 @@ TEST(EditHistory, UndoingBackToTheSavedDrawingLeavesNothingToSave) {
     const std::string path = (dir / "saved.amq").string();
     Session s;
     s.Do("wire 80,80 240,80");
-    RecordToolStep(s.history, kWireTool, s.ws.circuit, s.editor);
-    ASSERT_TRUE(SaveToIniFile(s.ws.circuit, path).saved);
+    RecordToolStep(s.history, kWireTool, s.ws.Circuit, s.editor);
+    ASSERT_TRUE(SaveToIniFile(s.ws.Circuit, path).saved);
     s.Do("place B 160,80 5");
-    RecordToolStep(s.history, kBatteryTool, s.ws.circuit, s.editor);
-    EXPECT_TRUE(NeedFileSave(s.ws.circuit, path));
-    UndoStep(s.history, 1, s.ws.circuit, s.editor);
-    EXPECT_FALSE(NeedFileSave(s.ws.circuit, path));
-    RedoStep(s.history, 1, s.ws.circuit, s.editor);
-    EXPECT_TRUE(NeedFileSave(s.ws.circuit, path));
+    RecordToolStep(s.history, kBatteryTool, s.ws.Circuit, s.editor);
+    EXPECT_TRUE(NeedFileSave(s.ws.Circuit, path));
+    UndoStep(s.history, 1, s.ws.Circuit, s.editor);
+    EXPECT_FALSE(NeedFileSave(s.ws.Circuit, path));
+    RedoStep(s.history, 1, s.ws.Circuit, s.editor);
+    EXPECT_TRUE(NeedFileSave(s.ws.Circuit, path));
 }
 
 } // namespace

@@ -25,17 +25,17 @@ using test::ShowDrawing;
 std::string Played(const std::string&, const std::vector<std::string>& inputs) {
     DrawingSession s;
     const std::string before = inputs.at(0).size() > 7 ? inputs.at(0).substr(7) : "";
-    s.ws.circuit = ParseDrawing(before);
+    s.ws.Circuit = ParseDrawing(before);
     std::string result;
     for (std::size_t k = 1; k < inputs.size(); ++k) {
         result += (k > 1 ? ", " : "") + std::string(s.Do(inputs[k].substr(7)) ? "done" : "refused");
     }
-    const std::string after = ShowDrawing(s.ws.circuit);
+    const std::string after = ShowDrawing(s.ws.Circuit);
     std::string out =
         ShowDrawing(ParseDrawing(before)) == before ? "" : "before does not read back\n";
     out += "result " + result + "\nafter  " + (after == before ? "unchanged" : after) + "\n";
     std::string typed;
-    for (int slot = 1; slot <= s.ws.circuit.NumElements; ++slot) {
+    for (int slot = 1; slot <= s.ws.Circuit.NumElements; ++slot) {
         typed += s.editor.ValueText[slot].empty() ? "" : "[" + s.editor.ValueText[slot] + "]";
     }
     out += typed.empty() ? "" : "typed  " + typed + "\n";
@@ -87,17 +87,17 @@ TEST(EraseTool, AfterARefusedNextUndoBringsBackAWholeEraseOrNothing) {
         "80,80-240,80 240,80-240,240 80,240-240,240 80,80-80,240 3@160,80=12 5@240,160=100";
     for (const char* erase : {"erase 120,80", "erase #2"}) {
         DrawingSession s;
-        s.ws.circuit = ParseDrawing(square);
+        s.ws.Circuit = ParseDrawing(square);
         ASSERT_TRUE(s.Do(erase));
         ASSERT_EQ(LeaveStep1(s.ws, s.prompts), TransitionResult::Refused);
-        MatchUndoToMemory(s.ws.circuit, s.editor);
+        MatchUndoToMemory(s.ws.Circuit, s.editor);
         const bool offered = s.editor.UndoAvailable == 1;
         const bool undone = s.Do("undo");
         const std::string outcome = offered && undone     ? "undone"
                                     : !offered && !undone ? "undo unavailable"
                                                           : "inconsistent";
         EXPECT_EQ(
-            outcome + "; " + ShowDrawing(s.ws.circuit),
+            outcome + "; " + ShowDrawing(s.ws.Circuit),
             erase[6] == '#'
                 ? "undone; " + square
                 : "undo unavailable; 240,80-240,240 80,240-240,240 80,80-80,240 5@240,160=100");

@@ -34,7 +34,7 @@ struct Session : test::DrawingSession {
                 acted += "(" + ShortestText(cursor.X) + "," + ShortestText(cursor.Y) + ")";
             }
             if (arrows.find(k) != std::string::npos) {
-                ActOnKey(ws.circuit, editor, prompts, cursor, kBounds, codes[arrows.find(k)],
+                ActOnKey(ws.Circuit, editor, prompts, cursor, kBounds, codes[arrows.find(k)],
                          shift);
             } else if (k != '+' && k != ' ') {
                 const int button = ToolButtonForLetter(k);
@@ -57,7 +57,7 @@ TEST(KeyboardCursor, KeysAloneDrawActAndHintAsTheMouseWould) {
     square.prompts.textAnswers = {"100", "-12"};
     EXPECT_EQ(square.Play(kSquareKeys),
               "(64,64)(160,64)(160,64)(160,160)(160,160)(64,160)(64,160)(64,64)(96,64)(64,128)");
-    EXPECT_EQ(ShowDrawing(square.ws.circuit),
+    EXPECT_EQ(ShowDrawing(square.ws.Circuit),
               "64,64-160,64 160,64-160,160 160,160-64,160 64,160-64,64 6@96,64=100 2@64,128=12");
     const std::string name = "editor/keyboard_cursor.txt";
     const std::string dump = test::ReplayCases(name, {}, [](const std::string& keys, const auto&) {
@@ -66,12 +66,12 @@ TEST(KeyboardCursor, KeysAloneDrawActAndHintAsTheMouseWould) {
         s.Play(kSquareKeys);
         SelectTool(s.editor, kWireTool);
         s.editor.CurrentTool = kNoTool;
-        const std::string before = ShowDrawing(s.ws.circuit);
+        const std::string before = ShowDrawing(s.ws.Circuit);
         s.cursor = KeyboardCursor{};
         std::string out = "acted " + s.Play(keys) + "\n";
-        const std::string after = ShowDrawing(s.ws.circuit);
+        const std::string after = ShowDrawing(s.ws.Circuit);
         out += after == before ? "" : "after " + after + "\n";
-        return out + "hint " + KeyboardHint(s.ws.circuit, s.editor, s.cursor) + "\n";
+        return out + "hint " + KeyboardHint(s.ws.Circuit, s.editor, s.cursor) + "\n";
     });
     ASSERT_GT(dump.size(), 1000u);
     EXPECT_EQ(dump, test::ExpectedText(name, dump));

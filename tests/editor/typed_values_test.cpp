@@ -44,12 +44,12 @@ std::string EveryPlace(const std::string& typed) {
     const std::size_t from = file.find("\r\n0,48,") + 2;
     std::string out = "file " + file.substr(from, file.find("\r\n160,80,5,10") - from);
     out.replace(out.find("\r\n"), 2, " | ").replace(out.find("\r\n"), 2, " | ");
-    out += "\nreopened " + ValueLabelText(ws.circuit.Elements[1], "") + " | " +
-           ValueLabelText(ws.circuit.Elements[2], "") + " | " +
-           ValueLabelText(ws.circuit.Elements[3], "");
+    out += "\nreopened " + ValueLabelText(ws.Circuit.Elements[1], "") + " | " +
+           ValueLabelText(ws.Circuit.Elements[2], "") + " | " +
+           ValueLabelText(ws.Circuit.Elements[3], "");
     EditorState reopened;
     test::ScriptedPrompts asking;
-    RenumberDevice(ws.circuit, reopened, asking, 2);
+    RenumberDevice(ws.Circuit, reopened, asking, 2);
     out += "\nnumber tool " + asking.questions.at(0);
     if (!session.solved) {
         return out + "\nnot solved: " + session.prompts.messages.at(0);
@@ -60,8 +60,8 @@ std::string EveryPlace(const std::string& typed) {
     const std::vector<std::string> voltages = WriteLabels(ws, 3);
     out += "\nview 0 " + values[1] + " | " + values[2] + " | " + values[3];
     out += "\nview 2 battery " + voltages[1];
-    out += "\nequation " + ws.equations.FirstWritten.at(0);
-    out += "\ncollected " + ws.equations.Collected.at(0);
+    out += "\nequation " + ws.Equations.FirstWritten.at(0);
+    out += "\ncollected " + ws.Equations.Collected.at(0);
     return out + "\n";
 }
 
@@ -90,10 +90,10 @@ TEST(TypedValues, SumsOfSinglesShowSevenDigitsAtMost) {
     ASSERT_TRUE(session.solved) << session.prompts.messages.at(0);
     const Workspace& ws = session.ws;
     std::string out;
-    for (std::size_t v = 0; v < ws.equations.EqnVars.size(); ++v) {
-        out += ws.equations.FirstWritten[v] + "\n" + ws.equations.Collected[v] + "\n";
+    for (std::size_t v = 0; v < ws.Equations.EqnVars.size(); ++v) {
+        out += ws.Equations.FirstWritten[v] + "\n" + ws.Equations.Collected[v] + "\n";
     }
-    const std::string& counting = ws.equations.CountingText;
+    const std::string& counting = ws.Equations.CountingText;
     const std::size_t fact = counting.find("by using the fact that ");
     ASSERT_NE(fact, std::string::npos);
     out += counting.substr(fact, counting.find(".  Doing", fact) - fact);

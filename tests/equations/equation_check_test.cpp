@@ -80,7 +80,7 @@ TEST(EquationCheck, EquationsAndAnswersForTheTwoSupernodesAreJudgedAsWorkedByHan
     EXPECT_EQ(dump, test::ExpectedText("equations/equation_check.txt", dump));
     // I1 runs through the 10 V battery.
     const AnswerVerdict current =
-        CheckAnswer(session.ws, "I1", session.ws.topology.Branches[3].Current * 1.0001, 3);
+        CheckAnswer(session.ws, "I1", session.ws.Topology.Branches[3].Current * 1.0001, 3);
     EXPECT_TRUE(current.known && current.right);
 }
 

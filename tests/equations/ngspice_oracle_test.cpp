@@ -47,8 +47,8 @@ bool Close(double value, double expected, double scale) {
 std::string CompareWithNgspice(const LatticeCircuit& lattice, const Workspace& ws,
                                const test::TempDir& folder) {
     int ground = -1;
-    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-        const NodeLabel& node = ws.circuit.NodeLabels[slot];
+    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
+        const NodeLabel& node = ws.Circuit.NodeLabels[slot];
         if (node.Name == "0") {
             ground = test::PointAt(lattice, node.X, node.Y);
         }
@@ -59,8 +59,8 @@ std::string CompareWithNgspice(const LatticeCircuit& lattice, const Workspace& w
         return "ngspice gave no operating point:\n" + log;
     }
     const double voltageScale = Largest(spice->voltage);
-    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-        const NodeLabel& node = ws.circuit.NodeLabels[slot];
+    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
+        const NodeLabel& node = ws.Circuit.NodeLabels[slot];
         const double expected =
             spice->voltage[static_cast<std::size_t>(test::PointAt(lattice, node.X, node.Y))];
         if (!Close(node.Voltage, expected, voltageScale)) {
@@ -74,7 +74,7 @@ std::string CompareWithNgspice(const LatticeCircuit& lattice, const Workspace& w
         if (lattice.edges[e].device == test::LatticeDevice::None) {
             continue;
         }
-        const double current = ws.circuit.Elements[++element].Current;
+        const double current = ws.Circuit.Elements[++element].Current;
         if (!Close(current, spice->screenCurrent[e], currentScale)) {
             return "element " + std::to_string(element) + ": " + ShortestText(current) +
                    " A, ngspice " + ShortestText(spice->screenCurrent[e]);
@@ -147,10 +147,10 @@ TEST(NgspiceOracle, TwentyNodeLaddersAgreeWithNgspice) {
     const test::TempDir folder;
     for (const auto& [what, ladder] : ladders) {
         Workspace ws;
-        ws.circuit = test::DrawLattice(ladder);
+        ws.Circuit = test::DrawLattice(ladder);
         test::ScriptedPrompts prompts;
         ASSERT_EQ(LeaveStep1(ws, prompts), TransitionResult::Entered) << what;
-        ASSERT_EQ(ws.circuit.NumNodes, 20) << what;
+        ASSERT_EQ(ws.Circuit.NumNodes, 20) << what;
         ASSERT_TRUE(AutoName(ws, prompts)) << what;
         ASSERT_EQ(LeaveStep2(ws, prompts), TransitionResult::Entered)
             << what << ": " << (prompts.messages.empty() ? "" : prompts.messages[0]);
@@ -174,7 +174,7 @@ TEST(NgspiceOracle, SolvedCircuitsAgreeWithNgspiceAndEveryRefusalFallsUnderItsRu
         }
         SCOPED_TRACE("circuit " + std::to_string(trial) + ": " + test::DescribeLattice(lattice));
         Workspace ws;
-        ws.circuit = test::DrawLattice(lattice);
+        ws.Circuit = test::DrawLattice(lattice);
         test::ScriptedPrompts prompts;
         if (LeaveStep1(ws, prompts) != TransitionResult::Entered || !AutoName(ws, prompts) ||
             LeaveStep2(ws, prompts) != TransitionResult::Entered) {

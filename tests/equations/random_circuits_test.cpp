@@ -31,25 +31,25 @@ struct StudentTerm {
 };
 
 std::vector<StudentTerm> StudentTerms(const Workspace& ws, int variable) {
-    const EqnVar& var = ws.equations.EqnVars[static_cast<std::size_t>(variable - 1)];
-    std::vector<int> members = {ws.naming.NodeOrder[var.Node]};
+    const EqnVar& var = ws.Equations.EqnVars[static_cast<std::size_t>(variable - 1)];
+    std::vector<int> members = {ws.Naming.NodeOrder[var.Node]};
     if (var.SuperNode > 0) {
         members.clear();
-        for (const int position : ws.equations.SuperNodes[var.SuperNode].Nodes) {
-            members.push_back(ws.naming.NodeOrder[position]);
+        for (const int position : ws.Equations.SuperNodes[var.SuperNode].Nodes) {
+            members.push_back(ws.Naming.NodeOrder[position]);
         }
     }
     const auto isMember = [&](int slot) {
         return std::ranges::find(members, slot) != members.end();
     };
     std::vector<StudentTerm> terms;
-    for (int b = 1; b <= ws.topology.NumBranches; ++b) {
-        const Branch& chain = ws.topology.Branches[b];
+    for (int b = 1; b <= ws.Topology.NumBranches; ++b) {
+        const Branch& chain = ws.Topology.Branches[b];
         if (!isMember(chain.StartNode) || isMember(chain.EndNode)) {
             continue;
         }
-        const NodeLabel& start = ws.circuit.NodeLabels[chain.StartNode];
-        const NodeLabel& end = ws.circuit.NodeLabels[chain.EndNode];
+        const NodeLabel& start = ws.Circuit.NodeLabels[chain.StartNode];
+        const NodeLabel& end = ws.Circuit.NodeLabels[chain.EndNode];
         terms.push_back(
             chain.SourceCurrent != 0
                 ? StudentTerm{"(" + ShortestText(chain.SourceCurrent) + ")", chain.SourceCurrent}
@@ -69,7 +69,7 @@ std::string Joined(const std::vector<StudentTerm>& terms, std::size_t flipped) {
 }
 
 void CheckTheEquations(const Workspace& ws, int& flips, int& flipsNamed) {
-    const Equations& eq = ws.equations;
+    const Equations& eq = ws.Equations;
     for (int v = 1; v <= eq.NumUnknowns; ++v) {
         const std::size_t row = static_cast<std::size_t>(v - 1);
         const std::string& first = eq.FirstWritten[row];
@@ -101,7 +101,7 @@ void CheckTheEquations(const Workspace& ws, int& flips, int& flipsNamed) {
 }
 
 void CheckTheElimination(const Workspace& ws) {
-    const Equations& eq = ws.equations;
+    const Equations& eq = ws.Equations;
     const int n = eq.NumUnknowns;
     RowOperationReplay replay(eq.Augmented, n, n);
     for (const RowOperation& operation : eq.RowOps) {
@@ -112,8 +112,8 @@ void CheckTheElimination(const Workspace& ws) {
     const auto exact = ExactNodeElimination(ws);
     ASSERT_TRUE(exact);
     Workspace settled = ws;
-    settled.equations.RowOps.clear();
-    settled.equations.Augmented = eq.Reduced;
+    settled.Equations.RowOps.clear();
+    settled.Equations.Augmented = eq.Reduced;
     EXPECT_EQ(ShowRowOperations(ws, false, 6).steps.back().cells,
               ShowRowOperations(settled, false, 6).steps.front().cells);
     for (int row = 1; row <= n; ++row) {
@@ -131,7 +131,7 @@ TEST(RandomCircuits, TheEquationsAreJudgedAndTheEliminationReplaysAndFollowsInFr
     for (int trial = 0; trial < 600 && solved < 150; ++trial) {
         const test::LatticeCircuit lattice = test::RandomLatticeCircuit(random, options);
         Workspace ws;
-        ws.circuit = test::DrawLattice(lattice);
+        ws.Circuit = test::DrawLattice(lattice);
         test::ScriptedPrompts prompts;
         if (LeaveStep1(ws, prompts) != TransitionResult::Entered || !AutoName(ws, prompts) ||
             LeaveStep2(ws, prompts) != TransitionResult::Entered) {
@@ -143,7 +143,7 @@ TEST(RandomCircuits, TheEquationsAreJudgedAndTheEliminationReplaysAndFollowsInFr
         ws.ViewMode = kViewPower; // the power view adds up what goes in and what comes out
         WriteLabels(ws, 3);
         EXPECT_NEAR(ws.PowerIn, ws.PowerOut, 1e-9 * std::max(1.0, std::fabs(ws.PowerIn)));
-        if (ws.equations.NumUnknowns > 0) {
+        if (ws.Equations.NumUnknowns > 0) {
             ++withUnknowns;
             CheckTheElimination(ws);
         }

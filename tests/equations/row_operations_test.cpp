@@ -31,7 +31,7 @@ TEST(ExactElimination, TheBridgeExampleFollowsTheStepsWorkedByHand) {
     const auto exact = ExactNodeElimination(session.ws);
     ASSERT_TRUE(start && exact);
     std::string text = "start\n" + ExactRows(*start);
-    const RowOperations& operations = session.ws.equations.RowOps;
+    const RowOperations& operations = session.ws.Equations.RowOps;
     ASSERT_EQ(operations.size(), exact->steps.size());
     for (std::size_t s = 0; s < operations.size(); ++s) {
         const ExactStep& step = exact->steps[s];

@@ -53,7 +53,7 @@ std::string Labels(Workspace& ws) {
         views[view] = WriteLabels(ws, 3);
     }
     std::string table;
-    for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
+    for (int slot = 1; slot <= ws.Circuit.NumElements; ++slot) {
         table += std::to_string(slot);
         for (const auto& labels : views) {
             table += " | " + labels[static_cast<std::size_t>(slot)];
@@ -66,14 +66,14 @@ std::string Labels(Workspace& ws) {
 // `shown` holds the value labels as drawn, by slot.
 std::string Descriptions(const Workspace& ws, const std::vector<std::string>& shown = {}) {
     std::string out;
-    for (int slot = 1; slot <= ws.circuit.NumWires; ++slot) {
-        out += DescribeWire(ws.circuit, slot, shown) + "\n";
+    for (int slot = 1; slot <= ws.Circuit.NumWires; ++slot) {
+        out += DescribeWire(ws.Circuit, slot, shown) + "\n";
     }
-    for (int slot = 1; slot <= ws.circuit.NumElements; ++slot) {
+    for (int slot = 1; slot <= ws.Circuit.NumElements; ++slot) {
         const auto at = static_cast<std::size_t>(slot);
         out += DescribeDevice(ws, slot, at < shown.size() ? shown[at] : "", 3) + "\n";
     }
-    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
+    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
         out += DescribeNode(ws, slot, 3) + "\n";
     }
     return out;
@@ -84,23 +84,23 @@ std::string Dump(test::SolveSession& session) {
     if (!session.solved) {
         return "refused: " + (session.prompts.messages.empty() ? "" : session.prompts.messages[0]);
     }
-    const Equations& eq = ws.equations;
+    const Equations& eq = ws.Equations;
     const int n = eq.NumUnknowns;
     std::string text = "== nodes: name, voltage, label\n";
     const std::vector<std::string> nodeLabels = NodeLabelTexts(ws, kViewVoltages, 3);
-    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-        const NodeLabel& node = ws.circuit.NodeLabels[slot];
+    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
+        const NodeLabel& node = ws.Circuit.NodeLabels[slot];
         text += node.Name + " | " + FormatNumber(node.Voltage, 8) + " | " +
                 nodeLabels[static_cast<std::size_t>(slot)] + "\n";
     }
     for (int s = 1; s <= eq.NumSuperNodes; ++s) {
         text += "supernode";
         for (const auto position : eq.SuperNodes[s].Nodes) {
-            text += " " + ws.circuit.NodeLabels[ws.naming.NodeOrder[position]].Name;
+            text += " " + ws.Circuit.NodeLabels[ws.Naming.NodeOrder[position]].Name;
         }
         text += "\n";
     }
-    text += "== topology\n" + test::DumpTopology(ws.circuit, ws.topology);
+    text += "== topology\n" + test::DumpTopology(ws.Circuit, ws.Topology);
     text += "== counting\n" + Shown(eq.CountingText);
     text += "== captions\n";
     for (const std::string& caption : eq.EqnText) {
@@ -192,7 +192,7 @@ TEST(SolvedExamples, UnknownQuantitiesAndTheSentencesBackInStepsTwoAndOne) {
     test::SolveSession source;
     test::Solve(source, test::ExampleText("current_source.amq"), 0);
     ASSERT_TRUE(source.solved);
-    Circuit& circuit = source.ws.circuit;
+    Circuit& circuit = source.ws.Circuit;
     circuit.Elements[1].Branch = 0;
     circuit.Elements[2].Current = kUnknownCurrent;
     circuit.Elements[3].Current = 0;
@@ -204,10 +204,10 @@ TEST(SolvedExamples, UnknownQuantitiesAndTheSentencesBackInStepsTwoAndOne) {
     ASSERT_TRUE(divider.solved);
     Workspace& ws = divider.ws;
     BackToStep2(ws);
-    ws.circuit.NodeLabels[1].Name.clear();
+    ws.Circuit.NodeLabels[1].Name.clear();
     dump += "== step 2, a node unnamed\n" + Descriptions(ws);
     BackToStep1(ws);
-    ws.circuit.NumNodes = 0;
+    ws.Circuit.NumNodes = 0;
     dump += "== step 1\n" + Descriptions(ws, {"", "1k Ω", "12 V", "2000 Ω", "2e3 Ω"});
     EXPECT_EQ(dump, test::ExpectedText("examples/out_of_the_ordinary.txt", dump));
 }

@@ -24,12 +24,12 @@ TEST(NegAlias, NegatesNumbersAndSimpleSumsAndWrapsTheRest) {
 Workspace ThreeNamedNodes(bool withReference) {
     Workspace ws;
     for (const char* name : {"0", "Va", "Vb"}) {
-        const int slot = ++ws.circuit.NumNodes;
-        ws.circuit.NodeLabels[slot].Name = name;
-        ws.naming.NodeOrder[slot] = static_cast<std::int16_t>(slot);
-        ws.naming.NodeRank[slot] = static_cast<std::int16_t>(slot);
+        const int slot = ++ws.Circuit.NumNodes;
+        ws.Circuit.NodeLabels[slot].Name = name;
+        ws.Naming.NodeOrder[slot] = static_cast<std::int16_t>(slot);
+        ws.Naming.NodeRank[slot] = static_cast<std::int16_t>(slot);
     }
-    ws.naming.HasReference = withReference ? kTrue : kFalse;
+    ws.Naming.HasReference = withReference ? kTrue : kFalse;
     return ws;
 }
 

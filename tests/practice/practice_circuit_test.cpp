@@ -130,9 +130,9 @@ std::string CompareWithNgspice(const PracticeCircuit& p, const Workspace& ws,
         return -1;
     };
     int ground = -1;
-    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-        if (ws.circuit.NodeLabels[slot].Name == "0") {
-            ground = pointOf(ws.circuit.NodeLabels[slot]);
+    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
+        if (ws.Circuit.NodeLabels[slot].Name == "0") {
+            ground = pointOf(ws.Circuit.NodeLabels[slot]);
         }
     }
     std::string log;
@@ -140,8 +140,8 @@ std::string CompareWithNgspice(const PracticeCircuit& p, const Workspace& ws,
     if (!spice) {
         return "ngspice gave no operating point:\n" + log;
     }
-    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-        const NodeLabel& node = ws.circuit.NodeLabels[slot];
+    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
+        const NodeLabel& node = ws.Circuit.NodeLabels[slot];
         const double expected = spice->voltage[static_cast<std::size_t>(pointOf(node))];
         if (std::fabs(node.Voltage - expected) > 1e-6 * std::max(1.0, std::fabs(expected))) {
             return "node " + node.Name + ": " + ShortestText(node.Voltage) + " V, ngspice " +
@@ -187,8 +187,8 @@ TEST(PracticeCircuit, EveryShapeSolvesAsAskedKeepsTheDrawingRulesAndAgreesWithNg
                     ASSERT_TRUE(SolveLikeAStudent(ws, p.drawn));
                     const std::string fault = LayoutFault(p.drawn, n <= 8);
                     const std::string disagreement = CompareWithNgspice(p, ws, folder);
-                    EXPECT_EQ(ws.circuit.NumNodes, n);
-                    EXPECT_EQ(ws.equations.NumSuperNodes, s);
+                    EXPECT_EQ(ws.Circuit.NumNodes, n);
+                    EXPECT_EQ(ws.Equations.NumSuperNodes, s);
                     EXPECT_EQ(CountSources(p.drawn), k);
                     EXPECT_EQ(fault, "");
                     EXPECT_EQ(disagreement, "");

@@ -17,7 +17,7 @@ TEST(NewPracticeCircuit, AsksToSaveThenOpensTheCircuitUntitledInStepOne) {
     test::ScriptedFileDialogs dialogs;
     test::MemorySettingsStore store;
     DocumentContext context{ws, prompts, dialogs, store, "/tmp"};
-    AddWire(ws.circuit, 40, 80, 200, 80); // an unsaved drawing; No drops it
+    AddWire(ws.Circuit, 40, 80, 200, 80); // an unsaved drawing; No drops it
     ws.CurrentFileName = "";
     ws.Step = 2;
 
@@ -29,10 +29,10 @@ TEST(NewPracticeCircuit, AsksToSaveThenOpensTheCircuitUntitledInStepOne) {
     EXPECT_TRUE(result.fileRead);
     EXPECT_EQ(ws.Step, 1);
     EXPECT_EQ(ws.CurrentFileName, "");
-    EXPECT_EQ(CircuitFileText(ws.circuit),
+    EXPECT_EQ(CircuitFileText(ws.Circuit),
               CircuitFileText(MakePracticeCircuit({4, 1, 1}, 21, true).drawn));
     ASSERT_EQ(LeaveStep1(ws, prompts), TransitionResult::Entered);
-    EXPECT_EQ(ws.circuit.NumNodes, 4);
+    EXPECT_EQ(ws.Circuit.NumNodes, 4);
 }
 
 } // namespace

@@ -12,8 +12,8 @@ namespace {
 struct NamedPictures : ReportPictures {
     ReportPicture Circuit(const Workspace& ws) override {
         std::string names;
-        for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-            names += " " + ws.circuit.NodeLabels[slot].Name;
+        for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
+            names += " " + ws.Circuit.NodeLabels[slot].Name;
         }
         return {"circuit in view " + std::to_string(ws.ViewMode) + ", nodes" + names, 10, 10};
     }

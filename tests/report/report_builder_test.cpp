@@ -75,8 +75,8 @@ struct Case {
 // only has to be in its place.
 std::string Report(const Case& c) {
     test::SolveSession session;
-    session.ws.preferences.FontIndex = static_cast<std::int16_t>(c.fontIndex);
-    session.ws.preferences.ReportRowOperations = c.rowOperations;
+    session.ws.Preferences.FontIndex = static_cast<std::int16_t>(c.fontIndex);
+    session.ws.Preferences.ReportRowOperations = c.rowOperations;
     test::Solve(session, c.amq, 0);
     if (!session.solved) {
         return "not solved\n";
@@ -86,7 +86,7 @@ std::string Report(const Case& c) {
     RichTextDocument document;
     LoadRTBoxWithReport(session.ws, document, pictures);
     std::string dump = Dump(document);
-    std::string counting = session.ws.equations.CountingText;
+    std::string counting = session.ws.Equations.CountingText;
     for (std::size_t at = 0; (at = counting.find("\r\n", at)) != std::string::npos;) {
         counting.erase(at, 1);
     }

@@ -32,7 +32,7 @@ MemorySettingsStore SavedStore() {
 
 std::string Loaded(const MemorySettingsStore& store) {
     const StoredSettings s = LoadRegSettings(store, kScreen);
-    const Preferences& p = s.preferences;
+    const Preferences& p = s.Preferences;
     const auto flag = [](bool on) { return on ? "on" : "off"; };
     std::string out = std::string(s.FirstRun ? "first run" : "known") + ", figures " +
                       std::to_string(p.SigFigs) + ", fonts " + std::to_string(p.FontIndex) +

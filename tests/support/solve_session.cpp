@@ -9,15 +9,15 @@
 namespace ampora::test {
 
 void Solve(SolveSession& session, const std::string& amqText, int autoName) {
-    EraseWholeCircuit(session.ws.circuit);
-    if (!ReadCircuitText(session.ws.circuit, amqText).complete) {
+    EraseWholeCircuit(session.ws.Circuit);
+    if (!ReadCircuitText(session.ws.Circuit, amqText).complete) {
         return;
     }
     if (LeaveStep1(session.ws, session.prompts) != TransitionResult::Entered) {
         return;
     }
     if (autoName != 0) {
-        session.ws.preferences.AutoNamePattern = static_cast<std::int16_t>(autoName);
+        session.ws.Preferences.AutoNamePattern = static_cast<std::int16_t>(autoName);
         if (!AutoName(session.ws, session.prompts)) {
             return;
         }

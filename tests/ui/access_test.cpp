@@ -169,7 +169,7 @@ class AccessTest : public QObject {
                          QPoint(down->isVisible() ? down->x() : s.canvas()->width() - 150,
                                 across->isVisible() ? across->y() : s.canvas()->height()));
         const ampora::LabelBox whole =
-            ampora::DiagramExtent(s.workspace.circuit, s.canvas()->CurrentLabels());
+            ampora::DiagramExtent(s.workspace.Circuit, s.canvas()->CurrentLabels());
         const QRectF shown(
             s.canvas()->ToWidget(QPointF(whole.Left, whole.Top)),
             s.canvas()->ToWidget(QPointF(whole.Left + whole.Width, whole.Top + whole.Height)));

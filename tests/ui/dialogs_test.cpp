@@ -75,7 +75,7 @@ class DialogsTest : public QObject {
     void aPracticeCircuitOpensUntitledInStep1WithTheCountsAsked() {
         ampora::test::Session s(ampora::test::Session::RealPrompts);
         for (const ampora::PracticeShape shape : {ampora::PracticeShape{4, 1, 1}, {10, 2, 3}}) {
-            const bool drawn = s.workspace.circuit.NumWires > 0;
+            const bool drawn = s.workspace.Circuit.NumWires > 0;
             QTimer::singleShot(50, [&] {
                 QWidget* dialog = QApplication::activeModalWidget();
                 SetCounts(dialog, shape.Nodes, shape.SuperNodes, shape.Sources);
@@ -90,7 +90,7 @@ class DialogsTest : public QObject {
             QCOMPARE(s.workspace.Step, ampora::kStepEdit);
             ampora::Workspace copy = s.workspace;
             QCOMPARE(ampora::LeaveStep1(copy, s.prompts), ampora::TransitionResult::Entered);
-            QCOMPARE(int(copy.circuit.NumNodes), shape.Nodes);
+            QCOMPARE(int(copy.Circuit.NumNodes), shape.Nodes);
         }
         QCOMPARE(s.answers.seen.size(), 1);
     }

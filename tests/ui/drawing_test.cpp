@@ -152,7 +152,7 @@ class DrawingTest : public QObject {
         s.answers.seen.clear();
         command("mnuFileNew", Qt::ControlModifier | Qt::Key_N);
         QCOMPARE(s.answers.seen, QStringList()); // saved: no question
-        QCOMPARE(ampora::CountLiveWires(s.workspace.circuit), 0);
+        QCOMPARE(ampora::CountLiveWires(s.workspace.Circuit), 0);
         QCOMPARE(s.window->windowTitle(), "DC Ampora - [untitled]");
         QCOMPARE(s.Find("mnuRecentFile1")->text(), saved);
         s.files.answers = {saved.toStdString()};
@@ -310,8 +310,8 @@ class DrawingTest : public QObject {
                      settings.value("Parameters/Instructions").toString(),
                  "5 False");
         Session s(Session::RealPromptsAndSettings);
-        QCOMPARE(s.workspace.preferences.SigFigs, 5);
-        QVERIFY(s.workspace.preferences.ReportRowOperations);
+        QCOMPARE(s.workspace.Preferences.SigFigs, 5);
+        QVERIFY(s.workspace.Preferences.ReportRowOperations);
         for (const char* item : items) {
             QVERIFY2(s.Find(item)->isChecked(), item);
         }

@@ -31,9 +31,9 @@ class EquationsWindowTest : public QObject {
     // there is.
     void Open(const char* example, bool newWindow = true) {
         ampora::test::ScriptedPrompts prompts;
-        ampora::EraseWholeCircuit(ws_.circuit);
+        ampora::EraseWholeCircuit(ws_.Circuit);
         QVERIFY(
-            ampora::LoadFromIniFile(ws_.circuit, ampora::test::ExamplePath(example).toStdString())
+            ampora::LoadFromIniFile(ws_.Circuit, ampora::test::ExamplePath(example).toStdString())
                 .complete);
         QCOMPARE(ampora::LeaveStep1(ws_, prompts), ampora::TransitionResult::Entered);
         QVERIFY(ampora::AutoName(ws_, prompts));
@@ -112,7 +112,7 @@ class EquationsWindowTest : public QObject {
         seen += "\nEquation 3 typed on: " +
                 QString(Find<QLabel>("lblEquationVerdict3")->isVisible() ? "shown" : "hidden");
         // At two figures 4.6 is right; what was typed stays and is judged again.
-        ws_.preferences.SigFigs = 2;
+        ws_.Preferences.SigFigs = 2;
         window_->Rebuild();
         seen += "\nValue 1 at two figures: " + Find<QLineEdit>("txtValue1")->text() + ": " +
                 Find<QLabel>("lblValueVerdict1")->text() + "\n";
@@ -213,7 +213,7 @@ class EquationsWindowTest : public QObject {
         Open("two_supernodes.amq");
         const int height = window_->Picture(1).height();
         QVERIFY(height > 3 * 30); // three equations, each a stacked fraction or taller
-        ws_.preferences.FontIndex = 4;
+        ws_.Preferences.FontIndex = 4;
         window_->Rebuild();
         QVERIFY(window_->Picture(1).height() > height && !window_->Picture(2).isNull());
     }

@@ -41,8 +41,8 @@ struct Loaded {
     ui::ReportWindow window{&prompts};
 
     explicit Loaded(const QString& path, bool shown = true) {
-        EraseWholeCircuit(ws.circuit);
-        QVERIFY(LoadFromIniFile(ws.circuit, path.toStdString()).complete);
+        EraseWholeCircuit(ws.Circuit);
+        QVERIFY(LoadFromIniFile(ws.Circuit, path.toStdString()).complete);
         QCOMPARE(LeaveStep1(ws, prompts), TransitionResult::Entered);
         QCOMPARE(LeaveStep2(ws, prompts), TransitionResult::Entered);
         ws.CurrentFileName = path.toStdString();

@@ -131,7 +131,7 @@ class StepsTest : public QObject {
         Session s;
         QSignalSpy reportAsked(s.window.get(), &ampora::ui::MainWindow::ReportRequested);
         s.window->OpenFileFromDesktop(ExamplePath("supernode.amq"));
-        const ampora::Element& battery = s.workspace.circuit.Elements[1];
+        const ampora::Element& battery = s.workspace.Circuit.Elements[1];
         const auto picture = [&] {
             return s.canvas()
                 ->grab(QRect(int(battery.X) - 16, int(battery.Y) - 16, 32, 32))
@@ -198,7 +198,7 @@ class StepsTest : public QObject {
             if (c.refusedIn == 2) {
                 s.Press("cmdAutoName1");
                 if (c.rename) {
-                    s.workspace.circuit.NodeLabels[1].Name = s.workspace.circuit.NodeLabels[2].Name;
+                    s.workspace.Circuit.NodeLabels[1].Name = s.workspace.Circuit.NodeLabels[2].Name;
                 }
                 s.Press("cmdNext2");
             }
@@ -353,7 +353,7 @@ class StepsTest : public QObject {
         QCOMPARE(visible(), hidden);
         s.Find("mnuPractice")->trigger(); // turned off, the answers show at once
         QCOMPARE(visible(), shown);
-        QVERIFY(!s.workspace.preferences.PracticeHideAnswers);
+        QVERIFY(!s.workspace.Preferences.PracticeHideAnswers);
     }
 };
 

@@ -15,7 +15,7 @@ std::map<QString, UiTestMaker>& UiTests() {
 }
 
 QString Session::Dump() const {
-    return QString::fromStdString(CircuitFileText(workspace.circuit));
+    return QString::fromStdString(CircuitFileText(workspace.Circuit));
 }
 
 } // namespace ampora::test

@@ -20,7 +20,7 @@ using test::W;
 
 // Two nodes joined by three branches, 10 ohms on each.
 void DrawThreeBranches(Workspace& workspace) {
-    workspace.circuit =
+    workspace.Circuit =
         test::ThreeBranches(kResistorVertical, 10, kResistorVertical, 10, kResistorVertical, 10);
 }
 
@@ -40,8 +40,8 @@ Outcome LeaveStep1With(Workspace& workspace) {
 // of a drawing, as one text: the message of a refusal, or the node names and every warning.
 std::string NextAutoNameNext(const Circuit& drawn) {
     Workspace ws;
-    ws.circuit = drawn;
-    ws.preferences.AutoNamePattern = 2;
+    ws.Circuit = drawn;
+    ws.Preferences.AutoNamePattern = 2;
     test::ScriptedPrompts prompts;
     const TransitionResult left = LeaveStep1(ws, prompts);
     if (left != TransitionResult::Entered) {
@@ -53,7 +53,7 @@ std::string NextAutoNameNext(const Circuit& drawn) {
         return text;
     }
     std::string text;
-    for (const DrawingWarning& warning : ws.topology.Warnings) {
+    for (const DrawingWarning& warning : ws.Topology.Warnings) {
         text += "warning " + std::to_string(warning.slot) + ": " + warning.text + "\n";
     }
     if (!AutoName(ws, prompts) || LeaveStep2(ws, prompts) != TransitionResult::Entered) {
@@ -61,8 +61,8 @@ std::string NextAutoNameNext(const Circuit& drawn) {
                (prompts.messages.empty() ? "" : prompts.messages.back());
     }
     text += "solved:";
-    for (int slot = 1; slot <= ws.circuit.NumNodes; ++slot) {
-        text += " " + ws.circuit.NodeLabels[slot].Name;
+    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
+        text += " " + ws.Circuit.NodeLabels[slot].Name;
     }
     return text;
 }
@@ -103,23 +103,23 @@ TEST(LeavingStep1, NamesSurviveGoingBackUnlessTheirNodeMoved) {
     ASSERT_TRUE(AutoName(ws, prompts));
     BackToStep1(ws);
     ASSERT_EQ(LeaveStep1(ws, prompts), TransitionResult::Entered);
-    EXPECT_EQ(ws.circuit.NodeLabels[1].Name, "V1");
-    EXPECT_EQ(ws.circuit.NodeLabels[2].Name, "0");
+    EXPECT_EQ(ws.Circuit.NodeLabels[1].Name, "V1");
+    EXPECT_EQ(ws.Circuit.NodeLabels[2].Name, "0");
 
     BackToStep1(ws);
     // Redraw with the top node 40 units higher; the bottom node stays where it was.
-    EraseWholeCircuit(ws.circuit);
-    test::Draw(ws.circuit, {{80, -40, 0, -40},
+    EraseWholeCircuit(ws.Circuit);
+    test::Draw(ws.Circuit, {{80, -40, 0, -40},
                             {0, -40, 0, 160},
                             {0, 160, 80, 160},
                             {80, -40, 80, 160},
                             {80, -40, 160, -40},
                             {160, -40, 160, 160},
                             {160, 160, 80, 160}});
-    ASSERT_EQ(LeaveStep1(ws, prompts), TransitionResult::Entered) << test::DumpCircuit(ws.circuit);
-    EXPECT_EQ(ws.circuit.NodeLabels[1].Name, "[ ]");
-    EXPECT_EQ(ws.circuit.NodeLabels[1].Y, -40);
-    EXPECT_EQ(ws.circuit.NodeLabels[2].Name, "0");
+    ASSERT_EQ(LeaveStep1(ws, prompts), TransitionResult::Entered) << test::DumpCircuit(ws.Circuit);
+    EXPECT_EQ(ws.Circuit.NodeLabels[1].Name, "[ ]");
+    EXPECT_EQ(ws.Circuit.NodeLabels[1].Y, -40);
+    EXPECT_EQ(ws.Circuit.NodeLabels[2].Name, "0");
     EXPECT_TRUE(prompts.messages.empty());
 }
 
@@ -129,27 +129,27 @@ TEST(LeavingStep2, AFailedMoveKeepsTheNamesAndCanBeRetriedAfterRenaming) {
     EXPECT_EQ(session.ws.Step, 2);
     EXPECT_EQ(session.prompts.messages.at(0),
               "You can only have one reference node named 0.  You must rename the other ones.");
-    EXPECT_EQ(session.ws.circuit.NodeLabels[1].Name, "0");
-    session.ws.circuit.NodeLabels[1].Name = "Vout";
+    EXPECT_EQ(session.ws.Circuit.NodeLabels[1].Name, "0");
+    session.ws.Circuit.NodeLabels[1].Name = "Vout";
     EXPECT_EQ(LeaveStep2(session.ws, session.prompts), TransitionResult::Entered);
     EXPECT_EQ(session.ws.Step, 3);
-    EXPECT_EQ(session.ws.circuit.NodeLabels[1].Voltage, 6);
+    EXPECT_EQ(session.ws.Circuit.NodeLabels[1].Voltage, 6);
 }
 
 TEST(LeavingStep1, EveryExampleEntersStep2WithTheNamesSavedInItsFile) {
     for (const auto& file : test::ExampleFiles()) {
         Workspace ws;
-        ASSERT_TRUE(LoadFromIniFile(ws.circuit, file.string()).complete) << file;
-        const Circuit saved = ws.circuit;
+        ASSERT_TRUE(LoadFromIniFile(ws.Circuit, file.string()).complete) << file;
+        const Circuit saved = ws.Circuit;
         const Outcome out = LeaveStep1With(ws);
         EXPECT_EQ(out.result, TransitionResult::Entered) << file;
-        ASSERT_EQ(ws.circuit.NumNodes, saved.NumNodes) << file;
+        ASSERT_EQ(ws.Circuit.NumNodes, saved.NumNodes) << file;
         for (int slot = 1; slot <= saved.NumNodes; ++slot) {
-            EXPECT_EQ(ws.circuit.NodeLabels[slot].Name, saved.NodeLabels[slot].Name) << file;
-            EXPECT_EQ(ws.circuit.NodeLabels[slot].X, saved.NodeLabels[slot].X) << file;
-            EXPECT_EQ(ws.circuit.NodeLabels[slot].Y, saved.NodeLabels[slot].Y) << file;
+            EXPECT_EQ(ws.Circuit.NodeLabels[slot].Name, saved.NodeLabels[slot].Name) << file;
+            EXPECT_EQ(ws.Circuit.NodeLabels[slot].X, saved.NodeLabels[slot].X) << file;
+            EXPECT_EQ(ws.Circuit.NodeLabels[slot].Y, saved.NodeLabels[slot].Y) << file;
         }
-        EXPECT_TRUE(ws.topology.Warnings.empty()) << file << ": " << ws.topology.Warnings[0].text;
+        EXPECT_TRUE(ws.Topology.Warnings.empty()) << file << ": " << ws.Topology.Warnings[0].text;
         test::ScriptedPrompts prompts;
         EXPECT_TRUE(CheckNamesOnLeavingStep2(ws, prompts)) << file;
     }
