@@ -53,12 +53,13 @@ export ASAN_OPTIONS="halt_on_error=1:detect_leaks=1:abort_on_error=0"
 export UBSAN_OPTIONS="halt_on_error=1:print_stacktrace=1"
 
 # One build runs every test, under both sanitizers: the same code as the normal build, with
-# every memory and undefined-behaviour fault a test reaches reported. -O1 with line tables
-# keeps it quick to build and the sanitizers' reports readable.
+# every memory and undefined-behaviour fault a test reaches reported. Unoptimised, with line
+# tables: it builds in half the time of -O1, the tests still take well under a minute, and the
+# sanitizers' reports name the lines.
 echo "== every test under AddressSanitizer and UndefinedBehaviorSanitizer"
 if [[ ! -f "$sanitize_dir/build.ninja" ]]; then
     cmake -S "$here" -B "$sanitize_dir" -G Ninja -DCMAKE_BUILD_TYPE=Sanitize \
-        -DCMAKE_CXX_FLAGS_SANITIZE="-O1 -g1" -DCMAKE_C_FLAGS_SANITIZE="-O1 -g1" \
+        -DCMAKE_CXX_FLAGS_SANITIZE="-O0 -g1" -DCMAKE_C_FLAGS_SANITIZE="-O0 -g1" \
         -DAMPORA_SANITIZE=ON
 fi
 cmake --build "$sanitize_dir" -j 2
@@ -72,7 +73,8 @@ if ((fuzz_seconds > 0)); then
             -DCMAKE_C_FLAGS_SANITIZE="-O1 -g1" -DAMPORA_FUZZ=ON -DAMPORA_SANITIZE=ON \
             -DAMPORA_BUILD_UI=OFF -DAMPORA_BUILD_TESTS=OFF -DAMPORA_BUILD_BENCHMARKS=OFF
     fi
-    cmake --build "$fuzz_dir" -j 2
+    # The fuzz targets and the libraries they link, nothing else.
+    cmake --build "$fuzz_dir" -j 2 --target ampora_fuzzers
     "$here/tools/fuzz.sh" "$fuzz_seconds"
 fi
 
