@@ -25,20 +25,6 @@ const std::string kOneBattery = "1\r\n"
                                 "\"A\",\"A\",40,80\r\n"
                                 "\"0\",\"0\",200,80\r\n";
 
-TEST(CircuitFile, TheDocumentedExampleIsWrittenByteForByte) {
-    Circuit circuit;
-    AddWire(circuit, 40, 80, 200, 80);
-    AddElement(circuit, kBatteryLeft, 12, 120, 80);
-    circuit.NumNodes = 2;
-    circuit.NodeLabels[1].Name = "A";
-    circuit.NodeLabels[1].X = 40;
-    circuit.NodeLabels[1].Y = 80;
-    circuit.NodeLabels[2].Name = "0";
-    circuit.NodeLabels[2].X = 200;
-    circuit.NodeLabels[2].Y = 80;
-    EXPECT_EQ(CircuitFileText(circuit), kOneBattery);
-}
-
 TEST(CircuitFile, ErasedSlotsArePackedOutAndReadBackWithoutHoles) {
     Circuit circuit;
     for (int i = 1; i <= 5; ++i) {
@@ -126,14 +112,6 @@ TEST(CircuitFile, EachTextReadsAsHandChecked) {
     EXPECT_EQ(dump, test::ExpectedText(name, dump));
 }
 
-TEST(NeedFileSave, AnEmptyDrawingNeverNeedsSavingButAnUntitledWireDoes) {
-    Circuit circuit;
-    EXPECT_FALSE(NeedFileSave(circuit, "/nonexistent/folder/file.amq"));
-    EXPECT_FALSE(NeedFileSave(circuit, ""));
-    AddWire(circuit, 0, 0, 80, 0);
-    EXPECT_TRUE(NeedFileSave(circuit, ""));
-}
-
 TEST(NeedFileSave, SeesEachKindOfChangeAgainstTheFile) {
     TempDir dir;
     const std::string path = (dir / "c.amq").string();
@@ -171,14 +149,6 @@ TEST(MalformedFile, BinaryAndHugeInputsStopWithTheirReasons) {
         const ReadResult result = ReadCircuitText(circuit, bytes);
         EXPECT_EQ(result.complete ? "whole" : result.reason, reason);
     }
-}
-
-TEST(MalformedFile, AFileThatCannotBeOpened) {
-    Circuit circuit;
-    const ReadResult result = LoadFromIniFile(circuit, "/nonexistent/c.amq");
-    EXPECT_FALSE(result.complete);
-    EXPECT_EQ(result.line, 0);
-    EXPECT_EQ(result.reason, "the file cannot be opened");
 }
 
 } // namespace
