@@ -2,6 +2,7 @@
 #include "report/circuit_extents.h"
 #include "report/report_builder.h"
 #include "report/rich_text_document.h"
+#include "support/drawn_circuit.h"
 #include "support/solve_session.h"
 #include "support/test_files.h"
 
@@ -197,14 +198,10 @@ TEST(ReportWriters, ATableKeepsToTwentyRowsOfTwentyOneColumns) {
 }
 
 TEST(CircuitExtents, WiresDevicesAndLabelsWidenTheBoxWithAMarginOfSix) {
-    Circuit circuit;
-    circuit.Wires[1] = {80, 80, 240, 80, 1};
-    circuit.Wires[2] = {0, 0, 900, 900, 0}; // an erased slot counts for nothing
-    circuit.NumWires = 2;
-    circuit.Elements[2].Kind = kResistorHorizontal;
-    circuit.Elements[2].X = 160;
-    circuit.Elements[2].Y = 80; // its picture covers 144..176 by 64..96
-    circuit.NumElements = 2;
+    // An erased wire counts for nothing; the resistor's picture covers 144..176 by 64..96.
+    Circuit circuit =
+        test::Drawn({{80, 80, 240, 80}, {0, 0, 900, 900}}, {{kResistorHorizontal, 1, 160, 80}});
+    EraseWireSlot(circuit, 2);
     float top = 0, bottom = 0, left = 0, right = 0;
     GetCircuitExtents(circuit, {{170, 100, 20, 10}, {60, 70, 5, 5}}, top, bottom, left, right);
     EXPECT_EQ((std::vector<float>{left, top, right, bottom}),
