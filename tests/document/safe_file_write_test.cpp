@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <csignal>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -32,23 +33,31 @@ std::vector<std::string> Names(const fs::path& folder) {
     return names;
 }
 
+// The exit status of RUN in a child process, so that a limit or another user stays there.
+int InChild(const std::function<int()>& run) {
+    const pid_t child = fork();
+    if (child == 0) {
+        _exit(run());
+    }
+    int status = 0;
+    return child != -1 && waitpid(child, &status, 0) == child && WIFEXITED(status)
+               ? WEXITSTATUS(status)
+               : -1;
+}
+
 TEST(WriteFileSafely, AWriteThatFailsPartWayKeepsTheOldFileAndLeavesNoTemporary) {
     const test::TempDir dir;
     test::WriteBytes(dir / "c.amq", "old");
     // A file size limit makes the write fail after a few bytes, as a full disk would.
-    const pid_t child = fork();
-    ASSERT_NE(child, -1);
-    if (child == 0) {
-        std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{8, 8};
-        setrlimit(RLIMIT_FSIZE, &limit);
-        const FileWriteResult result =
-            WriteFileSafely((dir / "c.amq").string(), std::string(100, 'x'));
-        _exit(!result.written && result.reason == "File too large" ? 0 : 1);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
+    EXPECT_EQ(InChild([&] {
+                  std::signal(SIGXFSZ, SIG_IGN);
+                  const rlimit limit{8, 8};
+                  setrlimit(RLIMIT_FSIZE, &limit);
+                  const FileWriteResult result =
+                      WriteFileSafely((dir / "c.amq").string(), std::string(100, 'x'));
+                  return !result.written && result.reason == "File too large" ? 0 : 1;
+              }),
+              0);
     EXPECT_EQ(test::ReadBytes(dir / "c.amq"), "old");
     EXPECT_EQ(Names(dir.Path()), std::vector<std::string>{"c.amq"});
 }
@@ -77,20 +86,14 @@ TEST(WriteFileSafely, AWritableFileInAFolderThatTakesNoNewFilesIsRewrittenInPlac
     }
     fs::permissions(dir / "locked", fs::perms::owner_read | fs::perms::owner_exec);
 
-    const pid_t child = fork();
-    ASSERT_NE(child, -1);
-    if (child == 0) {
+    const int status = InChild([&] {
         if (root && (setgid(nobody) != 0 || setuid(nobody) != 0)) {
-            _exit(3);
+            return 3;
         }
-        const FileWriteResult result = WriteFileSafely(file.string(), "new");
-        _exit(result.written ? 0 : 1);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
+        return WriteFileSafely(file.string(), "new").written ? 0 : 1;
+    });
     fs::permissions(dir / "locked", fs::perms::owner_all);
-
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
+    EXPECT_EQ(status, 0);
     EXPECT_EQ(test::ReadBytes(file), "new");
     EXPECT_EQ(Names(dir / "locked"), std::vector<std::string>{"c.amq"});
 }
