@@ -2,6 +2,7 @@
 #include "document/circuit_edit.h"
 #include "support/case_file.h"
 #include "support/circuit_dump.h"
+#include "support/drawn_circuit.h"
 #include "support/solve_session.h"
 #include "support/test_files.h"
 
@@ -17,36 +18,16 @@ using test::ReadBytes;
 using test::TempDir;
 using test::WriteBytes;
 
-const std::string kOneBattery = "1\r\n"
-                                "40,80,200,80\r\n"
-                                "1\r\n"
-                                "120,80,3,12\r\n"
-                                "2\r\n"
-                                "\"A\",\"A\",40,80\r\n"
-                                "\"0\",\"0\",200,80\r\n";
-
-TEST(CircuitFile, TheDocumentedExampleIsWrittenByteForByte) {
-    Circuit circuit;
-    AddWire(circuit, 40, 80, 200, 80);
-    AddElement(circuit, kBatteryLeft, 12, 120, 80);
-    circuit.NumNodes = 2;
-    circuit.NodeLabels[1].Name = "A";
-    circuit.NodeLabels[1].X = 40;
-    circuit.NodeLabels[1].Y = 80;
-    circuit.NodeLabels[2].Name = "0";
-    circuit.NodeLabels[2].X = 200;
-    circuit.NodeLabels[2].Y = 80;
-    EXPECT_EQ(CircuitFileText(circuit), kOneBattery);
-}
+// A battery on a wire between two named nodes.
+const std::string kOneBattery =
+    "1\r\n40,80,200,80\r\n1\r\n120,80,3,12\r\n2\r\n\"A\",\"A\",40,80\r\n\"0\",\"0\",200,80\r\n";
 
 TEST(CircuitFile, ErasedSlotsArePackedOutAndReadBackWithoutHoles) {
-    Circuit circuit;
-    for (int i = 1; i <= 5; ++i) {
-        AddWire(circuit, 0, 16.0f * i, 96, 16.0f * i);
-    }
-    AddElement(circuit, kResistorHorizontal, 10, 48, 16);
-    AddElement(circuit, kResistorHorizontal, 20, 48, 32);
-    AddElement(circuit, kSourceLeft, 0.5f, 48, 48);
+    Circuit circuit = test::Drawn(
+        {{0, 16, 96, 16}, {0, 32, 96, 32}, {0, 48, 96, 48}, {0, 64, 96, 64}, {0, 80, 96, 80}},
+        {{kResistorHorizontal, 10, 48, 16},
+         {kResistorHorizontal, 20, 48, 32},
+         {kSourceLeft, 0.5f, 48, 48}});
     ClearUndoMemory(circuit);
     EraseWireSlot(circuit, 2);
     EraseWireSlot(circuit, 4);
@@ -126,14 +107,6 @@ TEST(CircuitFile, EachTextReadsAsHandChecked) {
     EXPECT_EQ(dump, test::ExpectedText(name, dump));
 }
 
-TEST(NeedFileSave, AnEmptyDrawingNeverNeedsSavingButAnUntitledWireDoes) {
-    Circuit circuit;
-    EXPECT_FALSE(NeedFileSave(circuit, "/nonexistent/folder/file.amq"));
-    EXPECT_FALSE(NeedFileSave(circuit, ""));
-    AddWire(circuit, 0, 0, 80, 0);
-    EXPECT_TRUE(NeedFileSave(circuit, ""));
-}
-
 TEST(NeedFileSave, SeesEachKindOfChangeAgainstTheFile) {
     TempDir dir;
     const std::string path = (dir / "c.amq").string();
@@ -171,14 +144,6 @@ TEST(MalformedFile, BinaryAndHugeInputsStopWithTheirReasons) {
         const ReadResult result = ReadCircuitText(circuit, bytes);
         EXPECT_EQ(result.complete ? "whole" : result.reason, reason);
     }
-}
-
-TEST(MalformedFile, AFileThatCannotBeOpened) {
-    Circuit circuit;
-    const ReadResult result = LoadFromIniFile(circuit, "/nonexistent/c.amq");
-    EXPECT_FALSE(result.complete);
-    EXPECT_EQ(result.line, 0);
-    EXPECT_EQ(result.reason, "the file cannot be opened");
 }
 
 } // namespace

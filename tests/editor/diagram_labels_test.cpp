@@ -1,6 +1,7 @@
 #include "analysis/result_labels.h"
 #include "document/circuit_edit.h"
 #include "editor/diagram_labels.h"
+#include "editor/drawing_session.h"
 #include "editor/value_labels.h"
 #include "support/solve_session.h"
 #include "support/test_files.h"
@@ -106,45 +107,57 @@ TEST(DiagramLabels, NoLabelOfAnyExampleCoversAWireADeviceOrAnotherLabelInAnyView
     }
 }
 
-// A node at the corner of an L: wires run right and down from it.
-Circuit Corner() {
-    Circuit circuit;
-    AddWire(circuit, 100, 100, 200, 100);
-    AddWire(circuit, 100, 100, 100, 200);
-    circuit.NumNodes = 1;
-    circuit.NodeLabels[1].X = 100;
-    circuit.NodeLabels[1].Y = 100;
-    circuit.NodeLabels[1].Name = "V1";
-    return circuit;
-}
-
-TEST(DiagramLabels, ANodeNameTakesTheFirstFreeCornerOfItsDot) {
-    Circuit circuit = Corner();
-    const LabelMetrics metrics = FixedMetrics();
-    EXPECT_EQ(Where(LayOutDiagramLabels(circuit, {}, true, metrics).Nodes[1].Box), "106,79");
-    // The wires that meet at the node never reach into a corner, but a wire passing just
-    // above it crosses both upper ones; the lower right is free.
-    AddWire(circuit, 60, 85, 200, 85);
-    EXPECT_EQ(Where(LayOutDiagramLabels(circuit, {}, true, metrics).Nodes[1].Box), "106,106");
-}
-
-TEST(DiagramLabels, ANodeNameMakesWayForAValueLabel) {
-    Circuit circuit = Corner();
-    AddElement(circuit, kResistorHorizontal, 10, 150, 100);
-    // A long label, centred above the resistor, reaches back over the node's upper right.
+// Where each label, each node's name and the whole drawing's extent go, with anything a label
+// covers. Seven units a character: a node's name "V1" is 19 wide, a value label 14 high.
+TEST(DiagramLabels, LabelsAndNamesGoWhereTheyAreReadable) {
+    struct Case {
+        const char* drawing; // beside the corner
+        std::vector<std::string> texts;
+        const char* placed;
+    };
+    // A node at the corner of an L: wires run right and down from it.
+    const std::string corner = "100,100-200,100 100,100-100,200 n@100,100=V1 ";
+    const Case cases[] = {
+        // The wires that meet at the node never reach into a corner: the upper right is free.
+        {"", {}, "name 1 at 106,79; extent 97,79 203,203"},
+        // A wire passing just above crosses both upper corners; the lower right is free.
+        {"60,85-200,85", {}, "name 1 at 106,106; extent 57,82 203,203"},
+        // A long label, centred above the resistor, reaches back over both upper corners.
+        {"6@150,100=10",
+         {"", "123456789012345678 W"},
+         "label 1 at 80,67; name 1 at 106,106; extent 80,67 220,203"},
+        // The battery's label right of its picture, 21 wide; the name above the dot.
+        {"1@100,150=5", {"", "5 V"}, "label 1 at 119,143; name 1 at 106,79; extent 84,79 203,203"},
+    };
+    for (const Case& c : cases) {
+        const Circuit circuit = test::ParseDrawing(corner + c.drawing);
+        const DiagramLabels labels = LayOutDiagramLabels(circuit, c.texts, true, FixedMetrics());
+        std::string placed;
+        for (std::size_t v = 1; v < labels.Values.size(); ++v) {
+            placed += labels.Values[v].Text.empty() ? ""
+                                                    : "label " + std::to_string(v) + " at " +
+                                                          Where(labels.Values[v].Box) + "; ";
+        }
+        for (std::size_t n = 1; n < labels.Nodes.size(); ++n) {
+            placed += "name " + std::to_string(n) + " at " + Where(labels.Nodes[n].Box) + "; ";
+        }
+        const LabelBox extent = DiagramExtent(circuit, labels);
+        placed += "extent " + Where(extent) + " " +
+                  Where({extent.Left + extent.Width, extent.Top + extent.Height, 0, 0});
+        for (const std::string& collision : Collisions(circuit, labels)) {
+            placed += "; " + collision;
+        }
+        EXPECT_EQ(placed, c.placed) << c.drawing;
+    }
     const DiagramLabels labels =
-        LayOutDiagramLabels(circuit, {"", "123456789012345678 W"}, true, FixedMetrics());
-    EXPECT_EQ(Where(labels.Values[1].Box), "80,67");
-    // Both upper corners run into it; the lower right is free.
-    EXPECT_EQ(Where(labels.Nodes[1].Box), "106,106");
-    EXPECT_EQ(Collisions(circuit, labels), std::vector<std::string>{});
+        LayOutDiagramLabels(test::ParseDrawing(corner), {}, true, FixedMetrics());
+    EXPECT_EQ(NodeLabelAt(labels, 110, 85), 1);
+    EXPECT_EQ(NodeLabelAt(labels, 100, 100), 0); // the dot itself is no button
+    EXPECT_EQ(NodeLabelAt(labels, 140, 85), 0);
 }
 
 TEST(DiagramLabels, ALongLabelSlidesAlongItsSideWhenTheMiddleIsTaken) {
-    Circuit circuit;
-    AddWire(circuit, 0, 100, 400, 100);
-    AddElement(circuit, kResistorHorizontal, 10, 100, 100);
-    AddElement(circuit, kResistorHorizontal, 10, 170, 100);
+    const Circuit circuit = test::ParseDrawing("0,100-400,100 6@100,100=10 6@170,100=10");
     const DiagramLabels labels =
         LayOutDiagramLabels(circuit, {"", "0.0012345678", "0.0087654321"}, false, FixedMetrics());
     EXPECT_EQ(Where(labels.Values[1].Box), "58,67");
@@ -154,25 +167,6 @@ TEST(DiagramLabels, ALongLabelSlidesAlongItsSideWhenTheMiddleIsTaken) {
     EXPECT_TRUE(labels.Nodes.empty());
 }
 
-TEST(DiagramLabels, AClickFindsTheNodeWhoseNameIsUnderIt) {
-    const Circuit circuit = Corner();
-    const DiagramLabels labels = LayOutDiagramLabels(circuit, {}, true, FixedMetrics());
-    EXPECT_EQ(NodeLabelAt(labels, 110, 85), 1);
-    EXPECT_EQ(NodeLabelAt(labels, 100, 100), 0); // the dot itself is no button
-    EXPECT_EQ(NodeLabelAt(labels, 140, 85), 0);
-}
-
-TEST(DiagramLabels, TheExtentHoldsWiresPicturesAndLabels) {
-    Circuit circuit = Corner();
-    AddElement(circuit, kBatteryUp, 5, 100, 150);
-    const DiagramLabels labels = LayOutDiagramLabels(circuit, {"", "5 V"}, true, FixedMetrics());
-    const LabelBox extent = DiagramExtent(circuit, labels);
-    // The battery's label to the right of the picture (119 + 21); the name above the dot.
-    EXPECT_EQ(Where(extent), "84,79");
-    EXPECT_EQ(extent.Left + extent.Width, 203);
-    EXPECT_EQ(extent.Top + extent.Height, 203);
-}
-
 TEST(ValueLabels, TheTypedTextOrTheStoredValueIsFollowedByTheUnit) {
     EXPECT_EQ(ValueLabelText(Element{kBatteryUp, 12, 0, 0, 0, 999}, "012"), "012 V");
     EXPECT_EQ(ValueLabelText(Element{kResistorHorizontal, 2200, 0, 0, 0, 999}, ""), "2200 \u03A9");
@@ -180,11 +174,7 @@ TEST(ValueLabels, TheTypedTextOrTheStoredValueIsFollowedByTheUnit) {
 }
 
 TEST(ValueLabels, ALabelGoesToTheFirstSideThatCoversNoWire) {
-    Circuit circuit;
-    AddWire(circuit, 80, 80, 240, 80);
-    AddWire(circuit, 240, 80, 240, 240);
-    AddElement(circuit, kResistorHorizontal, 1, 160, 80);
-    AddElement(circuit, kBatteryUp, 1, 240, 160);
+    Circuit circuit = test::ParseDrawing("80,80-240,80 240,80-240,240 6@160,80=1 1@240,160=1");
     std::string sides = Where(PlaceValueLabel(circuit, 1, 40, 14)) + " " + // above
                         Where(PlaceValueLabel(circuit, 2, 40, 14));        // right
     AddWire(circuit, 270, 100, 270, 200); // a wire on the right pushes it left

@@ -1,8 +1,8 @@
 #pragma once
 // A drawing session driven by short commands, and drawings written as short text:
 // "80,80-240,80" is a wire, "6@160,80=100" a device of kind 6 at (160,80) holding 100,
-// "n@16,16" a node's dot. Items are separated by blanks; erased slots are left out.
-// The commands, each as the window calls the tools on a press, a drag and a release:
+// "n@16,16" a node's dot ("n@16,16=A" named A). Items are separated by blanks; erased slots are
+// left out. The commands, each as the window calls the tools on a press, a drag and a release:
 //     wire 81,79 243,110        place B 161,79 12 (B, R or I; no answer: the prompt is cancelled)
 //     number 1 -5               move 1 149,71 189,71 (device 1 grabbed at the first point)
 //     stretch 80,80 240,80      hover 243,77
@@ -31,11 +31,12 @@ inline Circuit ParseDrawing(const std::string& text) {
     while (in >> item) {
         float a = 0, b = 0, c = 0, d = 0;
         int kind = 0;
+        char name[16] = "";
         if (std::sscanf(item.c_str(), "%f,%f-%f,%f", &a, &b, &c, &d) == 4) {
             AddWire(circuit, a, b, c, d);
-        } else if (std::sscanf(item.c_str(), "n@%f,%f", &a, &b) == 2) {
-            circuit.NodeLabels[++circuit.NumNodes].X = a;
-            circuit.NodeLabels[circuit.NumNodes].Y = b;
+        } else if (std::sscanf(item.c_str(), "n@%f,%f=%15s", &a, &b, name) >= 2) {
+            NodeLabel& node = circuit.NodeLabels[++circuit.NumNodes];
+            node.X = a, node.Y = b, node.Name = name;
         } else if (std::sscanf(item.c_str(), "%d@%f,%f=%f", &kind, &a, &b, &c) == 4) {
             AddElement(circuit, static_cast<std::int16_t>(kind), c, a, b);
         }

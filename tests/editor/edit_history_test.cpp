@@ -2,12 +2,13 @@
 #include "document/amq_file.h"
 #include "editor/drawing_session.h"
 #include "editor/edit_history.h"
+#include "support/case_file.h"
 #include "support/test_files.h"
 #include "workflow/step_transitions.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -45,73 +46,56 @@ struct Session : test::DrawingSession {
     }
 };
 
-// One edit of a drawing session and the name its step gets; an empty name: no step.
-struct Edit {
-    std::string name;
-    int tool; // the tool the step is named after; 0 for the named commands
-    std::string command;
-};
-
-const std::vector<Edit> kDrawing = {
-    {"Draw wire", kWireTool, "wire 80,80 240,80"},
-    {"Draw wire", kWireTool, "wire 240,80 240,240"},
-    {"Draw wire", kWireTool, "wire 240,240 80,240"},
-    {"Draw wire", kWireTool, "wire 80,240 80,80"},
-    {"", kWireTool, "wire 300,300 297,299"}, // a click draws nothing
-    {"Place battery", kBatteryTool, "place B 80,160 9"},
-    {"Place resistor", kResistorTool, "place R 120,80 100"},
-    {"Place current source", kSourceTool, "place I 240,160 -2"},
-    {"", kResistorTool, "place R 136,80"}, // too near the resistor: refused, and nothing asked
-    {"Change resistor value", kNumberTool, "number 2 2.2e3"},
-    {"Change battery value", kNumberTool, "number 1 -9"},
-    {"Move battery", kMoveStretchTool, "move 1 80,160 80,200"},
-    {"Draw wire", kWireTool, "wire 240,240 320,240"},
-    {"Stretch wire", kMoveStretchTool, "stretch 320,240 400,240"},
-    {"Erase wire", kEraseTool, "erase 360,240"},
-    {"Undo Erase", 0, "undo"},
-    {"Erase wire", kEraseTool, "erase 320,240"},
-    {"Draw wire", kWireTool, "wire 160,80 160,240"},
-    {"Place resistor", kResistorTool, "place R 160,160 47"},
-    {"Erase resistor", kEraseTool, "erase #4"},
-    {"Undo Erase", 0, "undo"},
-    {"Center the circuit", 0, "center 800,40,560"},
-};
-
-// After "Next >" (which cleans the wires up and finds the nodes), the steps of step 2.
-const std::vector<Edit> kNaming = {
-    {"AutoName", 0, "autoname"},
-    {"Rename node", 0, "rename Vtop"},
-    {"", 0, "rename"}, // cancelled
-    {"Clear Names", 0, "clear names"},
-};
-
-bool Record(Session& s, const Edit& edit) {
-    return edit.tool != 0 ? RecordToolStep(s.history, edit.tool, s.ws.Circuit, s.editor)
-                          : RecordStep(s.history, edit.name, s.ws.Circuit, s.editor);
+// The tool a command's step is named after; 0 for the commands the window names itself.
+int ToolOf(const std::string& command) {
+    const std::string verb = command.substr(0, command.find(' '));
+    return verb == "wire"                        ? kWireTool
+           : verb == "place"                     ? ToolButtonForLetter(command.at(6))
+           : verb == "number"                    ? kNumberTool
+           : verb == "move" || verb == "stretch" ? kMoveStretchTool
+           : verb == "erase"                     ? kEraseTool
+                                                 : 0;
 }
 
+const std::map<std::string, std::string> kNamedSteps = {{"undo", "Undo Erase"},
+                                                        {"center", "Center the circuit"},
+                                                        {"autoname", "AutoName"},
+                                                        {"rename", "Rename node"},
+                                                        {"clear", "Clear Names"}};
+
+// The session of tests/data/editor/edit_history.txt, each step's name checked by hand.
 TEST(EditHistory, ASessionOfEveryEditWalksBackToEmptyAndForwardAgainTableForTable) {
     Session s;
     std::vector<std::string> states = {Written(s.ws, s.editor)};
     std::string names;
-    const auto play = [&](const std::vector<Edit>& edits) {
-        for (const Edit& edit : edits) {
-            s.Act(edit.command);
-            const bool recorded = Record(s, edit);
-            EXPECT_EQ(recorded, !edit.name.empty()) << edit.name;
-            if (recorded) {
-                names += edit.name + "\n";
-                states.push_back(Written(s.ws, s.editor));
+    std::size_t step2Starts = 0;
+    const std::string file = "editor/edit_history.txt";
+    const std::string dump = test::ReplayCases(file, {}, [&](const std::string& command, auto&) {
+        if (command == "next") {
+            if (LeaveStep1(s.ws, s.prompts) != TransitionResult::Entered) {
+                return "refused: " + s.prompts.messages.at(0) + "\n";
             }
+            ReplacePresent(s.history, s.ws.Circuit, s.editor);
+            states.back() = Written(s.ws, s.editor);
+            step2Starts = states.size() - 1;
+            return std::string("step 2\n");
         }
-    };
-    play(kDrawing);
-    ASSERT_EQ(LeaveStep1(s.ws, s.prompts), TransitionResult::Entered) << s.prompts.messages.at(0);
-    ReplacePresent(s.history, s.ws.Circuit, s.editor);
-    states.back() = Written(s.ws, s.editor);
-    const std::size_t step2Starts = states.size() - 1;
-    play(kNaming);
+        s.Act(command);
+        const int tool = ToolOf(command);
+        const bool recorded =
+            tool != 0 ? RecordToolStep(s.history, tool, s.ws.Circuit, s.editor)
+                      : RecordStep(s.history, kNamedSteps.at(command.substr(0, command.find(' '))),
+                                   s.ws.Circuit, s.editor);
+        if (!recorded) {
+            return std::string("no step\n");
+        }
+        names += UndoName(s.history) + "\n";
+        states.push_back(Written(s.ws, s.editor));
+        return "step " + UndoName(s.history) + "\n";
+    });
+    EXPECT_EQ(dump, test::ExpectedText(file, dump));
     EXPECT_TRUE(s.prompts.textAnswers.empty()); // every answer was asked for
+    ASSERT_NE(step2Starts, 0U);
 
     // Back through step 2: only the names, then it stops at the drawing's last step.
     std::string undone;
@@ -143,7 +127,7 @@ TEST(EditHistory, ASessionOfEveryEditWalksBackToEmptyAndForwardAgainTableForTabl
 TEST(EditHistory, UndoEndsADragAndTheChanceToUndoAnEraseAndNothingIsReachableInStep3) {
     Session s;
     s.Do("wire 80,80 240,80");
-    Record(s, kDrawing[0]);
+    RecordToolStep(s.history, kWireTool, s.ws.Circuit, s.editor);
     s.Do("erase 160,80");
     RecordToolStep(s.history, kEraseTool, s.ws.Circuit, s.editor);
     BeginWire(s.editor, 0, 0);
@@ -156,7 +140,10 @@ TEST(EditHistory, UndoEndsADragAndTheChanceToUndoAnEraseAndNothingIsReachableInS
     EXPECT_EQ(RedoName(s.history), "Erase wire");
 }
 
+// Undoing or redoing back to the saved drawing leaves nothing to save.
 TEST(EditHistory, KeepsTheLastHundredStepsAndANewEditDropsWhatCouldBeRedone) {
+    test::TempDir dir;
+    const std::string path = (dir / "saved.amq").string();
     Session s;
     s.Do("wire 0,0 320,0");
     s.Do("place R 80,0 0");
@@ -164,6 +151,11 @@ TEST(EditHistory, KeepsTheLastHundredStepsAndANewEditDropsWhatCouldBeRedone) {
         s.Do("number 1 " + std::to_string(k));
         RecordToolStep(s.history, kNumberTool, s.ws.Circuit, s.editor);
     }
+    ASSERT_TRUE(SaveToIniFile(s.ws.Circuit, path).saved);
+    UndoStep(s.history, 1, s.ws.Circuit, s.editor);
+    EXPECT_TRUE(NeedFileSave(s.ws.Circuit, path));
+    RedoStep(s.history, 1, s.ws.Circuit, s.editor);
+    EXPECT_FALSE(NeedFileSave(s.ws.Circuit, path));
     int undone = 0;
     while (UndoStep(s.history, 1, s.ws.Circuit, s.editor)) {
         ++undone;
@@ -176,22 +168,6 @@ TEST(EditHistory, KeepsTheLastHundredStepsAndANewEditDropsWhatCouldBeRedone) {
     EXPECT_TRUE(RecordToolStep(s.history, kResistorTool, s.ws.Circuit, s.editor));
     EXPECT_FALSE(CanRedo(s.history, 1));
     EXPECT_EQ(UndoName(s.history), "Place resistor");
-}
-
-TEST(EditHistory, UndoingBackToTheSavedDrawingLeavesNothingToSave) {
-    test::TempDir dir;
-    const std::string path = (dir / "saved.amq").string();
-    Session s;
-    s.Do("wire 80,80 240,80");
-    RecordToolStep(s.history, kWireTool, s.ws.Circuit, s.editor);
-    ASSERT_TRUE(SaveToIniFile(s.ws.Circuit, path).saved);
-    s.Do("place B 160,80 5");
-    RecordToolStep(s.history, kBatteryTool, s.ws.Circuit, s.editor);
-    EXPECT_TRUE(NeedFileSave(s.ws.Circuit, path));
-    UndoStep(s.history, 1, s.ws.Circuit, s.editor);
-    EXPECT_FALSE(NeedFileSave(s.ws.Circuit, path));
-    RedoStep(s.history, 1, s.ws.Circuit, s.editor);
-    EXPECT_TRUE(NeedFileSave(s.ws.Circuit, path));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "report/font_sets.h"
 #include "report/symbol_font.h"
 #include "support/recording_surface.h"
+#include "support/test_files.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +10,7 @@ namespace {
 
 using test::ShortNumber;
 
+// Checked by hand in tests/data/report/font_sets.txt.
 TEST(FontSets, TheFourRowsAreFixedAndRowThreeKeepsTheSmallerLargeSize) {
     const FontSetTable sets = InitFontSets();
     std::string dump;
@@ -19,10 +21,7 @@ TEST(FontSets, TheFourRowsAreFixedAndRowThreeKeepsTheSmallerLargeSize) {
                 ShortNumber(set.LowerShift) + " " + ShortNumber(set.RaiseShift) + " " +
                 ShortNumber(set.LineStep) + "\n";
     }
-    EXPECT_EQ(dump, "Arial 10 pt: Arial 10 18 8.25 7 -2.67 19\n"
-                    "Times Roman 10 pt: Times New Roman 10 18 8.25 7 -2.67 19\n"
-                    "Times Roman 12 pt: Times New Roman 12 18 8.25 8 -2.67 21\n"
-                    "Times Roman 16 pt: Times New Roman 16 24 12 8 -2.67 27\n");
+    EXPECT_EQ(dump, test::ExpectedText("report/font_sets.txt", dump));
     EXPECT_THROW(FontSetCaption(5), SlotOutOfRange);
 }
 

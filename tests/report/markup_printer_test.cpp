@@ -38,6 +38,13 @@ TEST(MarkupPrinter, MeasuringRestoresTheFontButKeepsTheVerticalMovement) {
     MarkupState state;
     state.FontIndex = 1;
     RecordingSurface surface;
+    surface.SetCurrentX(3);
+    // A word's width alone leaves everything as it was.
+    EXPECT_FLOAT_EQ(StyledWordWidth(surface, state, "@iV@la@l"), 5 + 4.125f);
+    EXPECT_FALSE(surface.FontItalic());
+    EXPECT_EQ(surface.CurrentX(), 3);
+    EXPECT_EQ(surface.CurrentY(), 0);
+    EXPECT_EQ(state.ScriptState[1], 0);
     surface.SetFontBold(true);
     KeepFontState(surface, state, 1);
     const float width = MeasureStyledWord(surface, state, "@ba@lb@sc");
@@ -51,20 +58,10 @@ TEST(MarkupPrinter, MeasuringRestoresTheFontButKeepsTheVerticalMovement) {
     EXPECT_EQ(surface.operations.size(), 0u);
 }
 
-TEST(MarkupPrinter, WordWidthLeavesEverythingAsItWas) {
+// Empty text moves only when asked to place first; printing carries on where it left off.
+TEST(MarkupPrinter, PrintingContinuesWhereTheLastCallLeftOff) {
     MarkupState state;
     state.FontIndex = 1;
-    RecordingSurface surface;
-    surface.SetCurrentX(3);
-    EXPECT_FLOAT_EQ(StyledWordWidth(surface, state, "@iV@la@l"), 5 + 4.125f);
-    EXPECT_FALSE(surface.FontItalic());
-    EXPECT_EQ(surface.CurrentX(), 3);
-    EXPECT_EQ(surface.CurrentY(), 0);
-    EXPECT_EQ(state.ScriptState[1], 0);
-}
-
-TEST(MarkupPrinter, EmptyTextMovesOnlyWhenAskedToPlaceFirst) {
-    MarkupState state;
     RecordingSurface surface;
     surface.SetCurrentX(12);
     std::string text;
@@ -75,13 +72,7 @@ TEST(MarkupPrinter, EmptyTextMovesOnlyWhenAskedToPlaceFirst) {
     EXPECT_EQ(surface.CurrentX(), 40);
     EXPECT_EQ(surface.CurrentY(), 50);
     EXPECT_EQ(surface.operations.size(), 0u);
-}
-
-TEST(MarkupPrinter, PrintingContinuesWhereTheLastCallLeftOff) {
-    MarkupState state;
-    state.FontIndex = 1;
-    RecordingSurface surface;
-    std::string text = "ab@e cd";
+    text = "ab@e cd";
     PrintMarkup(surface, state, 1, 10, 20, text);
     PrintMarkup(surface, state, 0, 0, 0, text);
     EXPECT_EQ(surface.Dump(), "print 'ab' at 10,20 Arial 10\n"

@@ -6,40 +6,26 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <deque>
 #include <vector>
 
 namespace ampora {
 namespace {
 
-// A clipboard that answers each call, clear or put, from a script: false while another
-// program holds it; every call past the script gets through.
+// A clipboard that answers each call, clear or put, from a script: F while another program
+// holds it, T when free; every call past the script gets through.
 struct ScriptedClipboard : Clipboard {
-    std::deque<bool> answers;
+    std::string answers;
     std::vector<std::string> calls;
     std::string rtf;
     bool Clear() override { return Answer("clear"); }
     bool PutRtf(const std::string& text) override {
         const bool done = Answer("put");
-        if (done) {
-            rtf = text;
-        }
+        rtf = done ? text : rtf;
         return done;
     }
     bool Answer(const std::string& call) {
         calls.push_back(call);
-        if (answers.empty()) {
-            return true;
-        }
-        const bool answer = answers.front();
-        answers.pop_front();
-        return answer;
-    }
-    void Busy(int calls, bool thenFree = true) {
-        answers.insert(answers.end(), static_cast<std::size_t>(calls), false);
-        if (thenFree) {
-            answers.push_back(true);
-        }
+        return calls.size() > answers.size() || answers[calls.size() - 1] == 'T';
     }
 };
 
@@ -66,25 +52,24 @@ struct Copy {
 TEST(ReportClipboard, TheReportOrItsSelectionGoesAsRtfAfterAtMostTenRetries) {
     struct Case {
         std::size_t start, end;
-        int busyClearing, busyPutting; // -1: held for good
+        std::string answers;
         std::string outcome;
     };
     const std::vector<Case> cases = {
-        {4, 4, 0, 0, "copied after 0 pauses: 1 clear, 1 put"},
-        {6, 17, 0, 0, "copied after 0 pauses: 1 clear, 1 put"}, // "line", the break, "second"
-        {0, 0, 10, 0, "copied after 10 pauses: 11 clear, 1 put"},
-        {0, 0, 6, 4, "copied after 10 pauses: 7 clear, 5 put"},
-        {0, 0, 6, 5,
+        {4, 4, "", "copied after 0 pauses: 1 clear, 1 put"},
+        {6, 17, "", "copied after 0 pauses: 1 clear, 1 put"}, // "line", the break, "second"
+        {0, 0, "FFFFFFFFFFT", "copied after 10 pauses: 11 clear, 1 put"},
+        {0, 0, "FFFFFFTFFFFT", "copied after 10 pauses: 7 clear, 5 put"},
+        {0, 0, "FFFFFFTFFFFFT",
          "not copied after 10 pauses: 7 clear, 5 put; Unable to access clipboard\r\nTry again "
          "later"},
-        {0, 0, -1, 0,
+        {0, 0, std::string(1000, 'F'),
          "not copied after 10 pauses: 11 clear, 0 put; Unable to access clipboard\r\nTry again "
          "later"},
     };
     for (const Case& c : cases) {
         Copy copy;
-        copy.clipboard.Busy(c.busyClearing < 0 ? 1000 : c.busyClearing, c.busyClearing >= 0);
-        copy.clipboard.Busy(c.busyPutting);
+        copy.clipboard.answers = c.answers;
         copy.Run(c.start, c.end);
         std::string outcome = (copy.done ? "copied after " : "not copied after ") +
                               std::to_string(copy.pauses.size()) + " pauses:";
@@ -95,7 +80,7 @@ TEST(ReportClipboard, TheReportOrItsSelectionGoesAsRtfAfterAtMostTenRetries) {
         for (const std::string& message : copy.prompts.messages) {
             outcome += "; " + message;
         }
-        EXPECT_EQ(outcome, c.outcome) << c.busyClearing << " " << c.busyPutting;
+        EXPECT_EQ(outcome, c.outcome) << c.answers.substr(0, 20);
         EXPECT_EQ(copy.pauses, std::vector<int>(copy.pauses.size(), 100));
         const bool selected = c.start != c.end;
         EXPECT_EQ(copy.clipboard.rtf, !copy.done ? ""

@@ -14,23 +14,19 @@ namespace {
 // A title, a heading in bold, body text and a light blue word, as the report writes them.
 RichTextDocument SmallReport() {
     RichTextDocument document;
-    TextFormat format;
-    format.FontName = "Times New Roman";
-    format.FontSize = 18;
-    format.Bold = true;
-    document.SetFormat(format);
-    document.InsertText("Ampora\r\n");
-    format.FontSize = 12;
-    document.SetFormat(format);
-    document.InsertText("The circuit:");
-    format.Bold = false;
-    document.SetFormat(format);
-    document.InsertText("\r\n\r\n\tsee ");
-    format.Colour = 9;
-    format.Italic = true;
-    format.Underline = true;
-    document.SetFormat(format);
-    document.InsertText("here");
+    const auto add = [&](const TextFormat& format, const char* text) {
+        document.SetFormat(format);
+        document.InsertText(text);
+    };
+    add({.Bold = true, .FontName = "Times New Roman", .FontSize = 18}, "Ampora\r\n");
+    add({.Bold = true, .FontName = "Times New Roman", .FontSize = 12}, "The circuit:");
+    add({.FontName = "Times New Roman", .FontSize = 12}, "\r\n\r\n\tsee ");
+    add({.Italic = true,
+         .Underline = true,
+         .Colour = 9,
+         .FontName = "Times New Roman",
+         .FontSize = 12},
+        "here");
     return document;
 }
 

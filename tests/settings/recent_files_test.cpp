@@ -13,20 +13,16 @@ std::string Joined(const RecentFiles& files) {
     return files[0] + "|" + files[1] + "|" + files[2] + "|" + files[3];
 }
 
+// Each file added and the list after, then the store: tests/data/settings/recent_files.txt.
 TEST(RecentFiles, NewestFirstTheOldestDropsAndARepeatMovesToTheTop) {
     MemorySettingsStore store;
-    AddRecentFile(store, "/c/a.amq");
-    AddRecentFile(store, "/c/b.amq");
-    AddRecentFile(store, "/c/c.amq");
-    EXPECT_EQ(Joined(AddRecentFile(store, "/c/d.amq")), "/c/d.amq|/c/c.amq|/c/b.amq|/c/a.amq");
-    EXPECT_EQ(Joined(AddRecentFile(store, "/c/d.amq")), "/c/d.amq|/c/c.amq|/c/b.amq|/c/a.amq");
-    EXPECT_EQ(Joined(AddRecentFile(store, "/c/b.amq")), "/c/b.amq|/c/d.amq|/c/c.amq|/c/a.amq");
-    EXPECT_EQ(Joined(AddRecentFile(store, "/c/e.amq")), "/c/e.amq|/c/b.amq|/c/d.amq|/c/c.amq");
-    EXPECT_EQ(Joined(AddRecentFile(store, "/c/E.amq")), "/c/E.amq|/c/e.amq|/c/b.amq|/c/d.amq");
-    EXPECT_EQ(store.Dump(), "Recent Files/RecentFile1=/c/E.amq\n"
-                            "Recent Files/RecentFile2=/c/e.amq\n"
-                            "Recent Files/RecentFile3=/c/b.amq\n"
-                            "Recent Files/RecentFile4=/c/d.amq\n");
+    std::string dump;
+    for (const char* file : {"a", "b", "c", "d", "d", "b", "e", "E"}) {
+        dump += std::string(file) + ": " +
+                Joined(AddRecentFile(store, "/c/" + std::string(file) + ".amq")) + "\n";
+    }
+    dump += store.Dump();
+    EXPECT_EQ(dump, test::ExpectedText("settings/recent_files.txt", dump));
 }
 
 TEST(RecentFiles, TheStoreNotTheMenuIsAuthoritative) {
