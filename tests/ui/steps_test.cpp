@@ -3,7 +3,6 @@
 
 #include "../support/test_files.h"
 #include "analysis/circuit_checks.h"
-#include "editor/diagram_labels.h"
 #include "ui/equations_window.h"
 #include "ui_test.h"
 
@@ -105,10 +104,7 @@ class StepsTest : public QObject {
         QString dump;
         for (const QString& name : QDir(ExamplePath(QString())).entryList({"*.amq"}, QDir::Files)) {
             Session s;
-            s.window->OpenFileFromDesktop(ExamplePath(name));
-            s.Press("cmdNext1");
-            s.Press("cmdAutoName1");
-            s.Press("cmdNext2");
+            s.Solve(name);
             QVERIFY2(s.prompts.messages.empty(), qPrintable(name));
             // The counting tab of one, whose text the core tests hold for every circuit.
             const bool largest = name == QString("two_supernodes.amq");
@@ -213,49 +209,6 @@ class StepsTest : public QObject {
         }
     }
 
-    void clickingANodesNameOpensTheRenameDialogBesideIt() {
-        Session s(Session::RealPrompts);
-        s.window->OpenFileFromDesktop(ExamplePath("voltage_divider.amq"));
-        s.Press("cmdNext1");
-        const ampora::LabelBox box = s.canvas()->CurrentLabels().Nodes.at(2).Box;
-        const QRect label(s.canvas()->mapToGlobal(QPoint(int(box.Left), int(box.Top))),
-                          QSize(int(box.Width), int(box.Height)));
-        s.answers.Type("Vout");
-        const QPoint centre(int(box.Left + box.Width / 2), int(box.Top + box.Height / 2));
-        s.Click(centre);
-        QVERIFY(s.answers.Idle());
-        QCOMPARE(s.answers.seen.value(0).left(15), "Enter new name:");
-        QCOMPARE(NodeNames(s).value(1), "Vout");
-        QVERIFY(!s.answers.where.value(0).intersects(label)); // beside the name, not over it
-        // In step 3 a name is no longer a button.
-        s.Press("cmdAutoName1");
-        s.Press("cmdNext2");
-        s.Click(centre);
-        QCOMPARE(s.answers.seen.size(), 1);
-    }
-
-    // The power totals and a hint share the status bar: at every width each keeps its own
-    // place, the totals whole, the hint cut off at its own edge rather than drawn over them.
-    void theStatusTextsNeverOverprintAtAnyWidth() {
-        Session s;
-        s.Solve("two_supernodes.amq");
-        s.Press("cmdViewPower");
-        QStatusTipEvent tip(QString(" Number of significant figures used to display "
-                                    "answers, and more text than a panel has room for "));
-        QCoreApplication::sendEvent(s.window.get(), &tip);
-        const auto* totals = s.Find<QLabel>("StatusPanel1");
-        const auto* hint = s.Find<QLabel>("StatusBar1");
-        for (const int width : {1000, 760, 560}) {
-            s.window->resize(width, 600);
-            QCoreApplication::processEvents();
-            const QString where = QString::number(s.window->width());
-            QVERIFY2(!totals->geometry().intersects(hint->geometry()), qPrintable(where));
-            QVERIFY2(totals->width() >= totals->fontMetrics().horizontalAdvance(totals->text()),
-                     qPrintable(where));
-            QVERIFY2(hint->geometry().right() <= s.window->statusBar()->width(), qPrintable(where));
-        }
-    }
-
     // At every size the equations page holds all it shows, and its scroll bars reach exactly
     // to its edges: nothing cut off, no empty room to scroll into; also for a circuit of one
     // unknown after one of three, and back, in the same window.
@@ -354,6 +307,23 @@ class StepsTest : public QObject {
         s.Find("mnuPractice")->trigger(); // turned off, the answers show at once
         QCOMPARE(visible(), shown);
         QVERIFY(!s.workspace.Preferences.PracticeHideAnswers);
+        // The power totals and a hint share the status bar: at every width each keeps its own
+        // place, the totals whole, the hint cut off at its own edge rather than drawn over them.
+        s.Press("cmdViewPower");
+        QStatusTipEvent tip(QString(" Number of significant figures used to display "
+                                    "answers, and more text than a panel has room for "));
+        QCoreApplication::sendEvent(s.window.get(), &tip);
+        const auto* totals = s.Find<QLabel>("StatusPanel1");
+        const auto* hint = s.Find<QLabel>("StatusBar1");
+        for (const int width : {1000, 760, 560}) {
+            s.window->resize(width, 600);
+            QCoreApplication::processEvents();
+            const QString where = QString::number(s.window->width());
+            QVERIFY2(!totals->geometry().intersects(hint->geometry()), qPrintable(where));
+            QVERIFY2(totals->width() >= totals->fontMetrics().horizontalAdvance(totals->text()),
+                     qPrintable(where));
+            QVERIFY2(hint->geometry().right() <= s.window->statusBar()->width(), qPrintable(where));
+        }
     }
 };
 
