@@ -5,7 +5,6 @@
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
 #include "report/rtf_writer.h"
-#include "tables/workspace.h"
 #include "ui/report_pictures.h"
 #include "ui/report_window.h"
 #include "ui_test.h"
@@ -16,14 +15,11 @@
 #include <QMimeData>
 #include <QPrinter>
 #include <QProcess>
-#include <QPushButton>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTextBlock>
 #include <QTextEdit>
 #include <QTextLayout>
-#include <QtTest>
-#include <memory>
 
 using namespace ampora;
 using test::ExamplePath;
