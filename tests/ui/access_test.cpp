@@ -69,10 +69,19 @@ class AccessTest : public QObject {
         QCOMPARE(s.canvas()->FocusedNode(), 2);
         s.Key(Qt::Key_Backtab);
         QCOMPARE(s.canvas()->FocusedNode(), 1);
-        s.answers.Type("A");
+        s.answers.Type("B");
         s.Key(Qt::Key_Return);
+        // A click on a node's name opens the rename dialog beside the name, not over it.
+        const ampora::LabelBox box = s.canvas()->CurrentLabels().Nodes.at(1).Box;
+        const QPoint name(int(box.Left + box.Width / 2), int(box.Top + box.Height / 2));
+        s.answers.Type("A");
+        s.Click(name);
+        QVERIFY(!s.answers.where.value(1).intersects(
+            QRect(s.canvas()->mapToGlobal(QPoint(int(box.Left), int(box.Top))),
+                  QSize(int(box.Width), int(box.Height)))));
         QVERIFY(s.answers.Idle());
-        QString spoken = "In step 2, node 1 named A:\n" + CanvasChildren(s.canvas());
+        QString spoken = s.answers.seen.join('\n') + "\nIn step 2, node 1 named A:\n" +
+                         CanvasChildren(s.canvas());
         s.Key(Qt::Key_N, Qt::AltModifier);
         QTRY_COMPARE(s.workspace.Step, 3);
         // The equations window takes the focus; the student comes back to the drawing.
@@ -81,6 +90,8 @@ class AccessTest : public QObject {
         QTRY_COMPARE(QApplication::activeWindow(), s.window.get());
         s.Key(Qt::Key_2);
         QTRY_COMPARE(s.workspace.ViewMode, ampora::kViewCurrents);
+        s.Click(name); // no longer a button
+        QCOMPARE(s.answers.seen.size(), 2);
         spoken += "In step 3, the currents:\n" + CanvasChildren(s.canvas());
         // The equations are pictures; a reader hears them as text.
         auto* equations = s.window->equationsWindow()->findChild<QLabel*>("picEquations1");

@@ -131,19 +131,12 @@ class EquationsWindowTest : public QObject {
         Find<QTabWidget>("tabEquations")->setCurrentWidget(tab);
         tab->setFocus();
         QStringList shown = {Find<QLabel>("lblStep")->text()};
-        for (const auto& [key, button] :
-             std::initializer_list<std::pair<int, const char*>>{{Qt::Key_End, ""},
-                                                                {Qt::Key_Right, ""},
-                                                                {Qt::Key_Left, ""},
-                                                                {Qt::Key_PageUp, ""},
-                                                                {Qt::Key_Home, ""},
-                                                                {Qt::Key_PageUp, ""},
-                                                                {Qt::Key_PageDown, ""},
-                                                                {Qt::Key_Right, ""},
-                                                                {0, "cmdLast"},
-                                                                {0, "cmdPrevious"},
-                                                                {0, "cmdFirst"},
-                                                                {0, "cmdNext"}}) {
+        // Keys, then the buttons (a key of 0).
+        const std::pair<int, const char*> presses[] = {
+            {Qt::Key_End, ""},  {Qt::Key_Right, ""},  {Qt::Key_Left, ""},     {Qt::Key_PageUp, ""},
+            {Qt::Key_Home, ""}, {Qt::Key_PageUp, ""}, {Qt::Key_PageDown, ""}, {Qt::Key_Right, ""},
+            {0, "cmdLast"},     {0, "cmdPrevious"},   {0, "cmdFirst"},        {0, "cmdNext"}};
+        for (const auto& [key, button] : presses) {
             key != 0 ? QTest::keyClick(tab, Qt::Key(key))
                      : QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
             tab->setFocus();

@@ -1,14 +1,13 @@
 // The report window: the report in its box, copied whole or in part with its pictures, saved
 // as HTML, RTF or PDF, printed, laid out at every width, one window at a time.
 
-#include "../support/scripted_prompts.h"
 #include "../support/wide_circuit.h"
 #include "document/amq_file.h"
 #include "document/circuit_edit.h"
 #include "report/rtf_writer.h"
-#include "tables/workspace.h"
 #include "ui/report_pictures.h"
 #include "ui/report_window.h"
+#include "ui_test.h"
 #include "workflow/step_transitions.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -16,22 +15,16 @@
 #include <QMimeData>
 #include <QPrinter>
 #include <QProcess>
-#include <QPushButton>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTextBlock>
 #include <QTextEdit>
 #include <QTextLayout>
-#include <QtTest>
-#include <memory>
 
 using namespace ampora;
+using test::ExamplePath;
 
 namespace {
-
-QString ExamplePath(const char* example) {
-    return QStringLiteral(AMPORA_SOURCE_DIR "/examples/") + example;
-}
 
 // A window holding the report of the circuit at path, solved as the main window solves it.
 struct Loaded {
@@ -73,13 +66,6 @@ QString ClipboardRtf() {
 
 int PictureCount(const QString& rtf) {
     return int(rtf.count("{\\pict\\pngblip"));
-}
-
-void Shoot(QWidget& window, const QString& name) {
-    const QByteArray dir = qgetenv("AMPORA_SCREENSHOT_DIR");
-    if (!dir.isEmpty()) {
-        window.grab().save(QString::fromLocal8Bit(dir) + "/" + name + ".png");
-    }
 }
 
 } // namespace
@@ -144,7 +130,7 @@ class ReportWindowTest : public QObject {
         cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
         r.Box()->setTextCursor(cursor);
         r.Box()->ensureCursorVisible();
-        Shoot(r.window, "report_window_with_a_selection");
+        test::Shoot(&r.window, "report_window_with_a_selection");
         QVERIFY(r.window.CopyToClipboard());
         const QString rtf = ClipboardRtf();
         QCOMPARE(rtf.toStdString(), RtfText(r.window.Report(), std::size_t(cursor.selectionStart()),
@@ -154,10 +140,12 @@ class ReportWindowTest : public QObject {
     }
 
     // Save as... writes the format the name's extension asks for, a PDF without one; another
-    // extension or a folder's name is refused with a message and nothing written.
-    void saveAsWritesTheFormatTheNameAsksFor() {
-        Loaded r(ExamplePath("supernode.amq"), false);
+    // extension or a folder's name is refused with a message and nothing written. Printed to a
+    // PDF file, as the print dialog offers where there is no printer, the report has the same
+    // pages, with the same text on each, as the saved PDF.
+    void saveAsAndPrintWriteTheFormatAsked() {
         QTemporaryDir folder;
+        Loaded r(WideCircuit(folder), false);
         QString answer;
         r.window.SetSavePathAsker([&answer] { return answer; });
         const auto save = [&](const QString& name) {
@@ -187,28 +175,21 @@ class ReportWindowTest : public QObject {
                          .isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
                      true);
         }
-        QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
-                 QStringList({"report.html", "report.pdf", "report.rtf", "summary.pdf"}));
-    }
-
-    // Printed to a PDF file, as the print dialog offers where there is no printer: the same
-    // pages, with the same text on each, as Save as... writes.
-    void printingGivesThePagesOfTheSavedPdf() {
-        if (QStandardPaths::findExecutable("pdftotext").isEmpty()) {
-            QSKIP("pdftotext is not installed");
-        }
-        QTemporaryDir folder;
-        Loaded r(WideCircuit(folder), false);
-        const QString saved = folder.filePath("saved.pdf");
+        QCOMPARE(
+            QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
+            QStringList({"report.html", "report.pdf", "report.rtf", "summary.pdf", "wide.amq"}));
         const QString printed = folder.filePath("printed.pdf");
-        QVERIFY(r.window.SaveReport(saved));
         r.window.SetPrinterAsker([&](QPrinter& printer) {
             printer.setOutputFormat(QPrinter::PdfFormat);
             printer.setOutputFileName(printed);
             return true;
         });
+        r.prompts.messages.clear();
         QTest::mouseClick(r.window.cmdPrint(), Qt::LeftButton);
         QVERIFY(r.prompts.messages.empty());
+        if (QStandardPaths::findExecutable("pdftotext").isEmpty()) {
+            QSKIP("pdftotext is not installed");
+        }
         // The text of each page as laid out on it, the pages parted by form feeds.
         const auto pages = [](const QString& pdf) {
             QProcess text;
@@ -216,7 +197,7 @@ class ReportWindowTest : public QObject {
             text.waitForFinished(30000);
             return QString::fromUtf8(text.readAllStandardOutput()).split(QLatin1Char('\f'));
         };
-        const QStringList fromSave = pages(saved);
+        const QStringList fromSave = pages(folder.filePath("report.pdf"));
         QVERIFY(fromSave.size() > 3); // three pages, and what follows the last form feed
         QCOMPARE(pages(printed), fromSave);
     }
@@ -259,7 +240,7 @@ class ReportWindowTest : public QObject {
             }
             QCOMPARE(seen, 6);
             QCOMPARE(r.Box()->horizontalScrollBar()->maximum(), 0);
-            Shoot(r.window, QString("report_wide_%1").arg(width));
+            test::Shoot(&r.window, QString("report_wide_%1").arg(width));
         }
     }
 
