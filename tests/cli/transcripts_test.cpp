@@ -67,25 +67,26 @@ std::string Shown(const std::string& text, const std::string& prefix = "") {
 
 class Transcript {
   public:
+    // The folders' names stand for them in the command and in what it writes.
     std::string Run(const std::string& command) {
+        const std::pair<std::string, std::string> folders[] = {
+            {"$TMP", tmp_.Path().string()},
+            {"$DATA", (test::DataDir() / "cli").string()},
+            {"$EXAMPLES", test::ExamplesDir().string()}};
         std::vector<std::string> words = Words(command);
         for (std::string& word : words) {
-            word = test::ReplaceAll(word, "$EXAMPLES", test::ExamplesDir().string());
-            word = test::ReplaceAll(word, "$DATA", DataDir().string());
-            word = test::ReplaceAll(word, "$TMP", tmp_.Path().string());
+            for (const auto& [name, folder] : folders) {
+                word = test::ReplaceAll(word, name, folder);
+            }
         }
-        return Hide(Result(words));
+        std::string shown = Result(words);
+        for (const auto& [name, folder] : folders) {
+            shown = test::ReplaceAll(shown, folder, name);
+        }
+        return shown;
     }
 
   private:
-    static std::filesystem::path DataDir() { return test::DataDir() / "cli"; }
-
-    std::string Hide(const std::string& text) const {
-        std::string shown = test::ReplaceAll(text, tmp_.Path().string(), "$TMP");
-        shown = test::ReplaceAll(shown, DataDir().string(), "$DATA");
-        return test::ReplaceAll(shown, test::ExamplesDir().string(), "$EXAMPLES");
-    }
-
     std::string Result(std::vector<std::string> words) {
         if (words.size() == 2 && words[0] == "cat") {
             const bool found = std::filesystem::is_regular_file(words[1]);
