@@ -25,11 +25,17 @@
 namespace ampora {
 namespace {
 
-#ifdef AMPORA_CLI_DRAWS_REPORTS
-constexpr bool kCliDrawsReports = true;
-#else
-constexpr bool kCliDrawsReports = false;
+// The reports and pictures of an ampora-cli built with its graphics.
+class CliReportProgram : public ::testing::Test {
+  protected:
+    void SetUp() override {
+#ifndef AMPORA_CLI_DRAWS_REPORTS
+        GTEST_SKIP() << "this build of ampora-cli has no report graphics";
 #endif
+    }
+};
+
+using CliPictureProgram = CliReportProgram;
 
 std::string Example(const char* name) {
     return (test::ExamplesDir() / name).string();
@@ -43,10 +49,7 @@ std::string Quoted(const std::filesystem::path& path) {
     return "'" + path.string() + "'";
 }
 
-TEST(CliReportProgram, TheRtfReadsBackWithItsTextAndItsSixPictures) {
-    if (!kCliDrawsReports) {
-        GTEST_SKIP() << "this build of ampora-cli has no report graphics";
-    }
+TEST_F(CliReportProgram, TheRtfReadsBackWithItsTextAndItsSixPictures) {
     if (Shell("command -v unrtf > /dev/null 2>&1") != 0) {
         GTEST_SKIP() << "unrtf is not installed";
     }
@@ -99,19 +102,7 @@ int RunOnFullDisk(const std::string& command) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-std::vector<std::string> FolderContents(const std::filesystem::path& folder) {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-        names.push_back(entry.path().filename().string());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
-TEST(CliReportProgram, AReportThatCannotBeWrittenLeavesTheOldFileAndSaysWhy) {
-    if (!kCliDrawsReports) {
-        GTEST_SKIP() << "this build of ampora-cli has no report graphics";
-    }
+TEST_F(CliReportProgram, AReportThatCannotBeWrittenLeavesTheOldFileAndSaysWhy) {
     struct Case {
         const char* name;
         bool fullDisk;
@@ -144,14 +135,11 @@ TEST(CliReportProgram, AReportThatCannotBeWrittenLeavesTheOldFileAndSaysWhy) {
         if (!c.folder) {
             EXPECT_EQ(test::ReadBytes(out), "the report handed out last week\n") << c.name;
         }
-        EXPECT_EQ(FolderContents(folder.Path()), std::vector<std::string>{c.name}) << c.name;
+        EXPECT_EQ(test::NamesIn(folder.Path()), std::vector<std::string>{c.name}) << c.name;
     }
 }
 
-TEST(CliReportProgram, TheReportOfTheLargestExampleIsSmall) {
-    if (!kCliDrawsReports) {
-        GTEST_SKIP() << "this build of ampora-cli has no report graphics";
-    }
+TEST_F(CliReportProgram, TheReportOfTheLargestExampleIsSmall) {
     test::TempDir folder;
     const std::vector<std::pair<std::string, std::uintmax_t>> limits = {
         {"r.html", 1'500'000}, {"r.rtf", 3'000'000}, {"r.pdf", 3'000'000}};
@@ -202,10 +190,7 @@ std::vector<PdfItem> PdfItems(const std::filesystem::path& pdf, const test::Temp
     return items;
 }
 
-TEST(CliReportProgram, EveryPdfPictureLiesInTheTextColumnOnThePageOfItsHeading) {
-    if (!kCliDrawsReports) {
-        GTEST_SKIP() << "this build of ampora-cli has no report graphics";
-    }
+TEST_F(CliReportProgram, EveryPdfPictureLiesInTheTextColumnOnThePageOfItsHeading) {
     if (Shell("command -v pdftohtml > /dev/null 2>&1") != 0) {
         GTEST_SKIP() << "pdftohtml is not installed";
     }
@@ -263,7 +248,7 @@ TEST(CliReportProgram, EveryPdfPictureLiesInTheTextColumnOnThePageOfItsHeading) 
     }
 }
 
-TEST(CliReportProgram, CheckAndSolveNeverStartTheGraphics) {
+TEST(CliProgram, CheckAndSolveNeverStartTheGraphics) {
     // A graphics platform that does not exist would stop any Qt start-up dead.
     const std::string run = "QT_QPA_PLATFORM=no-such-platform " + std::string(AMPORA_CLI_PATH);
     EXPECT_EQ(Shell(run + " check " + Quoted(Example("supernode.amq")) + " > /dev/null"), 0);
@@ -287,10 +272,7 @@ std::string PngResolution(const std::string& png) {
            (png[at + 12] == 1 ? "metre" : "unit");
 }
 
-TEST(CliPictureProgram, EveryExampleInEveryViewHoldsEachDevicesLabelAsTextAndItsPngIs300Dpi) {
-    if (!kCliDrawsReports) {
-        GTEST_SKIP() << "this build of ampora-cli has no graphics";
-    }
+TEST_F(CliPictureProgram, EveryExampleInEveryViewHoldsEachDevicesLabelAsTextAndItsPngIs300Dpi) {
     test::TempDir folder;
     const char* views[] = {"values", "currents", "voltages", "power"};
     for (const std::filesystem::path& file : test::ExampleFiles()) {
@@ -301,10 +283,11 @@ TEST(CliPictureProgram, EveryExampleInEveryViewHoldsEachDevicesLabelAsTextAndIts
         for (int view = 0; view < 4; ++view) {
             const std::string base = (folder / file.stem()).string() + "_" + views[view];
             for (const char* extension : {".svg", ".png"}) {
-                const std::string command = std::string(AMPORA_CLI_PATH) + " picture --autoname " +
-                                            "--view " + views[view] + " '" + file.string() +
-                                            "' -o '" + base + extension + "'";
-                ASSERT_EQ(std::system(command.c_str()), 0) << command;
+                ASSERT_EQ(Shell(std::string(AMPORA_CLI_PATH) + " picture --autoname --view " +
+                                views[view] + " " + Quoted(file) + " -o " +
+                                Quoted(base + extension)),
+                          0)
+                    << base << extension;
             }
             const std::string svg = test::ReadBytes(base + ".svg");
             std::string missing;

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <regex>
@@ -39,17 +40,10 @@ Matrix NumbersAfter(const std::string& json, const std::string& key, std::size_t
 }
 
 bool Near(const Matrix& a, const Matrix& b) {
-    if (a.size() != b.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        for (std::size_t k = 0; k < a[i].size(); ++k) {
-            if (a[i].size() != b[i].size() || std::fabs(a[i][k] - b[i][k]) > 1e-9) {
-                return false;
-            }
-        }
-    }
-    return true;
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const auto& x, const auto& y) {
+        return std::equal(x.begin(), x.end(), y.begin(), y.end(),
+                          [](double p, double q) { return std::fabs(p - q) <= 1e-9; });
+    });
 }
 
 // The quoted texts of the list "key": [...] in one-line JSON.

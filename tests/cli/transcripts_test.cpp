@@ -45,27 +45,12 @@ struct FakeRenderer : cli::ReportRenderer {
     }
 };
 
-std::string ReplaceAll(std::string text, const std::string& from, const std::string& to) {
-    for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
-        text.replace(at, from.size(), to);
-    }
-    return text;
-}
-
 std::vector<std::string> Words(const std::string& line) {
+    static const std::regex word(R"re("([^"]*)"|'([^']*)'|([^ ]+))re");
     std::vector<std::string> words;
-    for (std::size_t at = 0; at < line.size();) {
-        if (line[at] == ' ') {
-            ++at;
-        } else if (line[at] == '"' || line[at] == '\'') {
-            const std::size_t end = line.find(line[at], at + 1);
-            words.push_back(line.substr(at + 1, end - at - 1));
-            at = end == std::string::npos ? line.size() : end + 1;
-        } else {
-            const std::size_t end = std::min(line.find(' ', at), line.size());
-            words.push_back(line.substr(at, end - at));
-            at = end;
-        }
+    for (auto it = std::sregex_iterator(line.begin(), line.end(), word);
+         it != std::sregex_iterator(); ++it) {
+        words.push_back((*it)[1].matched ? (*it)[1] : (*it)[2].matched ? (*it)[2] : (*it)[3]);
     }
     return words;
 }
@@ -73,7 +58,7 @@ std::vector<std::string> Words(const std::string& line) {
 // Each line of `text` with `prefix` in front, a missing last line end added and marked.
 std::string Shown(const std::string& text, const std::string& prefix = "") {
     std::string shown;
-    std::istringstream lines(ReplaceAll(text, "\r", "\\r"));
+    std::istringstream lines(test::ReplaceAll(text, "\r", "\\r"));
     for (std::string line; std::getline(lines, line);) {
         shown += prefix + line + "\n";
     }
@@ -82,27 +67,26 @@ std::string Shown(const std::string& text, const std::string& prefix = "") {
 
 class Transcript {
   public:
+    // The folders' names stand for them in the command and in what it writes.
     std::string Run(const std::string& command) {
+        const std::pair<std::string, std::string> folders[] = {
+            {"$TMP", tmp_.Path().string()},
+            {"$DATA", (test::DataDir() / "cli").string()},
+            {"$EXAMPLES", test::ExamplesDir().string()}};
         std::vector<std::string> words = Words(command);
         for (std::string& word : words) {
-            word = ReplaceAll(word, "$EXAMPLES", test::ExamplesDir().string());
-            word = ReplaceAll(word, "$DATA", DataDir().string());
-            word = ReplaceAll(word, "$TMP", tmp_.Path().string());
+            for (const auto& [name, folder] : folders) {
+                word = test::ReplaceAll(word, name, folder);
+            }
         }
-        return Hide(Result(words));
+        std::string shown = Result(words);
+        for (const auto& [name, folder] : folders) {
+            shown = test::ReplaceAll(shown, folder, name);
+        }
+        return shown;
     }
 
   private:
-    static std::filesystem::path DataDir() {
-        return std::filesystem::path(AMPORA_SOURCE_DIR) / "tests" / "data" / "cli";
-    }
-
-    std::string Hide(const std::string& text) const {
-        std::string shown = ReplaceAll(text, tmp_.Path().string(), "$TMP");
-        shown = ReplaceAll(shown, DataDir().string(), "$DATA");
-        return ReplaceAll(shown, test::ExamplesDir().string(), "$EXAMPLES");
-    }
-
     std::string Result(std::vector<std::string> words) {
         if (words.size() == 2 && words[0] == "cat") {
             const bool found = std::filesystem::is_regular_file(words[1]);
@@ -110,13 +94,8 @@ class Transcript {
                          : "2> no such file\n[exit 1]\n";
         }
         if (words.size() == 2 && words[0] == "ls") {
-            std::vector<std::string> names;
-            for (const auto& entry : std::filesystem::directory_iterator(words[1])) {
-                names.push_back(entry.path().filename().string());
-            }
-            std::sort(names.begin(), names.end());
             std::string shown;
-            for (const std::string& name : names) {
+            for (const std::string& name : test::NamesIn(words[1])) {
                 shown += name + "\n";
             }
             return shown + "[exit 0]\n";
@@ -187,7 +166,7 @@ std::string Replayed(const std::string& text) {
 }
 
 TEST(CliTranscripts, EachSessionWritesWhatItsTranscriptHolds) {
-    const auto folder = std::filesystem::path(AMPORA_SOURCE_DIR) / "tests" / "data" / "cli";
+    const auto folder = test::DataDir() / "cli";
     for (const char* name : {"arguments.txt", "check_and_solve.txt", "check_work.txt",
                              "report_and_picture.txt", "practice.txt"}) {
         SCOPED_TRACE(name);

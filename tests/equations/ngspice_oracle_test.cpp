@@ -3,7 +3,6 @@
 
 #include "analysis/circuit_checks.h"
 #include "analysis/node_naming.h"
-#include "support/lattice_chains.h"
 #include "support/lattice_circuit.h"
 #include "support/ngspice_oracle.h"
 #include "support/scripted_prompts.h"

@@ -1,21 +1,18 @@
 // Practice circuits over every shape that can be made: solved by the program as a student
-// solves them, drawn by the editor's rules, in agreement with ngspice, the same for the
-// same seed. AMPORA_PRACTICE_SEEDS raises the number of seeds per shape (2 by default).
+// solves them into the shape asked for, drawn by the editor's rules. Whether the solution is
+// right is the ngspice oracle's to judge, on random lattices: the plan a practice circuit is
+// made from is never shown, only what is drawn. AMPORA_PRACTICE_SEEDS raises the number of
+// seeds per shape (2 by default).
 
-#include "document/amq_file.h"
 #include "editor/value_labels.h"
 #include "fuzz/fuzz_exercises.h"
 #include "practice/practice_circuit.h"
-#include "support/lattice_circuit.h"
-#include "support/ngspice_oracle.h"
-#include "support/test_files.h"
 #include "tables/number_text.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdlib>
-#include <map>
 
 namespace ampora {
 namespace {
@@ -78,79 +75,6 @@ std::string LayoutFault(const Circuit& c, bool fitsCanvas) {
     return "";
 }
 
-// The practice circuit as a lattice for ngspice; a battery and its resistor on one link
-// become two edges through a point of their own, past the lattice's points.
-test::LatticeCircuit AsLattice(const PracticeCircuit& p) {
-    test::LatticeCircuit lattice;
-    lattice.columns = p.mesh.columns;
-    lattice.rows = p.mesh.rows;
-    int extra = lattice.columns * lattice.rows;
-    for (std::size_t c = 0; c < p.mesh.chains.size(); ++c) {
-        const std::vector<int>& points = p.mesh.chains[c].points;
-        const PlannedBranch& branch = p.branches[c];
-        for (std::size_t k = 0; k + 1 < points.size(); ++k) {
-            lattice.edges.push_back({points[k], points[k + 1]});
-        }
-        test::LatticeEdge& edge = lattice.edges.back(); // start to end along the chain
-        switch (branch.kind) {
-        case BranchKind::Resistor:
-            edge.device = test::LatticeDevice::Resistor;
-            edge.value = branch.resistance;
-            break;
-        case BranchKind::Source:
-            edge.device = test::LatticeDevice::CurrentSource;
-            edge.value = branch.current;
-            break;
-        case BranchKind::Battery:
-            edge.device = test::LatticeDevice::Battery;
-            edge.value = branch.emf;
-            break;
-        case BranchKind::BatteryAndResistor: {
-            const int end = edge.to;
-            edge.to = extra;
-            edge.device = test::LatticeDevice::Battery;
-            edge.value = branch.emf;
-            lattice.edges.push_back(
-                {extra++, end, test::LatticeDevice::Resistor, branch.resistance, true});
-        }
-        }
-    }
-    return lattice;
-}
-
-// Every node's voltage against ngspice's, "" when they agree.
-std::string CompareWithNgspice(const PracticeCircuit& p, const Workspace& ws,
-                               const test::TempDir& folder) {
-    const auto pointOf = [&](const NodeLabel& node) {
-        for (int point = 0; point < p.mesh.columns * p.mesh.rows; ++point) {
-            if (p.mesh.X(point) == node.X && p.mesh.Y(point) == node.Y) {
-                return point;
-            }
-        }
-        return -1;
-    };
-    int ground = -1;
-    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
-        if (ws.Circuit.NodeLabels[slot].Name == "0") {
-            ground = pointOf(ws.Circuit.NodeLabels[slot]);
-        }
-    }
-    std::string log;
-    const auto spice = test::SolveWithNgspice(AsLattice(p), ground, folder.Path().string(), log);
-    if (!spice) {
-        return "ngspice gave no operating point:\n" + log;
-    }
-    for (int slot = 1; slot <= ws.Circuit.NumNodes; ++slot) {
-        const NodeLabel& node = ws.Circuit.NodeLabels[slot];
-        const double expected = spice->voltage[static_cast<std::size_t>(pointOf(node))];
-        if (std::fabs(node.Voltage - expected) > 1e-6 * std::max(1.0, std::fabs(expected))) {
-            return "node " + node.Name + ": " + ShortestText(node.Voltage) + " V, ngspice " +
-                   ShortestText(expected);
-        }
-    }
-    return "";
-}
-
 int CountSources(const Circuit& c) {
     int sources = 0;
     for (int e = 1; e <= c.NumElements; ++e) {
@@ -159,8 +83,7 @@ int CountSources(const Circuit& c) {
     return sources;
 }
 
-TEST(PracticeCircuit, EveryShapeSolvesAsAskedKeepsTheDrawingRulesAndAgreesWithNgspice) {
-    const test::TempDir folder;
+TEST(PracticeCircuit, EveryShapeSolvesAsAskedAndKeepsTheDrawingRules) {
     const int seeds = SeedsPerShape();
     int made = 0, failures = 0;
     for (int n = kMinPracticeNodes; n <= kMaxPracticeNodes; ++n) {
@@ -186,16 +109,14 @@ TEST(PracticeCircuit, EveryShapeSolvesAsAskedKeepsTheDrawingRulesAndAgreesWithNg
                     Workspace ws;
                     ASSERT_TRUE(SolveLikeAStudent(ws, p.drawn));
                     const std::string fault = LayoutFault(p.drawn, n <= 8);
-                    const std::string disagreement = CompareWithNgspice(p, ws, folder);
                     EXPECT_EQ(ws.Circuit.NumNodes, n);
                     EXPECT_EQ(ws.Equations.NumSuperNodes, s);
                     EXPECT_EQ(CountSources(p.drawn), k);
                     EXPECT_EQ(fault, "");
-                    EXPECT_EQ(disagreement, "");
                     if (nice) {
                         EXPECT_TRUE(HasNiceVoltages(ws));
                     }
-                    failures += !fault.empty() || !disagreement.empty();
+                    failures += !fault.empty();
                     ++made;
                 }
             }

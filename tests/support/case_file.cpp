@@ -10,8 +10,7 @@ namespace ampora::test {
 
 std::string ReplayCases(const std::string& name, const std::vector<std::string>& inputWords,
                         const CasePlayer& play) {
-    std::istringstream file(
-        ReadBytes(std::filesystem::path(AMPORA_SOURCE_DIR) / "tests/data" / name));
+    std::istringstream file(ReadBytes(DataDir() / name));
     std::string out, line, title;
     std::vector<std::string> inputs;
     bool open = false;

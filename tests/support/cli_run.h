@@ -3,6 +3,7 @@
 
 #include "cli/cli.h"
 
+#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -24,17 +25,7 @@ inline CliRun Cli(const std::vector<std::string>& args, cli::ReportRenderer* ren
 
 // The JSON ampora-cli writes on one line: each line end and the indent after it removed.
 inline std::string OneLine(const std::string& json) {
-    std::string line;
-    for (std::size_t at = 0; at < json.size(); ++at) {
-        if (json[at] != '\n') {
-            line += json[at];
-            continue;
-        }
-        while (at + 1 < json.size() && json[at + 1] == ' ') {
-            ++at;
-        }
-    }
-    return line;
+    return std::regex_replace(json, std::regex("\n *"), "");
 }
 
 } // namespace ampora::test

@@ -1,13 +1,17 @@
 #include "support/lattice_circuit.h"
 
+#include <algorithm>
 #include <cmath>
+#include <map>
+#include <numeric>
 
 namespace ampora::test {
 
-int Degree(const LatticeCircuit& lattice, int point) {
-    int degree = 0;
+std::vector<int> Degrees(const LatticeCircuit& lattice) {
+    std::vector<int> degree(lattice.columns * lattice.rows);
     for (const auto& edge : lattice.edges) {
-        degree += (edge.from == point) + (edge.to == point);
+        ++degree[edge.from];
+        ++degree[edge.to];
     }
     return degree;
 }
@@ -19,29 +23,6 @@ int PointAt(const LatticeCircuit& lattice, float x, float y) {
         }
     }
     return -1;
-}
-
-namespace {
-
-// Removes edges hanging from points with one edge until none is left.
-void PruneLooseEdges(LatticeCircuit& lattice) {
-    for (bool changed = true; changed;) {
-        changed = false;
-        for (std::size_t e = 0; e < lattice.edges.size(); ++e) {
-            const auto& edge = lattice.edges[e];
-            if (Degree(lattice, edge.from) == 1 || Degree(lattice, edge.to) == 1) {
-                lattice.edges.erase(lattice.edges.begin() + static_cast<long>(e));
-                changed = true;
-                break;
-            }
-        }
-    }
-}
-
-} // namespace
-
-LatticeCircuit RandomLatticeCircuit(std::mt19937& random) {
-    return RandomLatticeCircuit(random, LatticeOptions{});
 }
 
 LatticeCircuit RandomLatticeCircuit(std::mt19937& random, const LatticeOptions& options) {
@@ -92,7 +73,13 @@ LatticeCircuit RandomLatticeCircuit(std::mt19937& random, const LatticeOptions& 
             }
         }
     }
-    PruneLooseEdges(lattice);
+    // Edges hanging from points of one edge go, until none is left.
+    for (bool pruned = true; pruned;) {
+        const std::vector<int> degree = Degrees(lattice);
+        pruned = std::erase_if(lattice.edges, [&](const LatticeEdge& edge) {
+                     return degree[edge.from] == 1 || degree[edge.to] == 1;
+                 }) > 0;
+    }
     if (options.longWireShare > 0) {
         lattice.longWires = unit(random) < options.longWireShare;
     }
@@ -108,12 +95,8 @@ void AddWire(Circuit& circuit, float x1, float y1, float x2, float y2) {
 }
 
 bool HasEdge(const LatticeCircuit& lattice, int from, int to) {
-    for (const auto& edge : lattice.edges) {
-        if (edge.from == from && edge.to == to) {
-            return true;
-        }
-    }
-    return false;
+    return std::any_of(lattice.edges.begin(), lattice.edges.end(),
+                       [&](const LatticeEdge& edge) { return edge.from == from && edge.to == to; });
 }
 
 // One wire per straight run of edges. A run goes on through a point where it has an edge
@@ -166,19 +149,13 @@ Circuit DrawLattice(const LatticeCircuit& lattice) {
         const float x1 = lattice.X(edge.from), y1 = lattice.Y(edge.from);
         const float x2 = lattice.X(edge.to), y2 = lattice.Y(edge.to);
         const bool vertical = x1 == x2;
-        std::int16_t kind = 0;
-        switch (edge.device) {
-        case LatticeDevice::Resistor:
-            kind = vertical ? kResistorVertical : kResistorHorizontal;
-            break;
-        case LatticeDevice::Battery:
-            kind = vertical ? (edge.forward ? kBatteryDown : kBatteryUp)
-                            : (edge.forward ? kBatteryRight : kBatteryLeft);
-            break;
-        default:
-            kind = vertical ? (edge.forward ? kSourceDown : kSourceUp)
-                            : (edge.forward ? kSourceRight : kSourceLeft);
-        }
+        const bool f = edge.forward;
+        const std::int16_t kind =
+            edge.device == LatticeDevice::Resistor
+                ? (vertical ? kResistorVertical : kResistorHorizontal)
+            : edge.device == LatticeDevice::Battery
+                ? (vertical ? (f ? kBatteryDown : kBatteryUp) : (f ? kBatteryRight : kBatteryLeft))
+                : (vertical ? (f ? kSourceDown : kSourceUp) : (f ? kSourceRight : kSourceLeft));
         const int element = circuit.NumElements + 1;
         circuit.Elements[element] = Element{kind, edge.value, (x1 + x2) / 2, (y1 + y2) / 2, 0, 999};
         circuit.NumElements = static_cast<std::int16_t>(element);
@@ -199,6 +176,151 @@ std::string DescribeLattice(const LatticeCircuit& lattice) {
                 (edge.forward ? "" : "'");
     }
     return text;
+}
+
+namespace {
+
+bool SameVoltage(double a, double b) {
+    return std::fabs(a - b) <= 1e-6 * std::max({std::fabs(a), std::fabs(b), 1e-9});
+}
+
+// Walks from `point` along edge `first` through points of two edges until a node or the
+// start is reached, marking the edges walked.
+LatticeChain Walk(const LatticeCircuit& lattice, int point, int first, std::vector<bool>& walked,
+                  const std::vector<int>& degree) {
+    LatticeChain chain;
+    chain.start = degree[point] >= 3 ? point : -1;
+    const int origin = point;
+    int edgeIndex = first;
+    while (true) {
+        const LatticeEdge& edge = lattice.edges[edgeIndex];
+        walked[edgeIndex] = true;
+        chain.edges.push_back(edgeIndex);
+        const bool forward = edge.from == point;
+        if (edge.device == LatticeDevice::Battery) {
+            chain.emf += (edge.forward == forward) ? edge.value : -edge.value;
+        }
+        chain.sources += edge.device == LatticeDevice::CurrentSource;
+        chain.batteryOnly = chain.batteryOnly && (edge.device == LatticeDevice::None ||
+                                                  edge.device == LatticeDevice::Battery);
+        point = forward ? edge.to : edge.from;
+        if (degree[point] >= 3 || point == origin) {
+            break;
+        }
+        int next = -1;
+        for (std::size_t e = 0; e < lattice.edges.size(); ++e) {
+            const auto& other = lattice.edges[e];
+            if (!walked[e] && (other.from == point || other.to == point)) {
+                next = static_cast<int>(e);
+            }
+        }
+        if (next < 0) {
+            break;
+        }
+        edgeIndex = next;
+    }
+    chain.end = chain.start < 0 ? -1 : point;
+    return chain;
+}
+
+} // namespace
+
+LatticeFacts AnalyseLattice(const LatticeCircuit& lattice) {
+    LatticeFacts facts;
+    const int points = lattice.columns * lattice.rows;
+    const std::vector<int> degree = Degrees(lattice);
+    facts.nodes =
+        static_cast<int>(std::count_if(degree.begin(), degree.end(), [](int d) { return d >= 3; }));
+    std::vector<bool> walked(lattice.edges.size());
+    for (int p = 0; p < points; ++p) {
+        if (degree[p] < 3) {
+            continue;
+        }
+        for (std::size_t e = 0; e < lattice.edges.size(); ++e) {
+            const auto& edge = lattice.edges[e];
+            if (!walked[e] && (edge.from == p || edge.to == p)) {
+                facts.chains.push_back(Walk(lattice, p, static_cast<int>(e), walked, degree));
+            }
+        }
+    }
+    for (std::size_t e = 0; e < lattice.edges.size(); ++e) {
+        if (!walked[e]) {
+            facts.chains.push_back(
+                Walk(lattice, lattice.edges[e].from, static_cast<int>(e), walked, degree));
+            ++facts.nodeFreeLoops;
+        }
+    }
+
+    // Battery-only chains fix the voltage between their ends; give every node reached that
+    // way a voltage above the first node of its group and look for loops among them.
+    std::map<int, double> offset;
+    for (const LatticeChain& chain : facts.chains) {
+        facts.chainWithTwoSources = facts.chainWithTwoSources || chain.sources >= 2;
+        if (chain.start < 0 || !chain.batteryOnly) {
+            continue;
+        }
+        for (const LatticeChain& other : facts.chains) {
+            if (&other != &chain && other.start >= 0 && other.batteryOnly &&
+                std::minmax(other.start, other.end) == std::minmax(chain.start, chain.end) &&
+                SameVoltage(other.start == chain.start ? other.emf : -other.emf, chain.emf)) {
+                facts.identicalBatteryChains = true;
+            }
+        }
+    }
+    for (const LatticeChain& seed : facts.chains) {
+        if (seed.start < 0 || !seed.batteryOnly || offset.count(seed.start)) {
+            continue;
+        }
+        offset[seed.start] = 0;
+        std::vector<int> reached{seed.start};
+        while (!reached.empty()) {
+            const int node = reached.back();
+            reached.pop_back();
+            for (const LatticeChain& chain : facts.chains) {
+                if (chain.start < 0 || !chain.batteryOnly) {
+                    continue;
+                }
+                const bool outward = chain.start == node;
+                const int other = outward ? chain.end : chain.start;
+                if ((outward || chain.end == node) && !offset.count(other)) {
+                    offset[other] = offset[node] + (outward ? chain.emf : -chain.emf);
+                    reached.push_back(other);
+                }
+            }
+        }
+    }
+    for (const LatticeChain& chain : facts.chains) {
+        if (chain.start >= 0 && chain.batteryOnly &&
+            !SameVoltage(offset[chain.end] - offset[chain.start], chain.emf)) {
+            facts.contradictoryBatteryLoop = true;
+        }
+    }
+    std::vector<int> group(points);
+    std::iota(group.begin(), group.end(), 0);
+    const auto root = [&](int p) {
+        while (group[p] != p) {
+            p = group[p];
+        }
+        return p;
+    };
+    for (const LatticeDevice joining : {LatticeDevice::Battery, LatticeDevice::Resistor}) {
+        for (const LatticeEdge& edge : lattice.edges) {
+            const bool batteryOrWire =
+                edge.device == LatticeDevice::Battery || edge.device == LatticeDevice::None;
+            if ((joining == LatticeDevice::Battery) != batteryOrWire ||
+                edge.device == LatticeDevice::CurrentSource) {
+                continue;
+            }
+            const int a = root(edge.from), b = root(edge.to);
+            facts.singular = facts.singular || (a == b && batteryOrWire);
+            group[a] = b;
+        }
+    }
+    for (int p = 0; p < points; ++p) {
+        facts.singular =
+            facts.singular || (degree[p] > 0 && root(p) != root(lattice.edges.front().from));
+    }
+    return facts;
 }
 
 } // namespace ampora::test

@@ -1,7 +1,7 @@
 #pragma once
 // Random circuits on a lattice, drawn as the editor would draw them, so that the program's
-// answers can be checked against an independent simulator (ngspice_oracle.h) and the graph
-// facts of lattice_chains.h rather than against itself.
+// answers can be checked against an independent simulator (ngspice_oracle.h) and the facts
+// of the lattice graph itself rather than against itself.
 
 #include "tables/circuit.h"
 
@@ -46,15 +46,14 @@ struct LatticeOptions {
 // A random lattice circuit in which every used point joins at least two edges. Values are
 // multiples of 1/8, so sums along a chain stay exact in single precision and the
 // comparison measures the solution, not the rounding of the tables.
-LatticeCircuit RandomLatticeCircuit(std::mt19937& random);
 LatticeCircuit RandomLatticeCircuit(std::mt19937& random, const LatticeOptions& options);
 
 // One wire per edge (or per straight run, see longWires) and one device at the middle of
 // each edge that has one, the devices in edge order.
 Circuit DrawLattice(const LatticeCircuit& lattice);
 
-// How many edges meet at a lattice point.
-int Degree(const LatticeCircuit& lattice, int point);
+// How many edges meet at each lattice point.
+std::vector<int> Degrees(const LatticeCircuit& lattice);
 
 // The lattice point at a canvas position, or -1.
 int PointAt(const LatticeCircuit& lattice, float x, float y);
@@ -66,5 +65,33 @@ struct OracleSolution {
 };
 
 std::string DescribeLattice(const LatticeCircuit& lattice);
+
+// The chains of a lattice circuit worked out on the lattice graph itself: the facts that
+// decide whether nodal analysis, as the program does it, can take a circuit at all.
+struct LatticeChain {
+    int start = -1; // a node (a point of three or more edges); -1 for a node-free loop
+    int end = -1;
+    std::vector<int> edges;
+    double emf = 0;          // battery voltages gained from start to end
+    int sources = 0;         // current sources on the chain
+    bool batteryOnly = true; // nothing but batteries and bare wire
+};
+
+struct LatticeFacts {
+    int nodes = 0;
+    std::vector<LatticeChain> chains; // each chain once, node-free loops included
+    int nodeFreeLoops = 0;
+    bool chainWithTwoSources = false;
+    // Two battery-only chains join the same two nodes with the same voltage.
+    bool identicalBatteryChains = false;
+    // Battery-only chains close a loop whose voltages do not add up to zero.
+    bool contradictoryBatteryLoop = false;
+    // The nodal equations have no single solution: a loop of batteries and bare wire alone
+    // (its current is free), or without the current sources the points fall apart (a part
+    // floats, or hangs on sources alone).
+    bool singular = false;
+};
+
+LatticeFacts AnalyseLattice(const LatticeCircuit& lattice);
 
 } // namespace ampora::test

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cstdlib>
 #include <map>
+#include <sstream>
 
 namespace ampora::test {
 
@@ -24,14 +25,8 @@ std::string PointName(int point, int ground) {
 // "name = value" lines of `print all`, names as ngspice writes them (lower case).
 std::map<std::string, double> PrintedValues(const std::string& output) {
     std::map<std::string, double> values;
-    std::size_t start = 0;
-    while (start < output.size()) {
-        std::size_t end = output.find('\n', start);
-        if (end == std::string::npos) {
-            end = output.size();
-        }
-        const std::string line = output.substr(start, end - start);
-        start = end + 1;
+    std::istringstream lines(output);
+    for (std::string line; std::getline(lines, line);) {
         const std::size_t equals = line.find(" = ");
         if (equals == std::string::npos || line.find(' ') != equals) {
             continue;
@@ -95,8 +90,9 @@ std::optional<OracleSolution> SolveWithNgspice(const LatticeCircuit& lattice, in
     }
     const std::map<std::string, double> values = PrintedValues(log);
     OracleSolution solution;
+    const std::vector<int> degree = Degrees(lattice);
     for (int p = 0; p < lattice.columns * lattice.rows; ++p) {
-        if (p == ground || Degree(lattice, p) == 0) {
+        if (p == ground || degree[p] == 0) {
             solution.voltage.push_back(0);
             continue;
         }

@@ -26,13 +26,8 @@ void Solve(SolveSession& session, const std::string& amqText, int autoName) {
 }
 
 std::string ExampleText(const std::string& name, const std::string& from, const std::string& to) {
-    std::string text = ReadBytes(ExamplesDir() / name);
-    if (!from.empty()) {
-        for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
-            text.replace(at, from.size(), to);
-        }
-    }
-    return text;
+    const std::string text = ReadBytes(ExamplesDir() / name);
+    return from.empty() ? text : ReplaceAll(text, from, to);
 }
 
 } // namespace ampora::test

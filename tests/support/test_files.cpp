@@ -12,15 +12,40 @@ std::filesystem::path ExamplesDir() {
     return std::filesystem::path(AMPORA_SOURCE_DIR) / "examples";
 }
 
-std::vector<std::filesystem::path> ExampleFiles() {
+std::filesystem::path DataDir() {
+    return std::filesystem::path(AMPORA_SOURCE_DIR) / "tests" / "data";
+}
+
+std::vector<std::filesystem::path> FilesIn(const std::filesystem::path& folder,
+                                           const std::string& extension) {
     std::vector<std::filesystem::path> files;
-    for (const auto& entry : std::filesystem::directory_iterator(ExamplesDir())) {
-        if (entry.path().extension() == ".amq") {
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        if (entry.path().extension() == extension) {
             files.push_back(entry.path());
         }
     }
     std::sort(files.begin(), files.end());
     return files;
+}
+
+std::vector<std::filesystem::path> ExampleFiles() {
+    return FilesIn(ExamplesDir(), ".amq");
+}
+
+std::vector<std::string> NamesIn(const std::filesystem::path& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        names.push_back(entry.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+std::string ReplaceAll(std::string text, const std::string& from, const std::string& to) {
+    for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
+        text.replace(at, from.size(), to);
+    }
+    return text;
 }
 
 std::string ReadBytes(const std::filesystem::path& path) {
@@ -36,7 +61,7 @@ void WriteBytes(const std::filesystem::path& path, const std::string& bytes) {
 }
 
 std::string ExpectedText(const std::string& name, const std::string& actual) {
-    const auto path = std::filesystem::path(AMPORA_SOURCE_DIR) / "tests" / "data" / name;
+    const auto path = DataDir() / name;
     const char* update = std::getenv("AMPORA_UPDATE_TEST_DATA");
     if (update != nullptr && std::string(update) == "1") {
         std::filesystem::create_directories(path.parent_path());

@@ -8,7 +8,14 @@
 namespace ampora::test {
 
 std::filesystem::path ExamplesDir();
+std::filesystem::path DataDir(); // tests/data
+// The files of `folder` whose names end in `extension`, sorted; ExampleFiles() the .amq
+// files of ExamplesDir().
+std::vector<std::filesystem::path> FilesIn(const std::filesystem::path& folder,
+                                           const std::string& extension);
 std::vector<std::filesystem::path> ExampleFiles();
+std::vector<std::string> NamesIn(const std::filesystem::path& folder); // sorted, as ls lists
+std::string ReplaceAll(std::string text, const std::string& from, const std::string& to);
 std::string ReadBytes(const std::filesystem::path& path);
 void WriteBytes(const std::filesystem::path& path, const std::string& bytes);
 

@@ -18,24 +18,6 @@ namespace {
 
 using test::W;
 
-// Two nodes joined by three branches, 10 ohms on each.
-void DrawThreeBranches(Workspace& workspace) {
-    workspace.Circuit =
-        test::ThreeBranches(kResistorVertical, 10, kResistorVertical, 10, kResistorVertical, 10);
-}
-
-struct Outcome {
-    TransitionResult result;
-    int step;
-    std::vector<std::string> messages;
-};
-
-Outcome LeaveStep1With(Workspace& workspace) {
-    test::ScriptedPrompts prompts;
-    const TransitionResult result = LeaveStep1(workspace, prompts);
-    return Outcome{result, workspace.Step, prompts.messages};
-}
-
 // What "Next >" on step 1 and then, once in step 2, AutoName with pattern 2 and "Next >" make
 // of a drawing, as one text: the message of a refusal, or the node names and every warning.
 std::string NextAutoNameNext(const Circuit& drawn) {
@@ -73,14 +55,7 @@ std::string NextAutoNameNext(const Circuit& drawn) {
 // its back into more wire pieces than the table holds; batteries in parallel equal, apart
 // by a fifth of a percent, or facing each other; circuits that float or hang on sources.
 TEST(LeavingSteps, EachCircuitIsSolvedOrRefusedWithItsReasonAndMisreadDevicesAreNamed) {
-    std::vector<std::filesystem::path> files;
-    for (const auto& entry : std::filesystem::directory_iterator(
-             std::filesystem::path(AMPORA_SOURCE_DIR) / "tests" / "data" / "workflow")) {
-        if (entry.path().extension() == ".amq") {
-            files.push_back(entry.path());
-        }
-    }
-    std::sort(files.begin(), files.end());
+    const auto files = test::FilesIn(test::DataDir() / "workflow", ".amq");
     std::string dump;
     for (const std::filesystem::path& file : files) {
         Circuit drawn;
@@ -97,7 +72,8 @@ TEST(LeavingSteps, EachCircuitIsSolvedOrRefusedWithItsReasonAndMisreadDevicesAre
 
 TEST(LeavingStep1, NamesSurviveGoingBackUnlessTheirNodeMoved) {
     Workspace ws;
-    DrawThreeBranches(ws);
+    ws.Circuit =
+        test::ThreeBranches(kResistorVertical, 10, kResistorVertical, 10, kResistorVertical, 10);
     test::ScriptedPrompts prompts;
     ASSERT_EQ(LeaveStep1(ws, prompts), TransitionResult::Entered);
     ASSERT_TRUE(AutoName(ws, prompts));
@@ -141,8 +117,8 @@ TEST(LeavingStep1, EveryExampleEntersStep2WithTheNamesSavedInItsFile) {
         Workspace ws;
         ASSERT_TRUE(LoadFromIniFile(ws.Circuit, file.string()).complete) << file;
         const Circuit saved = ws.Circuit;
-        const Outcome out = LeaveStep1With(ws);
-        EXPECT_EQ(out.result, TransitionResult::Entered) << file;
+        test::ScriptedPrompts prompts;
+        EXPECT_EQ(LeaveStep1(ws, prompts), TransitionResult::Entered) << file;
         ASSERT_EQ(ws.Circuit.NumNodes, saved.NumNodes) << file;
         for (int slot = 1; slot <= saved.NumNodes; ++slot) {
             EXPECT_EQ(ws.Circuit.NodeLabels[slot].Name, saved.NodeLabels[slot].Name) << file;
@@ -150,7 +126,6 @@ TEST(LeavingStep1, EveryExampleEntersStep2WithTheNamesSavedInItsFile) {
             EXPECT_EQ(ws.Circuit.NodeLabels[slot].Y, saved.NodeLabels[slot].Y) << file;
         }
         EXPECT_TRUE(ws.Topology.Warnings.empty()) << file << ": " << ws.Topology.Warnings[0].text;
-        test::ScriptedPrompts prompts;
         EXPECT_TRUE(CheckNamesOnLeavingStep2(ws, prompts)) << file;
     }
 }
