@@ -1,27 +1,29 @@
 #include "analysis/circuit_checks.h"
 #include "analysis/node_naming.h"
+#include "support/case_file.h"
 #include "support/scripted_prompts.h"
 #include "support/test_files.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <sstream>
+
 namespace ampora {
 namespace {
 
-struct N {
-    float x, y;
-    const char* name;
-};
-
-Workspace WithNodes(const std::vector<N>& nodes, std::int16_t pattern = 1) {
+// Nodes written "x y name | x y name ...", in slot order.
+Workspace WithNodes(const std::string& nodes, std::int16_t pattern = 1) {
     Workspace workspace;
     workspace.Step = 2;
     workspace.Preferences.AutoNamePattern = pattern;
-    for (const N& n : nodes) {
+    for (std::size_t at = 0; at < nodes.size();) {
+        const std::size_t end = std::min(nodes.find(" | ", at), nodes.size());
         NodeLabel& node = workspace.Circuit.NodeLabels[++workspace.Circuit.NumNodes];
-        node.X = n.x;
-        node.Y = n.y;
-        node.Name = n.name;
+        std::istringstream fields(nodes.substr(at, end - at));
+        fields >> node.X >> node.Y >> std::ws;
+        std::getline(fields, node.Name);
+        at = end + 3;
     }
     return workspace;
 }
@@ -44,62 +46,25 @@ std::string Outcome(const Workspace& ws, bool done, const test::ScriptedPrompts&
     return out;
 }
 
-// Twenty nodes in a row, their slots running right to left, the leftmost named 0.
-std::vector<N> Twenty() {
-    std::vector<N> nodes;
-    for (int k = 0; k < 20; ++k) {
-        nodes.push_back({16.0f * static_cast<float>(19 - k), 80, k == 19 ? "0" : "[ ]"});
-    }
-    return nodes;
-}
-
 // The outcomes, worked by hand, are in tests/data/analysis/node_naming.txt.
 TEST(NodeNaming, AutoNameAndTheNameCheckOrderRenameAndRefuseAsWorkedByHand) {
-    // AutoName with the pattern 1 to 3, or the name check alone by location (0) or name (-1).
-    const struct {
-        const char* what;
-        int mode;
-        std::vector<N> nodes;
-    } cases[] = {
-        {"AutoName: top to bottom, left to right, the last node the reference",
-         1,
-         {{400, 240, "[ ]"}, {80, 80, "x"}, {240, 80, "[ ]"}, {80, 240, "0x"}}},
-        {"AutoName skips an existing reference and uses no counter value for it",
-         1,
-         {{400, 240, "[ ]"}, {80, 80, "[ ]"}, {240, 80, "[ ]"}, {80, 240, "0"}}},
-        {"AutoName with two references changes nothing",
-         1,
-         {{80, 80, "0"}, {240, 80, "[ ]"}, {80, 240, "0"}}},
-        {"AutoName, capitals", 2, Twenty()},
-        {"AutoName, small letters", 3, Twenty()},
-        {"AutoName, V and a number", 1, Twenty()},
-        {"by location: five-digit coordinates sort as text",
-         0,
-         {{80, 9000, "a"}, {80, 10000, "b"}, {80, 80, "c"}}},
-        {"by name: character codes, equal keys in slot order",
-         -1,
-         {{0, 0, "b"}, {0, 16, "V2"}, {0, 32, "a"}, {0, 48, "V10"}, {0, 64, "B"}, {0, 80, "0"}}},
-        {"by name: bytes unsigned, a letter beyond ASCII last, a prefix first",
-         -1,
-         {{0, 0, "\xc3\xa9"}, {0, 16, "z"}, {0, 32, "V1"}, {0, 48, "V"}}},
-        {"one unnamed node is a name like any other",
-         -1,
-         {{0, 0, "[ ]"}, {0, 16, "V1"}, {0, 32, "0"}}},
-        {"two unnamed nodes", -1, {{0, 0, "[ ]"}, {0, 16, "[ ]"}, {0, 32, "0"}}},
-        {"two references are refused before duplicates",
-         -1,
-         {{0, 0, "0"}, {0, 16, "0"}, {0, 32, "0"}}},
-        {"names differing in case", -1, {{0, 0, "v"}, {0, 16, "V"}, {0, 32, "0"}}},
-    };
-    std::string dump;
-    for (const auto& c : cases) {
-        Workspace ws = WithNodes(c.nodes, static_cast<std::int16_t>(c.mode));
+    const auto play = [](const std::string&, const std::vector<std::string>& inputs) {
+        const std::string& line = inputs.at(0); // "nodes autoname 1: ...", "nodes by name: ..."
+        const std::size_t colon = line.find(": ");
+        const std::string mode = line.substr(6, colon - 6);
+        Workspace ws =
+            WithNodes(line.substr(colon + 2), static_cast<std::int16_t>(mode.back() - '0'));
         test::ScriptedPrompts prompts;
-        const NodeOrdering ordering = c.mode == 0 ? NodeOrdering::ByLocation : NodeOrdering::ByName;
-        const bool done = c.mode > 0 ? AutoName(ws, prompts)
-                                     : CheckNames(ws.Circuit, ws.Naming, ordering, prompts);
-        dump += std::string("== ") + c.what + "\n" + Outcome(ws, done, prompts) + "\n";
-    }
+        const bool done = mode.starts_with("autoname")
+                              ? AutoName(ws, prompts)
+                              : CheckNames(ws.Circuit, ws.Naming,
+                                           mode == "by location" ? NodeOrdering::ByLocation
+                                                                 : NodeOrdering::ByName,
+                                           prompts);
+        return Outcome(ws, done, prompts) + "\n";
+    };
+    const std::string dump = test::ReplayCases("analysis/node_naming.txt", {"nodes "}, play);
+    ASSERT_GT(dump.size(), 2000u);
     EXPECT_EQ(dump, test::ExpectedText("analysis/node_naming.txt", dump));
     EXPECT_EQ(LocationKey(80, 240), "02400080");
     EXPECT_EQ(LocationKey(80.5f, 239.5f), "02400080"); // ties to even
@@ -109,7 +74,7 @@ TEST(NodeNaming, AutoNameAndTheNameCheckOrderRenameAndRefuseAsWorkedByHand) {
 }
 
 TEST(NodeNaming, RenamingAsksWithTheOldNameTakesTheAnswerAsTypedAndKeepsTheNameOnEmpty) {
-    Workspace ws = WithNodes({{0, 0, "V1"}, {0, 16, "0"}});
+    Workspace ws = WithNodes("0 0 V1 | 0 16 0");
     test::ScriptedPrompts prompts;
     prompts.textAnswers = {" Vout ", ""};
     EXPECT_TRUE(RenameNode(ws, prompts, 1, 10, 20));

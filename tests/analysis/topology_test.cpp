@@ -14,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <limits>
 
 namespace ampora {
@@ -66,11 +67,8 @@ TEST(Topology, EachDrawingIsCleanedUpNodedTracedAndSummedAsWorkedByHand) {
     ClearUndoMemory(duplicates);
     EraseWireSlot(duplicates, 2);
     Circuit longWires; // the T-junctions example as first drawn, its long wires met halfway
-    ReadCircuitText(longWires, "5\r\n80,80,80,240\r\n80,80,400,80\r\n240,80,240,240\r\n"
-                               "400,80,400,240\r\n80,240,400,240\r\n5\r\n80,160,1,9\r\n"
-                               "160,80,6,3\r\n240,160,5,6\r\n320,80,6,4\r\n"
-                               "400,160,5,8\r\n2\r\n\"V1\",\"V1\",240,80\r\n"
-                               "\"0\",\"0\",240,240\r\n");
+    ReadCircuitText(longWires, test::ReadBytes(std::filesystem::path(AMPORA_SOURCE_DIR) /
+                                               "tests/data/analysis/t_junctions_long_wires.amq"));
     const std::pair<const char*, Circuit> cases[] = {
         {"a T: a node of three wires, a stub along each, a chain from each loose end",
          Drawn({{0, 0, 160, 0}, {80, 0, 80, 80}})},

@@ -1,8 +1,17 @@
-// Random lattice circuits solved by the program and by ngspice. tools/oracle.sh runs many
-// more with AMPORA_ORACLE_CIRCUITS and AMPORA_ORACLE_SEED.
+// Random lattice circuits solved by the program and by ngspice (tools/oracle.sh runs many
+// more with AMPORA_ORACLE_CIRCUITS and AMPORA_ORACLE_SEED), and as a student does: the power
+// put in is the power taken out; the equations the program writes, rearranged, are judged
+// right, and with a term's sign flipped or the constant moved wrong; the record of the
+// elimination replays to the reduced form to the bit, the exact fractions follow the same
+// steps to the same answers, and the last step shown reads as the reduced form does.
 
 #include "analysis/circuit_checks.h"
+#include "analysis/gauss_jordan.h"
 #include "analysis/node_naming.h"
+#include "analysis/result_labels.h"
+#include "equations/equation_check.h"
+#include "equations/exact_node_matrix.h"
+#include "equations/row_operation_steps.h"
 #include "support/lattice_circuit.h"
 #include "support/ngspice_oracle.h"
 #include "support/scripted_prompts.h"
@@ -14,6 +23,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <functional>
 #include <iostream>
 #include <map>
@@ -106,6 +116,109 @@ std::string CheckRefusal(const std::string& message, const LatticeFacts& facts) 
     return "refused with an unexpected message: " + message;
 }
 
+// Each chain's current out of the equation's nodes, written as a student would: the nodes by
+// their own names, every member of a supernode included.
+struct StudentTerm {
+    std::string text;
+    double current = 0; // at the solution
+};
+
+std::vector<StudentTerm> StudentTerms(const Workspace& ws, int variable) {
+    const EqnVar& var = ws.Equations.EqnVars[static_cast<std::size_t>(variable - 1)];
+    std::vector<int> members = {ws.Naming.NodeOrder[var.Node]};
+    if (var.SuperNode > 0) {
+        members.clear();
+        for (const int position : ws.Equations.SuperNodes[var.SuperNode].Nodes) {
+            members.push_back(ws.Naming.NodeOrder[position]);
+        }
+    }
+    const auto isMember = [&](int slot) {
+        return std::ranges::find(members, slot) != members.end();
+    };
+    std::vector<StudentTerm> terms;
+    for (int b = 1; b <= ws.Topology.NumBranches; ++b) {
+        const Branch& chain = ws.Topology.Branches[b];
+        if (!isMember(chain.StartNode) || isMember(chain.EndNode)) {
+            continue;
+        }
+        const NodeLabel& start = ws.Circuit.NodeLabels[chain.StartNode];
+        const NodeLabel& end = ws.Circuit.NodeLabels[chain.EndNode];
+        terms.push_back(
+            chain.SourceCurrent != 0
+                ? StudentTerm{"(" + ShortestText(chain.SourceCurrent) + ")", chain.SourceCurrent}
+                : StudentTerm{"(" + start.Name + "-" + end.Name + "+(" + ShortestText(chain.EMF) +
+                                  "))/" + ShortestText(chain.Resistance),
+                              (start.Voltage - end.Voltage + chain.EMF) / chain.Resistance});
+    }
+    return terms;
+}
+
+std::string Joined(const std::vector<StudentTerm>& terms, std::size_t flipped) {
+    std::string text;
+    for (std::size_t k = 0; k < terms.size(); ++k) {
+        text += (k == flipped ? " - " : " + ") + terms[k].text;
+    }
+    return text;
+}
+
+void CheckTheEquations(const Workspace& ws, int& flips, int& flipsNamed) {
+    const Equations& eq = ws.Equations;
+    for (int v = 1; v <= eq.NumUnknowns; ++v) {
+        const std::size_t row = static_cast<std::size_t>(v - 1);
+        const std::string& first = eq.FirstWritten[row];
+        const std::string left = first.substr(0, first.rfind(" = 0"));
+        const std::vector<StudentTerm> terms = StudentTerms(ws, v);
+        const std::string named = Joined(terms, terms.size());
+        for (const std::string& text :
+             {first, eq.Collected[row], "0 = -(" + left + ")", "-2.5*(" + left + ") = 0",
+              "(" + left + ")/7 = 0", named + " = 0", "0 = 4(" + named + ")"}) {
+            const EquationVerdict verdict = CheckEquation(ws, v, text);
+            EXPECT_TRUE(verdict.equivalent) << text << ": " << verdict.error << verdict.hint;
+            EXPECT_EQ(verdict.equationOf, eq.EqnVars[row].VarName);
+        }
+        const EquationVerdict shifted = CheckEquation(ws, v, left + " + 1 = 0");
+        EXPECT_FALSE(shifted.equivalent) << left;
+        EXPECT_FALSE(shifted.hint.empty());
+        for (std::size_t k = 0; k < terms.size(); ++k) {
+            if (std::fabs(terms[k].current) < 1e-9) {
+                continue; // a term of no current is the same with either sign
+            }
+            const std::string text = Joined(terms, k) + " = 0";
+            const EquationVerdict verdict = CheckEquation(ws, v, text);
+            EXPECT_FALSE(verdict.equivalent) << text;
+            EXPECT_FALSE(verdict.hint.empty()) << text;
+            ++flips;
+            flipsNamed += verdict.hint.find("wrong sign") != std::string::npos;
+        }
+    }
+}
+
+// `exact`: the chain values are eighths, so the fractions solve the very same system.
+void CheckTheElimination(const Workspace& ws, bool exact) {
+    const Equations& eq = ws.Equations;
+    const int n = eq.NumUnknowns;
+    RowOperationReplay replay(eq.Augmented, n, n);
+    for (const RowOperation& operation : eq.RowOps) {
+        replay.Apply(operation);
+    }
+    replay.ClearNegligible();
+    ASSERT_EQ(std::memcmp(&replay.Matrix(), &eq.Reduced, sizeof eq.Reduced), 0);
+    Workspace settled = ws;
+    settled.Equations.RowOps.clear();
+    settled.Equations.Augmented = eq.Reduced;
+    EXPECT_EQ(ShowRowOperations(ws, false, 6).steps.back().cells,
+              ShowRowOperations(settled, false, 6).steps.front().cells);
+    if (!exact) {
+        return;
+    }
+    const auto fractions = ExactNodeElimination(ws);
+    ASSERT_TRUE(fractions);
+    for (int row = 1; row <= n; ++row) {
+        const double rhs = fractions->reduced(row, n + 1).convert_to<double>();
+        EXPECT_NEAR(rhs, eq.Reduced(row, n + 1), 1e-9 * std::max(1.0, std::fabs(rhs)));
+    }
+}
+
 // A ladder of 12 rungs on a lattice of 2 rows: its 20 inner rail points are the nodes the
 // node table holds. `device` chooses what sits on edge e (rails first, then rungs).
 LatticeCircuit Ladder(const std::function<LatticeEdge(int from, int to, int e)>& device) {
@@ -124,49 +237,37 @@ LatticeCircuit Ladder(const std::function<LatticeEdge(int from, int to, int e)>&
     return ladder;
 }
 
-TEST(NgspiceOracle, TwentyNodeLaddersAgreeWithNgspice) {
+// The first circuits are two ladders of 20 nodes, the most the node table holds; then random
+// ones, every other in eighths, the others with decimals rounded in single precision.
+TEST(NgspiceOracle, SolvedCircuitsAgreeAndAreWorkedAsAStudentDoesAndEachRefusalFallsUnderItsRule) {
     using enum test::LatticeDevice;
-    const std::vector<std::pair<const char*, LatticeCircuit>> ladders = {
-        {"resistors on every rail and rung, a battery on the first rung",
-         Ladder([&](int from, int to, int e) {
-             return e == 22 ? LatticeEdge(from, to, Battery, 12, false)
-                            : LatticeEdge(from, to, Resistor, 1.0f + 0.5f * (e % 7), true);
-         })},
-        {"batteries along the top rail join supernodes, current sources on two rungs",
-         Ladder([&](int from, int to, int e) {
-             if (e < 11 && e % 3 == 1) {
-                 return LatticeEdge(from, to, Battery, 1.5f * static_cast<float>(e), true);
-             }
-             if (e == 25 || e == 30) {
-                 return LatticeEdge(from, to, CurrentSource, 0.25f, e == 25);
-             }
-             return LatticeEdge(from, to, Resistor, 2.0f + static_cast<float>(e % 5), true);
-         })},
+    const LatticeCircuit ladders[] = {
+        // Resistors on every rail and rung, a battery on the first rung.
+        Ladder([&](int from, int to, int e) {
+            return e == 22 ? LatticeEdge(from, to, Battery, 12, false)
+                           : LatticeEdge(from, to, Resistor, 1.0f + 0.5f * (e % 7), true);
+        }),
+        // Batteries along the top rail join supernodes, current sources on two rungs.
+        Ladder([&](int from, int to, int e) {
+            if (e < 11 && e % 3 == 1) {
+                return LatticeEdge(from, to, Battery, 1.5f * static_cast<float>(e), true);
+            }
+            if (e == 25 || e == 30) {
+                return LatticeEdge(from, to, CurrentSource, 0.25f, e == 25);
+            }
+            return LatticeEdge(from, to, Resistor, 2.0f + static_cast<float>(e % 5), true);
+        }),
     };
-    const test::TempDir folder;
-    for (const auto& [what, ladder] : ladders) {
-        Workspace ws;
-        ws.Circuit = test::DrawLattice(ladder);
-        test::ScriptedPrompts prompts;
-        ASSERT_EQ(LeaveStep1(ws, prompts), TransitionResult::Entered) << what;
-        ASSERT_EQ(ws.Circuit.NumNodes, 20) << what;
-        ASSERT_TRUE(AutoName(ws, prompts)) << what;
-        ASSERT_EQ(LeaveStep2(ws, prompts), TransitionResult::Entered)
-            << what << ": " << (prompts.messages.empty() ? "" : prompts.messages[0]);
-        EXPECT_EQ(CompareWithNgspice(ladder, ws, folder), "") << what;
-    }
-}
-
-TEST(NgspiceOracle, SolvedCircuitsAgreeWithNgspiceAndEveryRefusalFallsUnderItsRule) {
-    const long long circuits = Setting("AMPORA_ORACLE_CIRCUITS", 300);
+    const long long circuits = Setting("AMPORA_ORACLE_CIRCUITS", 400);
     const auto seed = static_cast<std::mt19937::result_type>(Setting("AMPORA_ORACLE_SEED", 1703));
     std::mt19937 random(seed);
-    const test::LatticeOptions options{20, true, 0.5};
     const test::TempDir folder;
     std::map<std::string, int> refusals;
-    int solved = 0, solvedWithLongWires = 0, failures = 0;
+    int solved = 0, solvedWithLongWires = 0, inEighths = 0, failures = 0, flips = 0, flipsNamed = 0;
     for (long long trial = 0; trial < circuits && failures < 10; ++trial) {
-        const LatticeCircuit lattice = test::RandomLatticeCircuit(random, options);
+        const test::LatticeOptions options{20, trial >= 2 && trial % 2 == 0, 0.5};
+        const LatticeCircuit lattice =
+            trial < 2 ? ladders[trial] : test::RandomLatticeCircuit(random, options);
         if (lattice.edges.empty()) {
             --trial; // nothing drawn: nothing to compare
             continue;
@@ -179,25 +280,42 @@ TEST(NgspiceOracle, SolvedCircuitsAgreeWithNgspiceAndEveryRefusalFallsUnderItsRu
             LeaveStep2(ws, prompts) != TransitionResult::Entered) {
             const std::string message = prompts.messages.empty() ? "(silent)" : prompts.messages[0];
             ++refusals[message];
+            EXPECT_GE(trial, 2) << "a ladder refused: " << message;
             const std::string wrong = CheckRefusal(message, test::AnalyseLattice(lattice));
             EXPECT_EQ(wrong, "");
             failures += !wrong.empty();
             continue;
         }
         ++solved;
+        EXPECT_TRUE(trial >= 2 || ws.Circuit.NumNodes == 20);
         solvedWithLongWires += lattice.longWires;
         const std::string disagreement = CompareWithNgspice(lattice, ws, folder);
         EXPECT_EQ(disagreement, "");
         failures += !disagreement.empty();
+        CheckTheEquations(ws, flips, flipsNamed);
+        ws.ViewMode = kViewPower; // the power view adds up what goes in and what comes out
+        WriteLabels(ws, 3);
+        // Decimals are summed in single precision, which only 1e-6 tolerates.
+        EXPECT_NEAR(ws.PowerIn, ws.PowerOut,
+                    (options.decimals ? 1e-6 : 1e-9) * std::max(1.0, std::fabs(ws.PowerIn)));
+        if (ws.Equations.NumUnknowns > 0) {
+            inEighths += !options.decimals;
+            CheckTheElimination(ws, !options.decimals);
+        }
     }
     std::cout << "seed " << seed << ": " << circuits << " circuits, " << solved << " solved ("
-              << solvedWithLongWires << " drawn with long wires)\n";
+              << solvedWithLongWires << " drawn with long wires, " << inEighths
+              << " with unknowns in eighths)\n";
     for (const auto& [message, count] : refusals) {
         std::cout << count << " x " << message << "\n";
     }
     // The comparison must mostly compare: a generator gone wrong would refuse everything.
     EXPECT_GT(solved, circuits / 3);
     EXPECT_GT(solvedWithLongWires, solved / 4);
+    EXPECT_GT(inEighths, solved / 4);
+    // A flipped term is named as such unless the flip also makes another equation, or
+    // two terms of the equation are the same.
+    EXPECT_GT(flipsNamed, flips * 9 / 10) << flipsNamed << " of " << flips;
 }
 
 } // namespace

@@ -15,7 +15,9 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <regex>
+#include <sstream>
 
 namespace ampora {
 namespace {
@@ -122,66 +124,39 @@ std::string Dump(test::SolveSession& session) {
     return text + "== descriptions\n" + Descriptions(ws);
 }
 
-// The example's text with each edit made wherever it matches: a label holds its name twice.
-std::string Edited(const char* example,
-                   std::initializer_list<std::pair<const char*, const char*>> edits) {
-    std::string text = test::ExampleText(example);
-    for (const auto& [from, to] : edits) {
-        text = std::regex_replace(text, std::regex(from), to); // plain texts, no patterns
-    }
-    return text;
-}
-
+// Each file of tests/data/examples/ but one names its example, whether AutoName runs, and the
+// edits that make the variant (made wherever they match: a label holds its name twice).
 TEST(SolvedExamples, EachExampleAndVariantSolvesAsWorkedByHand) {
-    const struct {
-        const char* name;
-        std::string text;
-        int autoName; // 0 keeps the names of the file
-    } cases[] = {
-        {"voltage_divider", Edited("voltage_divider.amq", {}), 1},
-        // Without a reference: B is relative to V1, the last in name order, which is set to 0.
-        {"voltage_divider_reference_B", Edited("voltage_divider.amq", {{"\"0\"", "\"B\""}}), 0},
-        {"voltage_divider_reference_Z", Edited("voltage_divider.amq", {{"\"0\"", "\"Z\""}}), 0},
-        {"voltage_divider_battery_turned",
-         Edited("voltage_divider.amq", {{"80,160,1,12", "80,160,2,12"}}), 0},
-        // The battery alone joins V1 to the reference: nothing is left to solve for.
-        {"voltage_divider_battery_alone",
-         Edited("voltage_divider.amq", {{"160,80,6,1000\r\n", ""}, {"\r\n4\r\n", "\r\n3\r\n"}}), 1},
-        // The reference inside a supernode. V2 = 660/101, V3 = 650/101 by hand.
-        {"wheatstone_bridge", Edited("wheatstone_bridge.amq", {}), 1},
-        {"wheatstone_bridge_reference_Z", Edited("wheatstone_bridge.amq", {{"\"0\"", "\"Z\""}}), 0},
-        {"wheatstone_bridge_reference_V4", Edited("wheatstone_bridge.amq", {{"\"0\"", "\"V4\""}}),
-         0},
-        // A name with a comma is quoted in the CSV and sorts before V2.
-        {"wheatstone_bridge_comma", Edited("wheatstone_bridge.amq", {{"\"V3\"", "\"V,3\""}}), 0},
-        // (V1 - 5)/20 + V1/10 = 2 gives V1 = 15.
-        {"current_source", Edited("current_source.amq", {}), 1},
-        // V1/4 + (V1 + 6)/6 + (V1 + 6)/12 = 2 gives V1 = 1, and V2 = V1 + 6.
-        {"supernode", Edited("supernode.amq", {}), 1},
-        {"supernode_reference_Z", Edited("supernode.amq", {{"\"0\"", "\"Z\""}}), 0},
-        // Named first, A leaves the supernode's members V1 and V2 last in order.
-        {"supernode_reference_A", Edited("supernode.amq", {{"\"0\"", "\"A\""}}), 0},
-        // By hand, exactly: V1 = 165/36, V2 = 25/9, V3 = 5/9, V4 = -195/36, V5 = 50/9.
-        {"two_supernodes", Edited("two_supernodes.amq", {}), 1},
-        {"two_supernodes_reference_Z", Edited("two_supernodes.amq", {{"\"0\"", "\"Z\""}}), 0},
-        // Every kind of device in every direction: two top resistors made batteries pushing
-        // left and right, a bottom resistor made a source pushing left.
-        {"two_supernodes_every_direction",
-         Edited("two_supernodes.amq", {{"320,80,6,10", "320,80,3,10"},
-                                       {"480,80,6,20", "480,80,4,20"},
-                                       {"320,240,6,30", "320,240,9,1"}}),
-         0},
-        // (V1 - 9)/3 + V1/6 + V1/(4 + 8) = 0 gives V1 = 36/7.
-        {"t_junctions", Edited("t_junctions.amq", {}), 1},
+    const auto Unescaped = [](const std::string& part) {
+        return std::regex_replace(part, std::regex(R"(\\r\\n)"), "\r\n");
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
+    int solved = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(
+             std::filesystem::path(AMPORA_SOURCE_DIR) / "tests/data/examples")) {
+        const std::string name = entry.path().filename().string();
+        std::istringstream lines(test::ReadBytes(entry.path()));
+        std::string line;
+        std::getline(lines, line);
+        const auto amq = line.find(".amq, auto-named ");
+        if (amq == std::string::npos) {
+            continue; // the out-of-the-ordinary cases below
+        }
+        SCOPED_TRACE(name);
+        std::string text = test::ExampleText(line.substr(2, amq + 2)), header = line + "\n";
+        const int autoName = line.ends_with(" yes") ? 1 : 0;
+        for (; std::getline(lines, line) && line.starts_with("# "); header += line + "\n") {
+            if (const auto arrow = line.find(" =>"); line.starts_with("# edit ")) {
+                text = std::regex_replace(text, std::regex(Unescaped(line.substr(7, arrow - 7))),
+                                          Unescaped(line.substr(std::min(line.size(), arrow + 4))));
+            }
+        }
         test::SolveSession session;
-        test::Solve(session, c.text, c.autoName);
-        const std::string dump = Dump(session);
-        const std::string file = std::string("examples/") + c.name + ".txt";
-        EXPECT_EQ(dump, test::ExpectedText(file, dump));
+        test::Solve(session, text, autoName);
+        const std::string dump = header + Dump(session);
+        EXPECT_EQ(dump, test::ExpectedText("examples/" + name, dump));
+        ++solved;
     }
+    EXPECT_EQ(solved, 17);
 }
 
 // A source whose chain is not known, a resistor and a battery whose currents are not known,
