@@ -3,7 +3,6 @@
 
 #include "cli/cli.h"
 
-#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -21,11 +20,6 @@ inline CliRun Cli(const std::vector<std::string>& args, cli::ReportRenderer* ren
     std::ostringstream out, err;
     const int code = cli::RunCli(args, out, err, renderer);
     return CliRun{code, out.str(), err.str()};
-}
-
-// The JSON ampora-cli writes on one line: each line end and the indent after it removed.
-inline std::string OneLine(const std::string& json) {
-    return std::regex_replace(json, std::regex("\n *"), "");
 }
 
 } // namespace ampora::test
