@@ -84,7 +84,7 @@ FAULTS = [
      'eliminated == 1 ? "unknown, "sv : "unknowns, "sv', 'eliminated == 2 ? "unknown, "sv : "unknowns, "sv',
      "the counting text gets the plural wrong"),
     ("equations", "src/equations/counting_text.cpp",
-     'ws.naming.HasReference != 0 ? "more "sv : ""sv', 'ws.naming.HasReference == 0 ? "more "sv : ""sv',
+     'ws.Naming.HasReference != 0 ? "more "sv : ""sv', 'ws.Naming.HasReference == 0 ? "more "sv : ""sv',
      "the counting text says 'more' in the wrong case"),
     ("equations", "src/equations/counting_text.cpp",
      "if (n != 2) {", "if (n != 3) {",
