@@ -7,6 +7,7 @@
 #include "editor/diagram_labels.h"
 #include "editor/editing_tools.h"
 #include "editor/hit_tests.h"
+#include "editor/pointer_events.h"
 #include "report/html_writer.h"
 #include "report/report_builder.h"
 #include "report/rich_text_document.h"
@@ -253,13 +254,7 @@ std::string ExerciseEditorEvents(std::string_view bytes, Circuit* drawn) {
             }
         } else if (op == 2 || op == 3) { // mouse move
             x = in.Coordinate(), y = in.Coordinate();
-            if (state.DrawingWire) {
-                DragWire(state, x, y);
-            } else if (IsStretching(state)) {
-                DragStretch(circuit, state, x, y);
-            } else if (state.DraggedElement == 0 && state.CurrentTool == kMoveStretchTool) {
-                HoverStretch(circuit, state, x, y);
-            }
+            PointerMove(circuit, state, x, y);
         } else if (op == 4 || op == 5) { // mouse up, which is the drop of a dragged device
             x = in.Coordinate(), y = in.Coordinate();
             if (state.DrawingWire) {

@@ -32,18 +32,6 @@ double Factor(const RowOperation& operation) {
     return operation.number;
 }
 
-void WriteMatrix(JsonWriter& json, const AugmentedMatrix& matrix, int n) {
-    json.BeginArray();
-    for (int row = 1; row <= n; ++row) {
-        json.BeginArray();
-        for (int column = 1; column <= n + 1; ++column) {
-            json.Number(matrix(row, column));
-        }
-        json.EndArray();
-    }
-    json.EndArray();
-}
-
 void WriteExactMatrix(JsonWriter& json, const ExactMatrix& matrix) {
     json.BeginArray();
     for (int row = 1; row <= matrix.rows; ++row) {
@@ -112,6 +100,18 @@ void WriteRowOperations(JsonWriter& json, const Workspace& ws, bool exact) {
     } else {
         json.Null();
     }
+}
+
+void WriteMatrix(JsonWriter& json, const AugmentedMatrix& matrix, int n) {
+    json.BeginArray();
+    for (int row = 1; row <= n; ++row) {
+        json.BeginArray();
+        for (int column = 1; column <= n + 1; ++column) {
+            json.Number(matrix(row, column));
+        }
+        json.EndArray();
+    }
+    json.EndArray();
 }
 
 } // namespace ampora::cli

@@ -14,4 +14,7 @@ namespace ampora::cli {
 // fractions cannot follow the decimal steps.
 void WriteRowOperations(JsonWriter& json, const Workspace& ws, bool exact);
 
+// The first n rows of the augmented matrix, each with its n + 1 columns, as an array of arrays.
+void WriteMatrix(JsonWriter& json, const AugmentedMatrix& matrix, int n);
+
 } // namespace ampora::cli

@@ -119,15 +119,7 @@ void WriteStrings(JsonWriter& json, std::string_view key, const std::vector<std:
 
 void WriteMatrix(JsonWriter& json, std::string_view key, const AugmentedMatrix& matrix, int n) {
     json.Key(key);
-    json.BeginArray();
-    for (int row = 1; row <= n; ++row) {
-        json.BeginArray();
-        for (int column = 1; column <= n + 1; ++column) {
-            json.Number(matrix(row, column));
-        }
-        json.EndArray();
-    }
-    json.EndArray();
+    WriteMatrix(json, matrix, n);
 }
 
 void WriteResults(JsonWriter& json, Workspace& ws, bool exact) {
